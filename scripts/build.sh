@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Configures and builds one flavour of the project into build/<flavour>.
+#   release  optimised with debug information (default)
+#   asan     AddressSanitizer + UndefinedBehaviorSanitizer
+#   tsan     ThreadSanitizer
+#   fuzz     clang with libFuzzer targets
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+flavour=${1:-release}
+shift || true
+
+args=(-G Ninja -S "$root" -B "$root/build/$flavour" -DNORVA_WERROR=ON)
+case "$flavour" in
+  release) args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo) ;;
+  asan) args+=(-DCMAKE_BUILD_TYPE=Debug -DNORVA_SANITIZE=address,undefined -DNORVA_BUILD_BENCH=OFF) ;;
+  tsan) args+=(-DCMAKE_BUILD_TYPE=Debug -DNORVA_SANITIZE=thread -DNORVA_BUILD_BENCH=OFF) ;;
+  fuzz) args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ -DNORVA_BUILD_FUZZ=ON
+               -DNORVA_BUILD_TESTS=OFF -DNORVA_BUILD_BENCH=OFF -DNORVA_BUILD_TOOLS=OFF) ;;
+  *) echo "unknown flavour: $flavour (release, asan, tsan, fuzz)" >&2; exit 2 ;;
+esac
+
+cmake "${args[@]}" "$@" >/dev/null
+ninja -C "$root/build/$flavour" -j2

@@ -1,0 +1,14 @@
+#pragma once
+// Core vocabulary: zones and their byte encoding, sources, presets, device and keypad types, USB
+// command and notification codes, device error codes and their messages.
+
+#include <NorvaGlobal/DebugOutput.h>
+#include <NorvaGlobal/EnumNames.h>
+#include <NorvaGlobal/EnumSet.h>
+#include <NorvaGlobal/ErrorMessages.h>
+#include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/SourceTables.h>
+#include <NorvaGlobal/TickCount.h>
+#include <NorvaGlobal/UIServices.h>
+#include <NorvaGlobal/Vocabulary.h>
+#include <NorvaGlobal/Zones.h>
