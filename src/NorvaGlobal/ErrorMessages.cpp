@@ -9,7 +9,8 @@ QString MessageForCode(TError error) {
     case errBusNotFree: return QStringLiteral("Expansion bus is not free.");
     case errInternalOverflow: return QStringLiteral("Internal overflow in amplifier.");
     case errBufferOverflow: return QStringLiteral("Buffer overflow in amplifier.");
-    case errReceiveAborted: return QStringLiteral("Received packet on expansion bus was incomplete.");
+    case errReceiveAborted:
+      return QStringLiteral("Received packet on expansion bus was incomplete.");
     case errFrequencyError: return QStringLiteral("Inappropriate frequency in infra-red stream.");
     case errTooManyPeriodLengths:
       return QStringLiteral("Too many different period lengths in infra-red stream.");
@@ -20,8 +21,10 @@ QString MessageForCode(TError error) {
     case errEEPROMFull: return QStringLiteral("Memory full.");
     default:
       // Codes without a text of their own, errBusReceiveError included, show their number.
-      return QStringLiteral("Error 0x")
-             + QStringLiteral("%1").arg(static_cast<unsigned>(error), 2, 16, QLatin1Char('0')).toUpper();
+      return QStringLiteral("Error 0x") +
+             QStringLiteral("%1")
+                 .arg(static_cast<unsigned>(error), 2, 16, QLatin1Char('0'))
+                 .toUpper();
   }
 }
 }  // namespace

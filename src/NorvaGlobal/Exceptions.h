@@ -1,5 +1,6 @@
 #pragma once
-// Failures raised by the library. Each carries a fixed English message, shown to the user as it stands.
+// Failures raised by the library. Each carries a fixed English message, shown to the user as it
+// stands.
 
 #include <QByteArray>
 #include <QString>

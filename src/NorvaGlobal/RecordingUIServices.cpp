@@ -28,6 +28,8 @@ bool TRecordingUIServices::ClipboardHoldsData() { return mClipboard.ClipboardHol
 
 QString TRecordingUIServices::ClipboardText() { return mClipboard.ClipboardText(); }
 
-void TRecordingUIServices::SetClipboardText(const QString& text) { mClipboard.SetClipboardText(text); }
+void TRecordingUIServices::SetClipboardText(const QString& text) {
+  mClipboard.SetClipboardText(text);
+}
 
 }  // namespace norva

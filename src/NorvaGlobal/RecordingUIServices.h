@@ -19,7 +19,8 @@ class TRecordingUIServices : public TUIServices {
     TMessageResult Answer;
   };
 
-  // The next boxes are answered with these, in order; once used up, boxes get the unattended answer.
+  // The next boxes are answered with these, in order; once used up, boxes get the unattended
+  // answer.
   void ScriptAnswers(std::initializer_list<TMessageResult> answers);
 
   TMessageResult MessageBox(const QString& text, const QString& caption, TMessageIcon icon,

@@ -1,5 +1,6 @@
 #pragma once
-// The constant source tables: display names, the physical inputs and the order sources are listed in.
+// The constant source tables: display names, the physical inputs and the order sources are listed
+// in.
 
 #include <NorvaGlobal/Vocabulary.h>
 

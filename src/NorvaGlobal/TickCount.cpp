@@ -8,7 +8,8 @@ namespace norva {
 namespace {
 TTickCount SystemTicks() {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  return static_cast<TTickCount>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+  return static_cast<TTickCount>(
+      std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 std::atomic<TTickSource> gSource{nullptr};
 }  // namespace

@@ -1,7 +1,7 @@
 #pragma once
 // The shared vocabulary of the installation: sources, presets, USB command and notification codes,
-// device error codes, device and keypad kinds. Value names are written to files and shown in traces,
-// so their spelling and order are part of the format: never reorder or rename them.
+// device error codes, device and keypad kinds. Value names are written to files and shown in
+// traces, so their spelling and order are part of the format: never reorder or rename them.
 
 #include <QObject>
 
@@ -13,6 +13,9 @@
 namespace norva {
 inline namespace NorvaGlobal {
 Q_NAMESPACE
+
+// The value lists read as the tables they are.
+// clang-format off
 
 // The first eight names are deliberately not in numeric order.
 enum TSource : std::uint8_t {
@@ -81,6 +84,8 @@ Q_ENUM_NS(TDeviceType)
 
 enum TKeypadType : std::uint8_t { Lumi, Lumo, NvWk2, NvWk3, NvWk4 };
 Q_ENUM_NS(TKeypadType)
+
+// clang-format on
 
 }  // namespace NorvaGlobal
 

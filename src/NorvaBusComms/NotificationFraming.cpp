@@ -1,0 +1,81 @@
+#include <NorvaBusComms/NotificationFraming.h>
+
+namespace norva {
+
+namespace {
+enum class TCut { Consumed, Wait, DiscardAll, Stop };
+
+std::uint8_t ByteAt(const QByteArray& buffer, qsizetype index) {
+  return static_cast<std::uint8_t>(buffer[index]);
+}
+
+TCut CutCommandFrame(const QByteArray& buffer, qsizetype start, TTickCount now,
+                     std::vector<TCommandPacket>& packets, qsizetype& length) {
+  const qsizetype available = buffer.size() - start;
+  // Fewer than three bytes: the whole buffer is thrown away, as the devices expect.
+  if (available < 3) return TCut::DiscardAll;
+  const int n = ByteAt(buffer, start + 1);
+  length = n + 2;
+  if (available < length) return TCut::Wait;
+  if (n >= 2) {
+    TCommandPacket packet;
+    packet.Cmd = ByteAt(buffer, start + 2);
+    packet.Zone = ByteAt(buffer, start + 3);
+    packet.Timestamp = now;
+    packet.Data.reserve(static_cast<std::size_t>(n - 2));
+    for (qsizetype i = start + 4; i < start + length; ++i) packet.Data.push_back(ByteAt(buffer, i));
+    packets.push_back(std::move(packet));
+  }
+  return TCut::Consumed;
+}
+
+TCut CutLogFrame(const QByteArray& buffer, qsizetype start, const TNotificationHandler& notify,
+                 qsizetype& length) {
+  const bool oldStyle = ByteAt(buffer, start) == usb_log_event_old;
+  qsizetype end = start + 1;
+  while (end < buffer.size() && ByteAt(buffer, end) >= 4) ++end;
+  qsizetype bodyEnd = end;
+  if (end < buffer.size()) {
+    // A zero ends the message and belongs to it; a byte 1 to 3 starts the next message.
+    if (ByteAt(buffer, end) == 0) bodyEnd = end + 1;
+  } else if (!oldStyle) {
+    return TCut::Wait;
+  }
+  length = bodyEnd - start;
+  notify(usb_log_event, buffer.mid(start + 1, bodyEnd - start - 1));
+  return TCut::Consumed;
+}
+}  // namespace
+
+void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TCommandPacket>& packets,
+                           const TNotificationHandler& notify) {
+  qsizetype start = 0;
+  while (start < buffer.size()) {
+    qsizetype length = 0;
+    TCut cut = TCut::Stop;
+    switch (ByteAt(buffer, start)) {
+      case usb_norva_command: cut = CutCommandFrame(buffer, start, now, packets, length); break;
+      case usb_ir_learn_event:
+        if (buffer.size() - start < 3) {
+          cut = TCut::Wait;
+        } else {
+          length = buffer.size() - start;
+          notify(usb_ir_learn_event, buffer.mid(start + 1));
+          cut = TCut::Consumed;
+        }
+        break;
+      case usb_log_event_old:
+      case usb_log_event: cut = CutLogFrame(buffer, start, notify, length); break;
+      default: break;
+    }
+    if (cut == TCut::DiscardAll) {
+      buffer.clear();
+      return;
+    }
+    if (cut != TCut::Consumed) break;
+    start += length;
+  }
+  buffer.remove(0, start);
+}
+
+}  // namespace norva

@@ -1,0 +1,138 @@
+#pragma once
+// The bus packet engine: sends packets in their text form, remembers the last 80 sent, cuts
+// received bytes into packets, coalesces status reports, recognises echoes of its own sends and
+// delivers everything to the registered users. Runs on the UI thread; the nesting counters (not
+// locks) make it safe against re-entry from users that pump events.
+
+#include <NorvaBusComms/BusTransport.h>
+#include <NorvaBusComms/BusUser.h>
+#include <NorvaBusComms/CommandPacket.h>
+#include <NorvaBusComms/CommsTypes.h>
+#include <NorvaGlobal/Vocabulary.h>
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <array>
+#include <span>
+#include <vector>
+
+namespace norva {
+
+// Source kinds of received bytes.
+inline constexpr int SerialRXKind = 0;
+inline constexpr int DataPipeRXKind = 0x82;          // 130: raw data only
+inline constexpr int NotificationPipeRXKind = 0x83;  // 131: binary notification frames
+
+class TNorvaPacketEngine {
+ public:
+  static constexpr int SentHistorySize = 80;
+  static constexpr TTickCount EchoWindowMs = 5000;
+
+  TNorvaPacketEngine() = default;
+  virtual ~TNorvaPacketEngine() = default;
+  TNorvaPacketEngine(const TNorvaPacketEngine&) = delete;
+  TNorvaPacketEngine& operator=(const TNorvaPacketEngine&) = delete;
+
+  // The link to the device (not owned). Without one the bus is not connected.
+  void SetTransport(TBusTransport* transport) { mTransport = transport; }
+  TBusTransport* Transport() const { return mTransport; }
+  bool IsOpen() const { return mTransport && mTransport->IsOpen(); }
+
+  TCommsInterface SelectedCommsInterface() const { return mSelectedCommsInterface; }
+  void SetSelectedCommsInterface(TCommsInterface value) { mSelectedCommsInterface = value; }
+  TCommsDeviceType ConnectedDeviceType() const { return mConnectedDeviceType; }
+  void SetConnectedDeviceType(TCommsDeviceType value) { mConnectedDeviceType = value; }
+
+  // Users, in delivery order. Not owned; a user may remove itself while being delivered to.
+  void AddUser(TNorvaBusUser* user);
+  void RemoveUser(TNorvaBusUser* user);
+  const std::vector<TNorvaBusUser*>& Users() const { return mUsers; }
+
+  // --- Transmitting (all silent no-ops while the bus is not connected) ---
+  void SendCmd(const TCommandPacket& packet);
+  // The acknowledgement of a received packet: its command plus 0x80.
+  void AckCmd(const TCommandPacket& packet);
+  // Command 0x0B with one data byte: the key in bits 0-4, the repeat count in bits 5-7.
+  void SendKeypress(std::uint8_t zone, std::uint8_t key, std::uint8_t repeats);
+  void SendXOFF();
+  void SendXON();
+  void SendRaw(const QByteArray& bytes);
+  // Queues an item on the main transmit worker (not on Ethernet).
+  void Send(const TTXItem& item);
+  // A vendor command for the device; with waitForQueue, first lets the main worker drain (500 ms at
+  // most).
+  void SendUSBCommand(TUSBCommand command, std::uint16_t wValue, std::uint16_t wIndex,
+                      const QByteArray& data, bool waitForQueue);
+
+  // The sent-packet history; index 0 is the newest.
+  const TCommandPacket& CommandRecentlySent(int index) const;
+
+  // --- Receiving ---
+  // Entry point for a receive worker's bytes of the given kind (0 serial, 130, 131).
+  void RXEvent(int kind);
+  // Appends bytes to the channel of `kind` and processes them (what RXEvent does once it has them).
+  void ReceiveBytes(int kind, QByteArrayView bytes);
+  // Parses bus text, delivers the packets and returns the number of characters consumed.
+  qsizetype ProcessRawNorvaCommandString(QByteArrayView received);
+  // Delivers a batch; only the newest status report (commands 4-7) per command and zone gets
+  // through.
+  void ProcessCommands(const std::vector<TCommandPacket>& packets);
+  // Marks an echo and delivers one packet to every user.
+  void ProcessCommand(const TCommandPacket& packet);
+  // Offers raw bytes to the users; the first that takes charge leaves in `bytes` what it keeps.
+  void ProcessRawData(QByteArray& bytes);
+  // Offers a notification to the users until one consumes it; returns whether one did.
+  bool ProcessNotification(TUSBNotification kind, const QByteArray& data);
+  void FlushRawData();
+
+  bool ExpectEcho() const;
+  // Pumps events until the newest sent packet's echo has arrived; false after `timeoutMs`.
+  bool WaitUntilEchoReceived(TTickCount timeoutMs);
+
+  int InProcessCmd() const { return mInProcessCmd; }
+  bool ProcessingEcho() const { return mProcessingEcho; }
+  bool ForceRawProcessing() const { return mForceRawProcessing; }
+  void SetForceRawProcessing(bool value) { mForceRawProcessing = value; }
+  TTickCount TimeLastCommand() const { return mTimeLastCommand; }
+  TTickCount LastRX() const { return mLastRX; }
+  // Bytes received but not yet processed on the main channel and on the notification channel.
+  const QByteArray& PendingRawData() const { return mRawData; }
+  const QByteArray& PendingNotificationData() const { return mNotificationData; }
+
+ private:
+  struct TSentEntry {
+    TCommandPacket Packet;
+    bool Matchable = false;  // a sent packet whose echo has not yet been seen
+  };
+
+  bool ReadsBusText(int kind) const;
+  void ProcessMainChannel(QByteArray& buffer, int kind);
+  void ProcessNotificationChannel(QByteArray& buffer);
+  void RecordSent(const TCommandPacket& packet);
+  bool MatchEcho(const TCommandPacket& packet);
+  TSentEntry& SentEntry(int index);
+  const TSentEntry& SentEntry(int index) const;
+  template <typename Deliver>
+  bool DeliverToUsers(Deliver&& deliver);
+
+  TBusTransport* mTransport = nullptr;
+  TCommsInterface mSelectedCommsInterface = NoCommsInterface;
+  TCommsDeviceType mConnectedDeviceType = NoCommsDevice;
+  std::vector<TNorvaBusUser*> mUsers;
+
+  QByteArray mRawData;
+  int mRawDataProcessCount = 0;
+  QByteArray mNotificationData;
+  int mNotificationDataProcessCount = 0;
+  int mInProcessCmd = 0;
+  TTickCount mTimeLastCommand = 0;
+  // A ring: mNewestSent is the slot of index 0, older entries follow it.
+  std::array<TSentEntry, SentHistorySize> mCommandsRecentlySent{};
+  int mNewestSent = 0;
+  bool mProcessingEcho = false;
+  bool mForceRawProcessing = false;
+  TTickCount mLastRX = 0;
+};
+
+}  // namespace norva
