@@ -1,0 +1,21 @@
+#pragma once
+// Building elements so that every file looks alike: one element per value, each child on its own
+// line indented with tabs, values as element text.
+
+#include <QString>
+
+#include <pugixml.hpp>
+
+namespace norva {
+
+// Appends a line break ("\r\n" plus one tab per ancestor of `parent`, the document included) and
+// then a new element `name` to `parent`, and returns the element. Nothing follows the last child,
+// so the parent's end tag comes right after it. Raises EXMLError for a name that is not a valid
+// XML name or a parent that cannot hold elements.
+pugi::xml_node AddXMLDOMElement(pugi::xml_node parent, const QString& name);
+
+// The DOM's text setter: replaces every child of `node` by one text node holding `text` (no child
+// at all when `text` is empty). Raises EXMLError when `node` cannot hold text.
+void SetXMLDOMText(pugi::xml_node node, const QString& text);
+
+}  // namespace norva

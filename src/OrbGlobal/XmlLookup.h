@@ -1,0 +1,26 @@
+#pragma once
+// Reading values back: required elements are looked up with mustExist true and raise when absent,
+// optional ones with false. Names match exactly (case-sensitive), among direct children only.
+
+#include <QString>
+
+#include <pugixml.hpp>
+
+namespace norva {
+
+// The first direct child element of `parent` named exactly `name`, or a null node. With
+// `mustExist`, a missing element raises ENorvaError with name + " element not found".
+pugi::xml_node GetXMLDOMNode(pugi::xml_node parent, const QString& name, bool mustExist);
+
+// The DOM text of that child (see GetXMLDOMText); "" when it is missing and !mustExist.
+QString GetXMLDOMNodeText(pugi::xml_node parent, const QString& name, bool mustExist);
+
+// The value of the first child node of `element`: for text exactly the text, for a nested element
+// its node value (empty). "" when `element` has no children.
+QString GetElementText(pugi::xml_node element);
+
+// The DOM's text of `node`: the text of it and all its descendants, concatenated in document
+// order.
+QString GetXMLDOMText(pugi::xml_node node);
+
+}  // namespace norva
