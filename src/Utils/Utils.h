@@ -1,0 +1,7 @@
+#pragma once
+// Utilities: application folders, string cutting, Base64, point and rectangle arithmetic.
+
+#include <Utils/Base64.h>
+#include <Utils/Folders.h>
+#include <Utils/Geometry.h>
+#include <Utils/StringUtils.h>
