@@ -120,8 +120,16 @@ void TNorvaPacketEngine::SendUSBCommand(TUSBCommand command, std::uint16_t wValu
 void TNorvaPacketEngine::RecordSent(const TCommandPacket& packet) {
   mNewestSent = (mNewestSent + SentHistorySize - 1) % SentHistorySize;
   TSentEntry& slot = mCommandsRecentlySent[static_cast<std::size_t>(mNewestSent)];
+  SetMatchable(slot, false);  // the entry pushed out of the history
   slot.Packet = packet;
-  slot.Matchable = true;
+  SetMatchable(slot, true);
+}
+
+void TNorvaPacketEngine::SetMatchable(TSentEntry& entry, bool matchable) {
+  if (entry.Matchable == matchable) return;
+  entry.Matchable = matchable;
+  std::uint8_t& count = mMatchableByKey[EchoKey(entry.Packet)];
+  count = static_cast<std::uint8_t>(matchable ? count + 1 : count - 1);
 }
 
 TNorvaPacketEngine::TSentEntry& TNorvaPacketEngine::SentEntry(int index) {
@@ -232,14 +240,15 @@ void TNorvaPacketEngine::ProcessCommand(const TCommandPacket& packet) {
 }
 
 bool TNorvaPacketEngine::MatchEcho(const TCommandPacket& packet) {
+  if (mMatchableByKey[EchoKey(packet)] == 0) return false;
   const TTickCount now = GetTickCount();
   for (int i = 0; i < SentHistorySize; ++i) {
     TSentEntry& entry = SentEntry(i);
     if (TicksBetween(entry.Packet.Timestamp, now) > EchoWindowMs) return false;
     if (entry.Matchable && entry.Packet.SameContent(packet)) {
       // A cleared entry can never match again.
+      SetMatchable(entry, false);
       entry.Packet.Cmd = 0;
-      entry.Matchable = false;
       return true;
     }
   }

@@ -106,6 +106,14 @@ class TNorvaPacketEngine {
     bool Matchable = false;  // a sent packet whose echo has not yet been seen
   };
 
+  // Sent packets still awaiting their echo, counted by a hash of command and zone: a received
+  // packet whose count is zero cannot be an echo, so the history is only walked when it might be.
+  static std::size_t EchoKey(const TCommandPacket& packet) {
+    return (packet.Cmd + packet.Zone * 7u) % EchoKeyCount;
+  }
+  static constexpr std::size_t EchoKeyCount = 256;
+  void SetMatchable(TSentEntry& entry, bool matchable);
+
   bool ReadsBusText(int kind) const;
   void ProcessMainChannel(QByteArray& buffer, int kind);
   void ProcessNotificationChannel(QByteArray& buffer);
@@ -130,6 +138,7 @@ class TNorvaPacketEngine {
   // A ring: mNewestSent is the slot of index 0, older entries follow it.
   std::array<TSentEntry, SentHistorySize> mCommandsRecentlySent{};
   int mNewestSent = 0;
+  std::array<std::uint8_t, EchoKeyCount> mMatchableByKey{};  // never above SentHistorySize
   bool mProcessingEcho = false;
   bool mForceRawProcessing = false;
   TTickCount mLastRX = 0;

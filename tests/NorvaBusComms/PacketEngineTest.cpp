@@ -106,6 +106,26 @@ TEST_F(PacketEngineTest, EchoTooLateOrDifferentIsNotAnEcho) {
   for (const auto& delivered : user.Packets) EXPECT_FALSE(delivered.Echo);
 }
 
+TEST_F(PacketEngineTest, EchoBookkeepingSurvivesOverwritesAndLookalikes) {
+  engine.SendCmd(BuildCommandPacket(0x17, 0x00));  // (0x17, 0) and (0x10, 1) share a lookup slot
+  engine.ReceiveBytes(SerialRXKind, "1001\r\n1700\r\n1700\r\n");
+  ASSERT_EQ(user.Packets.size(), 3);
+  EXPECT_FALSE(user.Packets[0].Echo);
+  EXPECT_TRUE(user.Packets[1].Echo);
+  EXPECT_FALSE(user.Packets[2].Echo);
+
+  // A sent packet pushed out of the history by 80 newer ones can no longer be echoed.
+  user.Packets.clear();
+  engine.SendCmd(BuildCommandPacket(0x33, 0x01));
+  for (int i = 0; i < 80; ++i)
+    engine.SendCmd(BuildCommandPacket(0x34, static_cast<std::uint8_t>(i)));
+  engine.ReceiveBytes(SerialRXKind, "3301\r\n344F\r\n3400\r\n");
+  ASSERT_EQ(user.Packets.size(), 3);
+  EXPECT_FALSE(user.Packets[0].Echo);
+  EXPECT_TRUE(user.Packets[1].Echo);
+  EXPECT_TRUE(user.Packets[2].Echo);
+}
+
 TEST_F(PacketEngineTest, EchoAcrossTheTickCountWrap) {
   clock.Set(0xFFFFF000u);
   engine.SendCmd(BuildCommandPacket(0x30, 1));

@@ -1,0 +1,100 @@
+// The norva tool as an installer runs it: real process, real files, exit codes and messages.
+#include <QProcess>
+#include <QTemporaryFile>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct TRun {
+  int ExitCode = -1;
+  QString Out;
+  QString Err;
+};
+
+TRun Norva(const QStringList& arguments, const QByteArray& input = {}) {
+  QProcess process;
+  process.start(QStringLiteral(NORVA_BINARY_DIR "/tools/norva/norva"), arguments);
+  process.write(input);
+  process.closeWriteChannel();
+  process.waitForFinished(30000);
+  return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+          QString::fromUtf8(process.readAllStandardError())};
+}
+
+// The packet part of each receive-trace line (the tick count in front varies).
+QStringList TracedPackets(const QString& out) {
+  QStringList packets;
+  for (const QString& line : out.split(u'\n', Qt::SkipEmptyParts))
+    packets << line.section(QStringLiteral(" Receive: "), 1);
+  return packets;
+}
+
+TEST(NorvaTool, EncodesPacketsAndZones) {
+  EXPECT_EQ(Norva({"packet", "encode", "0x0B", "5", "0x23"}).Out, "0B0523\n");
+  EXPECT_EQ(Norva({"packet", "encode", "11", "40", "-1", "--preamp"}).Out, "0B88FF\n");
+  EXPECT_EQ(Norva({"zone", "encode", "70", "--page-preset"}).Out, "0xE6\n");
+  EXPECT_EQ(Norva({"zone", "decode", "0x45"}).Out, "zone 5, preamp output\n");
+  EXPECT_EQ(Norva({"zone", "decode", "255"}).Out, "no zone\n");
+  EXPECT_EQ(Norva({"error", "errEEPROMFull", "3", "7"}).Out, "Memory full. (3, 7)\n");
+  EXPECT_EQ(Norva({"error", "8"}).Out, "Error 0x08\n");
+}
+
+TEST(NorvaTool, DecodeCoalescesAsTheReceivePathDoes) {
+  const TRun run =
+      Norva({"packet", "decode"}, "050101\r\n050102\r\nzz05\r\n0B0523\r\n050201\r\n0B05");
+  EXPECT_EQ(run.ExitCode, 0);
+  EXPECT_EQ(TracedPackets(run.Out), (QStringList{"05,01,02", "0B,05,23", "05,02,01"}));
+  EXPECT_TRUE(run.Err.contains("4 bytes at the end were incomplete")) << run.Err.toStdString();
+
+  // One byte per arrival: every report is its own batch, so none is coalesced.
+  const TRun bytewise = Norva({"packet", "decode", "--chunk", "1"}, "050101\r\n050102\r\n");
+  EXPECT_EQ(TracedPackets(bytewise.Out), (QStringList{"05,01,01", "05,01,02"}));
+}
+
+TEST(NorvaTool, DecodesNotificationFramesFromAFile) {
+  QTemporaryFile capture;
+  ASSERT_TRUE(capture.open());
+  capture.write(QByteArray("\x05hello\x00\x04\x03\x0B\x05\x23", 12));
+  capture.close();
+  const TRun run = Norva({"packet", "decode", "--usb-notifications", capture.fileName()});
+  EXPECT_EQ(run.ExitCode, 0);
+  EXPECT_TRUE(run.Out.contains("Notification: usb_log_event \"hello\"")) << run.Out.toStdString();
+  EXPECT_TRUE(run.Out.contains("Receive: 0B,05,23")) << run.Out.toStdString();
+}
+
+TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
+  const QList<QStringList> badCalls = {
+      {"packet", "encode", "256", "1"},
+      {"packet", "encode", "1", "96"},
+      {"packet", "encode", "1"},
+      {"packet", "encode", "1", "2", "x"},
+      {"zone", "decode", "0x100"},
+      {"error", "errNoSuchThing"},
+      {"error", "1", "2"},
+      {"packet", "decode", "/no/such/capture"},
+      {"packet", "decode", "--chunk", "0"},
+      {"packet", "decode", "--chunk"},
+      {"packet", "encode", "1", "2", "--x"},
+      {"frobnicate"},
+  };
+  for (const QStringList& call : badCalls) {
+    const TRun run = Norva(call);
+    EXPECT_EQ(run.ExitCode, 2) << call.join(' ').toStdString();
+    EXPECT_TRUE(run.Out.isEmpty()) << call.join(' ').toStdString();
+    EXPECT_EQ(run.Err.count(u'\n'), 1)
+        << call.join(' ').toStdString() << ": " << run.Err.toStdString();
+    EXPECT_TRUE(run.Err.startsWith("norva: ")) << run.Err.toStdString();
+  }
+}
+
+TEST(NorvaTool, HelpListsEveryCommand) {
+  const TRun run = Norva({"--help"});
+  EXPECT_EQ(run.ExitCode, 0);
+  for (const char* command :
+       {"packet encode", "packet decode", "zone encode", "zone decode", "error"})
+    EXPECT_TRUE(run.Out.contains(command)) << command;
+  EXPECT_EQ(Norva({"packet", "decode", "--help"}).ExitCode, 0);
+}
+
+}  // namespace

@@ -1,0 +1,38 @@
+#pragma once
+// Small helpers shared by the subcommands: argument parsing with one-line errors.
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <stdexcept>
+
+namespace norva::cli {
+
+// Bad input from the user: printed as one line on stderr, exit code 2.
+class EUsage : public std::runtime_error {
+ public:
+  explicit EUsage(const QString& message) : std::runtime_error(message.toStdString()) {}
+};
+
+// Arguments of one subcommand: options are taken out as they are asked for; what remains are the
+// positional arguments, in order.
+class TArguments {
+ public:
+  explicit TArguments(QStringList arguments) : mArguments(std::move(arguments)) {}
+
+  // True (and removed) when the flag is present.
+  bool TakeFlag(const QString& flag);
+  // The value after `option` (removed with it), or nothing when absent.
+  std::optional<QString> TakeOption(const QString& option);
+  // The positional arguments; fails on anything left that looks like an option.
+  QStringList Positional() const;
+
+ private:
+  QStringList mArguments;
+};
+
+// An integer in decimal or 0x-hexadecimal within [min, max]; `what` names it in the error.
+int ParseInteger(const QString& text, int min, int max, const QString& what);
+
+}  // namespace norva::cli

@@ -1,0 +1,120 @@
+// norva packet encode / decode: bus text to and from packets, as the receive path reads them.
+#include "Subcommands.h"
+
+#include <NorvaBusComms/NorvaBusComms.h>
+#include <NorvaGlobal/NorvaGlobal.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+
+#include <vector>
+
+namespace norva::cli {
+
+namespace {
+
+constexpr int DefaultChunk = 1024;  // what one read of a receive worker delivers
+
+QByteArray ReadInput(const QString& path) {
+  QFile file;
+  const bool isStdin = path.isEmpty() || path == QStringLiteral("-");
+  const bool opened = isStdin ? file.open(stdin, QIODevice::ReadOnly)
+                              : (file.setFileName(path), file.open(QIODevice::ReadOnly));
+  if (!opened) throw EUsage(QStringLiteral("cannot read %1: %2").arg(path, file.errorString()));
+  return file.readAll();
+}
+
+// Milliseconds since the decode started stand in for the tick count of each received packet.
+QElapsedTimer& DecodeClock() {
+  static QElapsedTimer clock;
+  return clock;
+}
+TTickCount DecodeTicks() { return static_cast<TTickCount>(DecodeClock().elapsed()); }
+
+QString DescribeNotification(TUSBNotification kind, const QByteArray& data) {
+  if (kind == usb_log_event) {
+    QByteArray text = data;
+    if (text.endsWith('\0')) text.chop(1);
+    return QStringLiteral("\"%1\"").arg(QString::fromLatin1(text));
+  }
+  return QString::fromLatin1(data.toHex(' ').toUpper());
+}
+
+// Prints every delivered packet in the receive-trace form, and every notification.
+class TTracePrinter : public TNorvaBusUser {
+ public:
+  TTracePrinter(const TNorvaPacketEngine& engine, QTextStream& out) : mEngine(engine), mOut(out) {}
+
+  void ProcessCommand(const TCommandPacket& packet) override {
+    mOut << ReceiveTraceLine(packet, mEngine.ProcessingEcho(), packet.Timestamp) << '\n';
+    ++mPackets;
+  }
+  bool ProcessNotification(TUSBNotification kind, const QByteArray& data) override {
+    mOut << GetTickCount() << " Notification: " << EnumName(kind) << ' '
+         << DescribeNotification(kind, data) << '\n';
+    ++mNotifications;
+    return true;
+  }
+  int Packets() const { return mPackets; }
+  int Notifications() const { return mNotifications; }
+
+ private:
+  const TNorvaPacketEngine& mEngine;
+  QTextStream& mOut;
+  int mPackets = 0;
+  int mNotifications = 0;
+};
+
+}  // namespace
+
+int RunPacketEncode(TArguments& arguments, QTextStream& out) {
+  const bool preamp = arguments.TakeFlag(QStringLiteral("--preamp"));
+  const bool pagePreset = arguments.TakeFlag(QStringLiteral("--page-preset"));
+  const QStringList values = arguments.Positional();
+  if (values.size() < 2) throw EUsage(QStringLiteral("packet encode needs CMD and ZONE"));
+  const int cmd = ParseInteger(values[0], 0, 255, QStringLiteral("CMD"));
+  const int zone = ParseInteger(values[1], -1, 95, QStringLiteral("ZONE"));
+  std::vector<int> data;
+  for (qsizetype i = 2; i < values.size(); ++i)
+    data.push_back(ParseInteger(values[i], -255, 255, QStringLiteral("a data byte")));
+  const TCommandPacket packet =
+      BuildCommandPacket(static_cast<TCommand>(cmd),
+                         EncodeZone(static_cast<std::int8_t>(zone), preamp, pagePreset), data);
+  out << PacketText(packet).trimmed() << '\n';
+  return 0;
+}
+
+int RunPacketDecode(TArguments& arguments, QTextStream& out) {
+  const bool notifications = arguments.TakeFlag(QStringLiteral("--usb-notifications"));
+  const auto chunkOption = arguments.TakeOption(QStringLiteral("--chunk"));
+  const int chunk = chunkOption ? ParseInteger(*chunkOption, 1, 1 << 20, QStringLiteral("--chunk"))
+                                : DefaultChunk;
+  const QStringList files = arguments.Positional();
+  if (files.size() > 1) throw EUsage(QStringLiteral("packet decode reads one FILE"));
+  const QByteArray input = ReadInput(files.value(0));
+
+  TNorvaPacketEngine engine;
+  engine.SetSelectedCommsInterface(notifications ? USBInterface : RS232Interface);
+  engine.SetConnectedDeviceType(NorvaAmp);
+  TTracePrinter printer(engine, out);
+  engine.AddUser(&printer);
+
+  DecodeClock().start();
+  const TTickSource previous = SetTickSource(&DecodeTicks);
+  const int kind = notifications ? NotificationPipeRXKind : SerialRXKind;
+  for (qsizetype offset = 0; offset < input.size(); offset += chunk)
+    engine.ReceiveBytes(kind, QByteArrayView(input.constData() + offset,
+                                             std::min<qsizetype>(chunk, input.size() - offset)));
+  SetTickSource(previous);
+  out.flush();
+
+  const qsizetype left =
+      notifications ? engine.PendingNotificationData().size() : engine.PendingRawData().size();
+  QTextStream err(stderr);
+  err << printer.Packets() << " packets, " << printer.Notifications() << " notifications";
+  if (left > 0) err << "; " << left << " bytes at the end were incomplete";
+  err << Qt::endl;
+  return 0;
+}
+
+}  // namespace norva::cli

@@ -1,0 +1,17 @@
+#pragma once
+// The subcommands of the norva tool. Each returns the process exit code and throws EUsage on bad
+// input.
+
+#include "CommandLine.h"
+
+#include <QTextStream>
+
+namespace norva::cli {
+
+int RunPacketEncode(TArguments& arguments, QTextStream& out);
+int RunPacketDecode(TArguments& arguments, QTextStream& out);
+int RunZoneEncode(TArguments& arguments, QTextStream& out);
+int RunZoneDecode(TArguments& arguments, QTextStream& out);
+int RunError(TArguments& arguments, QTextStream& out);
+
+}  // namespace norva::cli

@@ -1,0 +1,90 @@
+// norva: the installer's command-line tool for the bus.
+#include "Subcommands.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+namespace norva::cli {
+namespace {
+
+struct TSubcommand {
+  QStringList Words;  // e.g. {"packet", "encode"}
+  QString Usage;
+  QString Summary;
+  int (*Run)(TArguments&, QTextStream&);
+};
+
+const std::vector<TSubcommand>& Subcommands() {
+  static const std::vector<TSubcommand> table = {
+      {{"packet", "encode"},
+       "packet encode CMD ZONE [DATA...] [--preamp] [--page-preset]",
+       "print the bus text of a packet (ZONE 0-95, -1 for none; numbers decimal or 0x hex)",
+       &RunPacketEncode},
+      {{"packet", "decode"},
+       "packet decode [FILE|-] [--usb-notifications] [--chunk BYTES]",
+       "read captured bus text (or USB notification frames) and print each packet as received",
+       &RunPacketDecode},
+      {{"zone", "encode"},
+       "zone encode ZONE [--preamp] [--page-preset]",
+       "print the zone byte sent on the bus",
+       &RunZoneEncode},
+      {{"zone", "decode"},
+       "zone decode BYTE",
+       "print the zone a zone byte stands for",
+       &RunZoneDecode},
+      {{"error"},
+       "error CODE [FIRST SECOND]",
+       "print the message of a device error code (number or name such as errEEPROMFull)",
+       &RunError},
+  };
+  return table;
+}
+
+void PrintHelp(QTextStream& out) {
+  out << "Usage: norva COMMAND [ARGUMENTS]\n\nCommands:\n";
+  for (const TSubcommand& command : Subcommands())
+    out << "  norva " << command.Usage << "\n      " << command.Summary << '\n';
+  out << "\nBad input is reported on one line of standard error with exit code 2.\n";
+}
+
+const TSubcommand* FindSubcommand(const QStringList& arguments) {
+  for (const TSubcommand& command : Subcommands())
+    if (arguments.mid(0, command.Words.size()) == command.Words) return &command;
+  return nullptr;
+}
+
+int Run(const QStringList& arguments) {
+  QTextStream out(stdout);
+  if (arguments.isEmpty() || arguments.front() == QStringLiteral("--help") ||
+      arguments.front() == QStringLiteral("help")) {
+    PrintHelp(out);
+    return arguments.isEmpty() ? 2 : 0;
+  }
+  const TSubcommand* command = FindSubcommand(arguments);
+  if (!command)
+    throw EUsage(
+        QStringLiteral("unknown command \"%1\" (see norva --help)").arg(arguments.join(u' ')));
+  TArguments rest(arguments.mid(command->Words.size()));
+  if (rest.TakeFlag(QStringLiteral("--help"))) {
+    out << "Usage: norva " << command->Usage << "\n  " << command->Summary << '\n';
+    return 0;
+  }
+  return command->Run(rest, out);
+}
+
+}  // namespace
+}  // namespace norva::cli
+
+int main(int argc, char** argv) {
+  QCoreApplication app(argc, argv);
+  try {
+    return norva::cli::Run(app.arguments().mid(1));
+  } catch (const norva::cli::EUsage& error) {
+    QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
+    return 2;
+  } catch (const std::exception& error) {
+    QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
+    return 1;
+  }
+}
