@@ -1,0 +1,50 @@
+// Arbitrary bytes as a document: parsing either succeeds or raises EXMLParseError; a parsed
+// document can be walked with the lookup helpers and saved, and what is saved loads again.
+#include <OrbGlobal/XmlDocument.h>
+#include <OrbGlobal/XmlErrors.h>
+#include <OrbGlobal/XmlLookup.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+// Visits every element without recursion, as deep input would exhaust the stack.
+void WalkElements(pugi::xml_node root) {
+  pugi::xml_node node = root;
+  while (node) {
+    if (node.type() == pugi::node_element) {
+      const QString name = QString::fromUtf8(node.name());
+      (void)norva::GetElementText(node);
+      (void)norva::GetXMLDOMNodeText(node, name, false);
+      // Names that are valid UTF-8 must be found again under their parent.
+      if (name.toUtf8() == node.name() && !norva::GetXMLDOMNode(node.parent(), name, false)) {
+        std::abort();
+      }
+    }
+    if (pugi::xml_node child = node.first_child()) {
+      node = child;
+      continue;
+    }
+    while (node && node != root && !node.next_sibling()) node = node.parent();
+    node = (node && node != root) ? node.next_sibling() : pugi::xml_node();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+  pugi::xml_document document;
+  try {
+    norva::LoadXMLDocument(document, bytes);
+  } catch (const norva::EXMLParseError& error) {
+    if (error.Line() < 1 || error.Column() < 1) std::abort();
+    return 0;
+  }
+  WalkElements(document);
+  const QByteArray saved = norva::SaveXMLDocument(document);
+  pugi::xml_document reloaded;
+  norva::LoadXMLDocument(reloaded, saved);  // what was written must parse again
+  return 0;
+}
