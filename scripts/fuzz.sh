@@ -4,6 +4,7 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 seconds=${1:-20}
 for target in "$root"/build/fuzz/fuzz/fuzz_*; do
+  [[ -f "$target" && -x "$target" ]] || continue  # skip the build's own folders
   name=$(basename "$target")
   name=${name#fuzz_}
   work=$(mktemp -d)

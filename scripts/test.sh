@@ -22,6 +22,7 @@ bash scripts/fuzz.sh "${NORVA_FUZZ_SECONDS:-20}"
 echo "== Benchmarks (one short pass; figures come from scripts/bench.sh)"
 bash scripts/build.sh release
 for bench in build/release/bench/bench_*; do
+  [[ -f "$bench" && -x "$bench" ]] || continue
   "$bench" --benchmark_min_time=0.05 >/dev/null
 done
 
