@@ -6,17 +6,17 @@
 namespace norva {
 
 namespace {
-constexpr std::int8_t NotHex = -1;
+constexpr int NotHex = -1;
 
-constexpr std::array<std::int8_t, 256> MakeHexTable() {
-  std::array<std::int8_t, 256> table{};
+constexpr std::array<int, 256> MakeHexTable() {
+  std::array<int, 256> table{};
   for (auto& entry : table) entry = NotHex;
-  for (int c = '0'; c <= '9'; ++c) table[c] = static_cast<std::int8_t>(c - '0');
-  for (int c = 'A'; c <= 'F'; ++c) table[c] = static_cast<std::int8_t>(c - 'A' + 10);
-  for (int c = 'a'; c <= 'f'; ++c) table[c] = static_cast<std::int8_t>(c - 'a' + 10);
+  for (int c = '0'; c <= '9'; ++c) table[c] = c - '0';
+  for (int c = 'A'; c <= 'F'; ++c) table[c] = c - 'A' + 10;
+  for (int c = 'a'; c <= 'f'; ++c) table[c] = c - 'a' + 10;
   return table;
 }
-constexpr std::array<std::int8_t, 256> HexValue = MakeHexTable();
+constexpr std::array<int, 256> HexValue = MakeHexTable();
 
 // The byte at `pair` (two characters), or -1 when either is not a hex digit.
 int HexPair(const char* pair) {

@@ -16,7 +16,7 @@ void AppendHex(QByteArray& out, std::uint8_t value) {
 // "0B,05,23": the packet's bytes as hex pairs joined by commas.
 QString CommaHex(const TCommandPacket& packet) {
   QByteArray text;
-  text.reserve(3 * (2 + static_cast<int>(packet.Data.size())));
+  text.reserve(3 * (2 + static_cast<qsizetype>(packet.Data.size())));
   AppendHex(text, packet.Cmd);
   text.append(',');
   AppendHex(text, packet.Zone);

@@ -31,6 +31,7 @@ class TNestingGuard {
 
 // Status reports: only the newest per command and zone in one batch matters.
 constexpr bool IsStatusReport(TCommand cmd) { return cmd >= 4 && cmd <= 7; }
+constexpr std::size_t StatusReportKeys = std::size_t{4} * 256;  // command 4-7 by zone byte
 
 void PumpEventsFor(TTickCount ms) {
   QThread::msleep(ms);
@@ -201,7 +202,7 @@ qsizetype TNorvaPacketEngine::ProcessRawNorvaCommandString(QByteArrayView receiv
 
 void TNorvaPacketEngine::ProcessCommands(const std::vector<TCommandPacket>& packets) {
   // Walk backwards once to find the status reports that a later one in the batch supersedes.
-  std::bitset<4 * 256> seenLater;
+  std::bitset<StatusReportKeys> seenLater;
   QVarLengthArray<bool, 256> superseded(static_cast<qsizetype>(packets.size()));
   for (std::size_t i = packets.size(); i-- > 0;) {
     const TCommandPacket& packet = packets[i];
