@@ -11,24 +11,18 @@
 namespace norva {
 namespace {
 
-TEST(XMLFormatSettings, ForcesTheFileSeparators) {
-  EXPECT_EQ(XMLFormatSettings.ThousandSeparator, u',');
-  EXPECT_EQ(XMLFormatSettings.DecimalSeparator, u'.');
-  EXPECT_EQ(XMLFormatSettings.DateSeparator, u'/');
-  EXPECT_EQ(XMLFormatSettings.TimeSeparator, u':');
-}
+constexpr double Infinity = std::numeric_limits<double>::infinity();
 
 struct TFloatText {
   double value;
   const char* text;
 };
 
-TEST(FloatToXMLText, WritesTheClassicGeneralForm) {
+TEST(FloatToXMLText, WritesTheClassicGeneralFormWithFifteenDigits) {
   const TFloatText cases[] = {
       {1.5, "1.5"},
       {100, "100"},
       {-2.25, "-2.25"},
-      {0, "0"},
       {-0.0, "0"},
       {1e20, "1E20"},
       {1e15, "1E15"},
@@ -38,44 +32,30 @@ TEST(FloatToXMLText, WritesTheClassicGeneralForm) {
       {0.00001, "1E-5"},
       {-0.000015, "-1.5E-5"},
       {0.1 + 0.2, "0.3"},
-      {1.0 / 3, "0.333333333333333"},
       {2.0 / 3, "0.666666666666667"},
-      {12345.678, "12345.678"},
-      {1.7976931348623157e308, "1.79769313486232E308"},
       {std::numeric_limits<double>::denorm_min(), "5E-324"},
-      {std::numeric_limits<double>::quiet_NaN(), "NAN"},
-      {std::numeric_limits<double>::infinity(), "INF"},
-      {-std::numeric_limits<double>::infinity(), "-INF"},
+      {std::nan(""), "NAN"},
+      {-Infinity, "-INF"},
   };
-  for (const TFloatText& c : cases) {
-    EXPECT_EQ(FloatToXMLText(c.value), QString::fromLatin1(c.text)) << c.text;
-  }
+  for (const TFloatText& c : cases) EXPECT_EQ(FloatToXMLText(c.value), c.text) << c.text;
 }
 
 TEST(XMLTextToFloat, ReadsWhatIsWrittenAndPlainDecimals) {
   const TFloatText cases[] = {
-      {1.5, "1.5"},        {1e20, "1E20"},     {1e-5, "1E-5"}, {1e-5, "1e-5"},
-      {1.5e20, "1.5E+20"}, {-0.5, "-.5"},      {2, "+2"},      {12, " 12 \r\n"},
-      {0.001, "0.001"},    {5e-324, "5E-324"}, {100, "100."},
+      {1e20, "1E20"},   {1e-5, "1e-5"},     {1.5e20, "1.5E+20"}, {-0.5, "-.5"},       {2, "+2"},
+      {12, " 12 \r\n"}, {5e-324, "5E-324"}, {100, "100."},       {-Infinity, "-INF"},
   };
-  for (const TFloatText& c : cases) {
-    EXPECT_EQ(XMLTextToFloat(QString::fromLatin1(c.text)), c.value) << c.text;
-  }
+  for (const TFloatText& c : cases) EXPECT_EQ(XMLTextToFloat(c.text), c.value) << c.text;
   EXPECT_TRUE(std::isnan(XMLTextToFloat(QStringLiteral("NAN"))));
-  EXPECT_EQ(XMLTextToFloat(QStringLiteral("-INF")), -std::numeric_limits<double>::infinity());
+  for (double value : {3.14159265358979, -273.15, 6.02214076e23, 1.602176634e-19, 0.1, 1e-300}) {
+    EXPECT_EQ(XMLTextToFloat(FloatToXMLText(value)), value) << value;
+  }
 }
 
 TEST(XMLTextToFloat, RaisesForTextThatIsNoNumber) {
-  for (const char* bad : {"", "  ", "1,5", "1,000.5", "1.5x", "abc", "1e", "1e400", "--1", "+-1",
-                          "1 000", "0x10", "\xC2\xBD"}) {
+  for (const char* bad :
+       {"", "  ", "1,5", "1,000.5", "1.5x", "1e", "1e400", "+-1", "1 000", "0x10", "\xC2\xBD"}) {
     EXPECT_THROW(XMLTextToFloat(QString::fromUtf8(bad)), EConvertError) << bad;
-  }
-}
-
-TEST(XMLFloatText, RoundTripsFifteenDigitValues) {
-  for (double value : {3.14159265358979, -273.15, 6.02214076e23, 1.602176634e-19, 0.1, 65535.0,
-                       1e-300, 123456789012345.0}) {
-    EXPECT_EQ(XMLTextToFloat(FloatToXMLText(value)), value) << value;
   }
 }
 
@@ -89,41 +69,27 @@ TEST(XMLFloatText, IgnoresADecimalCommaLocale) {
   QLocale::setDefault(previous);
 }
 
-TEST(DateTimeToXMLText, WritesYearFirstToTheSecond) {
-  const QDateTime value(QDate(2024, 3, 7), QTime(18, 5, 9, 750));
-  EXPECT_EQ(DateTimeToXMLText(value), QStringLiteral("2024/03/07 18:05:09"));
-  EXPECT_EQ(DateTimeToXMLText(QDateTime(QDate(1, 1, 1), QTime(0, 0), Qt::UTC)),
-            QStringLiteral("0001/01/01 00:00:00"));
-}
-
-TEST(DateTimeToXMLText, RaisesForValuesTheFormCannotHold) {
-  EXPECT_THROW(DateTimeToXMLText(QDateTime()), EConvertError);
-  EXPECT_THROW(DateTimeToXMLText(QDateTime(QDate(10000, 1, 1), QTime(0, 0), Qt::UTC)),
-               EConvertError);
-  EXPECT_THROW(DateTimeToXMLText(QDateTime(QDate(-5, 1, 1), QTime(0, 0), Qt::UTC)), EConvertError);
-}
-
-TEST(XMLTextToDateTime, RoundTripsToTheSecond) {
+TEST(XMLDateText, WritesYearFirstAndRoundTripsToTheSecond) {
+  EXPECT_EQ(DateTimeToXMLText(QDateTime(QDate(2024, 3, 7), QTime(18, 5, 9, 750))),
+            QStringLiteral("2024/03/07 18:05:09"));
   for (Qt::TimeSpec spec : {Qt::LocalTime, Qt::UTC}) {
-    const QDateTime value(QDate(2023, 12, 31), QTime(23, 59, 58, 999), spec);
+    const QDateTime value(QDate(1, 12, 31), QTime(23, 59, 58, 999), spec);
     const QDateTime read = XMLTextToDateTime(DateTimeToXMLText(value), spec);
     EXPECT_EQ(read, value.addMSecs(-999));
     EXPECT_EQ(read.timeSpec(), spec);
   }
-}
-
-TEST(XMLTextToDateTime, AcceptsTheDateAloneAsMidnight) {
   EXPECT_EQ(XMLTextToDateTime(QStringLiteral("2020/02/29"), Qt::UTC),
             QDateTime(QDate(2020, 2, 29), QTime(0, 0), Qt::UTC));
 }
 
-TEST(XMLTextToDateTime, RaisesForOtherFormsAndImpossibleDates) {
+TEST(XMLDateText, RaisesForOtherFormsAndImpossibleValues) {
   for (const char* bad :
-       {"", "2023/02/30", "2021/02/29", "2023-02-01 10:00:00", "2023/2/1", "2023/02/01 24:00:00",
-        "2023/02/01 10:60:00", "2023/02/01T10:00:00", "0000/01/01", "2023/02/01 10:00",
-        "2023/02/01 10:00:00 ", "07/03/2024", "2O23/02/01"}) {
+       {"", "2023/02/30", "2023-02-01 10:00:00", "2023/2/1", "2023/02/01 24:00:00",
+        "2023/02/01T10:00:00", "0000/01/01", "2023/02/01 10:00", "07/03/2024", "2O23/02/01"}) {
     EXPECT_THROW(XMLTextToDateTime(QString::fromLatin1(bad)), EConvertError) << bad;
   }
+  EXPECT_THROW(DateTimeToXMLText(QDateTime()), EConvertError);
+  EXPECT_THROW(DateTimeToXMLText(QDateTime(QDate(10000, 1, 1), QTime(0, 0))), EConvertError);
 }
 
 }  // namespace

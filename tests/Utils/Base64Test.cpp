@@ -44,13 +44,6 @@ QByteArray Encoded(const QByteArray& bytes) {
   return text;
 }
 
-QByteArray EncodedToStream(QIODevice& in) {
-  QBuffer out;
-  out.open(QIODevice::WriteOnly);
-  Base64Encode(in, out);
-  return out.data();
-}
-
 QByteArray Decoded(const QByteArray& text) {
   QBuffer out;
   out.open(QIODevice::WriteOnly);
@@ -58,88 +51,55 @@ QByteArray Decoded(const QByteArray& text) {
   return out.data();
 }
 
-QByteArray DecodedFromStream(QIODevice& in) {
+// Runs one stream operation from `in` into a buffer.
+template <typename Operation>
+QByteArray Streamed(Operation operation, QIODevice& in) {
   QBuffer out;
   out.open(QIODevice::WriteOnly);
-  Base64Decode(in, out);
+  operation(in, out);
   return out.data();
 }
 
-QByteArray RandomBytes(qsizetype size) {
-  QByteArray bytes(size, Qt::Uninitialized);
-  QRandomGenerator generator(42);
-  for (char& byte : bytes) byte = static_cast<char>(generator.bounded(256));
-  return bytes;
-}
+const auto EncodeStream = [](QIODevice& in, QIODevice& out) { Base64Encode(in, out); };
+const auto DecodeStream = [](QIODevice& in, QIODevice& out) { Base64Decode(in, out); };
 
-TEST(Base64Encode, MatchesTheStandardVectors) {
+TEST(Base64Encode, MatchesTheStandardVectorsFromTheCurrentPosition) {
   EXPECT_EQ(Encoded("Man"), "TWFu");
   EXPECT_EQ(Encoded("M"), "TQ==");
   EXPECT_EQ(Encoded(""), "");
-  EXPECT_EQ(Encoded("f"), "Zg==");
-  EXPECT_EQ(Encoded("fo"), "Zm8=");
-  EXPECT_EQ(Encoded("foo"), "Zm9v");
-  EXPECT_EQ(Encoded("foob"), "Zm9vYg==");
   EXPECT_EQ(Encoded("fooba"), "Zm9vYmE=");
-  EXPECT_EQ(Encoded("foobar"), "Zm9vYmFy");
   EXPECT_EQ(Encoded(QByteArray("\xFB\xFF\xBF", 3)), "+/+/");
-}
-
-TEST(Base64Encode, ReadsFromTheCurrentPosition) {
   QBuffer in;
   in.setData("skipMan");
   in.open(QIODevice::ReadOnly);
   in.seek(4);
-  EXPECT_EQ(EncodedToStream(in), "TWFu");
+  EXPECT_EQ(Streamed(EncodeStream, in), "TWFu");
 }
 
-TEST(Base64Encode, StreamAndTextFormsAgreeAcrossChunkBoundaries) {
-  for (qsizetype size : {qsizetype(49151), qsizetype(49152), qsizetype(100001)}) {
-    const QByteArray bytes = RandomBytes(size);
-    QBuffer in;
-    in.setData(bytes);
-    in.open(QIODevice::ReadOnly);
-    const QByteArray text = EncodedToStream(in);
-    EXPECT_EQ(text, Encoded(bytes)) << size;
-    EXPECT_EQ(text, bytes.toBase64()) << size;
+TEST(Base64, StreamsAgreeWithTheTextFormWhateverTheReadSizes) {
+  // Sizes around the 48 KiB chunk, and devices that hand out a few bytes per read, exercise the
+  // bytes and bits carried from one read to the next.
+  QRandomGenerator generator(42);
+  for (qsizetype size : {qsizetype(1000), qsizetype(49151), qsizetype(100001)}) {
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (char& byte : bytes) byte = static_cast<char>(generator.bounded(256));
+    const QByteArray text = bytes.toBase64();
+    EXPECT_EQ(Encoded(bytes), text) << size;
+    EXPECT_EQ(Decoded(text), bytes) << size;
+    for (qint64 step : {qint64(1), qint64(5), qint64(65536)}) {
+      if (size > 1000 && step < 5) continue;
+      TTrickleDevice plain(bytes, step);
+      EXPECT_EQ(Streamed(EncodeStream, plain), text) << size << " by " << step;
+      TTrickleDevice encoded(text, step);
+      EXPECT_EQ(Streamed(DecodeStream, encoded), bytes) << size << " by " << step;
+    }
   }
 }
 
-TEST(Base64Encode, HoldsBackPartialGroupsBetweenShortReads) {
-  const QByteArray bytes = RandomBytes(1000);
-  for (qint64 step : {1, 2, 4, 5, 7}) {
-    TTrickleDevice in(bytes, step);
-    EXPECT_EQ(EncodedToStream(in), bytes.toBase64()) << step;
-  }
-}
-
-TEST(Base64Decode, ReversesEncodingOfEveryByteValue) {
-  QByteArray bytes;
-  for (int value = 0; value < 256; ++value) bytes.append(static_cast<char>(value));
-  for (qsizetype length = 0; length <= bytes.size(); length += 37) {
-    EXPECT_EQ(Decoded(Encoded(bytes.left(length))), bytes.left(length)) << length;
-  }
-}
-
-TEST(Base64Decode, StreamFormCarriesBitsAcrossShortReads) {
-  const QByteArray bytes = RandomBytes(70000);
-  const QByteArray text = bytes.toBase64();
-  for (qint64 step : {1, 3, 5, 65536}) {
-    TTrickleDevice in(text, step);
-    EXPECT_EQ(DecodedFromStream(in), bytes) << step;
-  }
-}
-
-TEST(Base64Decode, SkipsCharactersOutsideTheAlphabet) {
-  EXPECT_EQ(Decoded("TW\r\nFu"), "Man");
-  EXPECT_EQ(Decoded(" T W F u \t"), "Man");
+TEST(Base64Decode, SkipsForeignCharactersAndStopsAtPadding) {
+  EXPECT_EQ(Decoded(" T W\r\nF u \t"), "Man");
   EXPECT_EQ(Decoded("T-W_F*u\xC3\xA4"), "Man");
-  EXPECT_EQ(Decoded("Zm9v\r\nYmFy\r\n"), "foobar");
-}
-
-TEST(Base64Decode, TheFirstPaddingSignEndsTheData) {
   EXPECT_EQ(Decoded("TQ==TWFu"), "M");
-  EXPECT_EQ(Decoded("TWE=garbage"), "Ma");
   EXPECT_EQ(Decoded("=TWFu"), "");
 }
 

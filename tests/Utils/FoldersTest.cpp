@@ -1,105 +1,72 @@
 #include <Utils/Folders.h>
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
-#include <optional>
+#include <utility>
+#include <vector>
 
 namespace norva {
 namespace {
 
-// Sets an environment variable (or removes it) for one test, restoring it afterwards.
-class TScopedEnvironment {
- public:
-  TScopedEnvironment(const char* name, std::optional<QByteArray> value) : mName(name) {
-    if (qEnvironmentVariableIsSet(name)) mPrevious = qgetenv(name);
-    Set(value);
-  }
-  ~TScopedEnvironment() { Set(mPrevious); }
-
- private:
-  void Set(const std::optional<QByteArray>& value) {
-    if (value) {
-      qputenv(mName, *value);
-    } else {
-      qunsetenv(mName);
-    }
-  }
-
-  const char* mName;
-  std::optional<QByteArray> mPrevious;
-};
-
 // Every folder lies below a temporary root, so the real user's folders are never touched.
 class Folders : public testing::Test {
  protected:
-  Folders() { QStandardPaths::setTestModeEnabled(true); }
-  ~Folders() override { QStandardPaths::setTestModeEnabled(false); }
+  void SetUp() override {
+    ASSERT_TRUE(mRoot.isValid());
+    for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_DATA_DIRS"}) {
+      mSaved.emplace_back(name, qgetenv(name));
+      qunsetenv(name);
+    }
+    qputenv("HOME", Home().toUtf8());
+    qputenv("XDG_DATA_DIRS", (Shared() + ':' + mRoot.filePath("shared2")).toUtf8());
+    QStandardPaths::setTestModeEnabled(true);
+  }
+  void TearDown() override {
+    QStandardPaths::setTestModeEnabled(false);
+    for (const auto& [name, value] : mSaved) {
+      value.isNull() ? qunsetenv(name) : qputenv(name, value);
+    }
+  }
 
   QString Home() const { return mRoot.filePath("home"); }
   QString Documents() const { return Home() + "/Documents"; }
-  QString SharedFirst() const { return mRoot.filePath("shared-first"); }
+  QString Shared() const { return mRoot.filePath("shared1"); }
 
   QTemporaryDir mRoot;
-  TScopedEnvironment mHome{"HOME", Home().toUtf8()};
-  TScopedEnvironment mDataHome{"XDG_DATA_HOME", std::nullopt};
-  TScopedEnvironment mConfigHome{"XDG_CONFIG_HOME", std::nullopt};
-  TScopedEnvironment mDataDirs{"XDG_DATA_DIRS",
-                               (SharedFirst() + ':' + mRoot.filePath("shared-second")).toUtf8()};
+  std::vector<std::pair<const char*, QByteArray>> mSaved;
 };
 
-TEST_F(Folders, MyDocumentsIsCreatedWithItsParents) {
-  ASSERT_FALSE(QFileInfo::exists(Documents()));
-  const QString path = GetMyDocumentsPath();
-  EXPECT_EQ(path, Documents() + "/Norva Keypad Manager/");
-  EXPECT_TRUE(QFileInfo(path).isDir());
+TEST_F(Folders, DocumentFoldersAreCreatedWhereTheyMustBe) {
   EXPECT_EQ(GetFolderPath(folderDocuments), Documents());
-}
-
-TEST_F(Folders, AutoSaveDirHasNoTrailingSlashAndIsCreated) {
-  const QString path = GetAutoSaveDir();
-  EXPECT_EQ(path, Documents() + "/Norva Keypad Manager/autosave");
-  EXPECT_TRUE(QFileInfo(path).isDir());
-}
-
-TEST_F(Folders, FirmwarePathIsNotCreated) {
   EXPECT_EQ(GetFirmwarePath(), Documents() + "/Norva Firmwares/");
-  EXPECT_FALSE(QFileInfo::exists(GetFirmwarePath()));
+  EXPECT_FALSE(QFileInfo::exists(Documents())) << "asking for the firmware folder creates nothing";
+
+  EXPECT_EQ(GetAutoSaveDir(), Documents() + "/Norva Keypad Manager/autosave");
+  EXPECT_TRUE(QFileInfo(GetAutoSaveDir()).isDir()) << "created with all its parents";
+  EXPECT_EQ(GetMyDocumentsPath(), Documents() + "/Norva Keypad Manager/");
 }
 
-TEST_F(Folders, CommonAppDataIsTheFirstSharedDataFolder) {
-  EXPECT_EQ(GetFolderPath(folderCommonAppData), SharedFirst());
-  EXPECT_EQ(GetCommonAppDataPath(), SharedFirst() + "/Norva Keypad Manager/");
-  EXPECT_FALSE(QFileInfo::exists(SharedFirst())) << "the shared folder belongs to the installation";
-}
-
-TEST_F(Folders, RecentIsInTheUsersOwnDataFolder) {
+TEST_F(Folders, CommonAndRecentFoldersFollowTheDataFolders) {
+  EXPECT_EQ(GetCommonAppDataPath(), Shared() + "/Norva Keypad Manager/");
+  EXPECT_FALSE(QFileInfo::exists(Shared())) << "the shared folder belongs to the installation";
   const QString recent = GetRecentPath();
-  EXPECT_EQ(recent, GetFolderPath(folderRecent));
   EXPECT_TRUE(recent.startsWith(Home() + '/')) << recent.toStdString();
   EXPECT_FALSE(recent.endsWith('/'));
 }
 
 TEST_F(Folders, UnknownIdentifiersGiveNoFolder) {
-  for (int id : {0, 6, 26, 36, -1}) {
-    EXPECT_EQ(GetFolderPath(static_cast<TFolderId>(id)), QString()) << id;
-  }
+  for (int id : {0, 6, 26, 36, -1}) EXPECT_EQ(GetFolderPath(static_cast<TFolderId>(id)), "") << id;
 }
 
 TEST(AppPath, IsTheExecutablesFolderWithATrailingSlash) {
   EXPECT_EQ(GetAppPath(), QCoreApplication::applicationDirPath() + '/');
-}
-
-TEST(LongPathName, LeavesPathsUnchanged) {
-  for (const QString& path :
-       {QStringLiteral("/tmp/PROGRA~1/x.keycfg"), QStringLiteral("rel/a b"), QString()}) {
-    EXPECT_EQ(GetLongPathName(path), path);
-  }
+  EXPECT_EQ(GetLongPathName(QStringLiteral("/tmp/PROGRA~1/a b")),
+            QStringLiteral("/tmp/PROGRA~1/a b"));
 }
 
 }  // namespace

@@ -12,58 +12,38 @@ namespace {
 constexpr int IntMax = std::numeric_limits<int>::max();
 constexpr int IntMin = std::numeric_limits<int>::min();
 
-TEST(SqrInt, SquaresWithinThirtyTwoBits) {
-  EXPECT_EQ(SqrInt(0), 0);
+TEST(SqrInt, RaisesBeyondThirtyTwoBits) {
   EXPECT_EQ(SqrInt(-7), 49);
   EXPECT_EQ(SqrInt(46340), 2147395600);
   EXPECT_THROW(SqrInt(46341), EIntOverflow);
-  EXPECT_THROW(SqrInt(-46341), EIntOverflow);
   EXPECT_THROW(SqrInt(IntMin), EIntOverflow);
 }
 
-TEST(OffsetPoint, MovesByBothFormsOfOffset) {
+TEST(OffsetPoint, MovesOrRaisesInsteadOfWrapping) {
   EXPECT_EQ(OffsetPoint(QPoint(3, 4), 10, -20), QPoint(13, -16));
   EXPECT_EQ(OffsetPoint(QPoint(3, 4), QPoint(-3, 6)), QPoint(0, 10));
-}
-
-TEST(OffsetPoint, RaisesInsteadOfWrapping) {
   EXPECT_THROW(OffsetPoint(QPoint(IntMax, 0), 1, 0), EIntOverflow);
-  EXPECT_THROW(OffsetPoint(QPoint(0, IntMin), 0, -1), EIntOverflow);
-  EXPECT_THROW(OffsetPoint(QPoint(0, 1), QPoint(0, IntMax)), EIntOverflow);
-  EXPECT_EQ(OffsetPoint(QPoint(IntMax, IntMin), -1, 1), QPoint(IntMax - 1, IntMin + 1));
-}
-
-TEST(EqualPoint, ComparesBothCoordinates) {
+  EXPECT_THROW(OffsetPoint(QPoint(0, IntMin), QPoint(0, -1)), EIntOverflow);
   EXPECT_TRUE(EqualPoint(QPoint(1, 2), QPoint(1, 2)));
-  EXPECT_FALSE(EqualPoint(QPoint(1, 2), QPoint(2, 1)));
   EXPECT_FALSE(EqualPoint(QPoint(1, 2), QPoint(1, 3)));
 }
 
 TEST(TRect, ConvertsFromQRectWithExclusiveRightAndBottom) {
-  const TRect rect = ToTRect(QRect(10, 20, 30, 40));
-  EXPECT_EQ(rect, (TRect{10, 20, 40, 60}));
-  EXPECT_EQ(ToQRect(rect), QRect(10, 20, 30, 40));
+  EXPECT_EQ(ToTRect(QRect(10, 20, 30, 40)), (TRect{10, 20, 40, 60}));
+  EXPECT_EQ(ToQRect(TRect{10, 20, 40, 60}), QRect(10, 20, 30, 40));
   EXPECT_THROW(ToTRect(QRect(QPoint(0, 0), QPoint(IntMax, 5))), EIntOverflow);
-}
-
-TEST(RectInRect, ARectangleLiesInItself) {
-  const TRect rect{-5, 3, 20, 40};
-  EXPECT_TRUE(RectInRect(rect, rect));
 }
 
 TEST(RectInRect, CountsOutersRightAndBottomEdgesAsInside) {
   const TRect outer{0, 0, 10, 10};
+  EXPECT_TRUE(RectInRect(outer, outer));
   EXPECT_TRUE(RectInRect(TRect{5, 5, 10, 10}, outer));
   EXPECT_FALSE(RectInRect(TRect{5, 5, 11, 10}, outer));
   EXPECT_FALSE(RectInRect(TRect{5, 5, 10, 11}, outer));
   EXPECT_FALSE(RectInRect(TRect{-1, 5, 8, 8}, outer));
   EXPECT_FALSE(RectInRect(TRect{5, -1, 8, 8}, outer));
-}
-
-TEST(RectInRect, TestsOnlyTheTwoCorners) {
-  // An inverted inner rectangle whose corners both lie inside counts as inside.
-  EXPECT_TRUE(RectInRect(TRect{8, 8, 2, 2}, TRect{0, 0, 10, 10}));
-  EXPECT_TRUE(RectInRect(TRect{IntMax, IntMax, IntMax, IntMax}, TRect{0, 0, IntMax, IntMax}));
+  EXPECT_TRUE(RectInRect(TRect{IntMax, IntMax, IntMax, IntMax}, TRect{0, 0, IntMax, IntMax}))
+      << "the widened edge must not overflow";
 }
 
 }  // namespace
