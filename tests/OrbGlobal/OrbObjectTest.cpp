@@ -1,0 +1,290 @@
+// The model object base: names, GUIDs, notification up the owner chain, class-level data and the
+// registry, assignment and cloning, child navigation with its read-only errors.
+#include "ModelFixtures.h"
+
+#include <OrbGlobal/ListItemObject.h>
+#include <OrbGlobal/OrbClassRegistry.h>
+#include <OrbGlobal/OrbErrors.h>
+#include <OrbGlobal/OrbInterfaces.h>
+#include <OrbGlobal/Undo.h>
+#include <OrbGlobal/UndoControl.h>
+
+#include <QAbstractListModel>
+#include <QDateTime>
+
+namespace fixture {
+
+using namespace norva;
+
+namespace {
+
+class TEditableTarget : public TTarget, public norva::IEditActionForm {
+  Q_OBJECT
+  Q_INTERFACES(norva::IEditActionForm)
+
+ public:
+  Q_INVOKABLE explicit TEditableTarget(norva::TOrbObject* owner = nullptr) : TTarget(owner) {}
+};
+
+// Rows whose data under OrbObjectRole is the given value.
+class TRowsModel : public QAbstractListModel {
+ public:
+  explicit TRowsModel(QList<QVariant> rows) : mRows(std::move(rows)) {}
+  int rowCount(const QModelIndex& parent) const override {
+    return parent.isValid() ? 0 : static_cast<int>(mRows.size());
+  }
+  QVariant data(const QModelIndex& index, int role) const override {
+    return role == OrbObjectRole ? mRows.at(index.row()) : QVariant();
+  }
+
+ private:
+  QList<QVariant> mRows;
+};
+
+using OrbObjectTest = TModelTest;
+
+TEST_F(OrbObjectTest, SetNameTrimsAndSetNameRawKeeps) {
+  TDocument document;
+  document.SetName(QStringLiteral(" \t Kitchen\x01 \n"));
+  EXPECT_EQ(document.GetName(), QStringLiteral("Kitchen"));
+  document.SetNameRaw(QStringLiteral("  Hall  "));
+  EXPECT_EQ(document.GetName(), QStringLiteral("  Hall  "));
+  EXPECT_TRUE(document.HasName());
+  document.SetNameRaw(QString());
+  EXPECT_FALSE(document.HasName());
+}
+
+TEST_F(OrbObjectTest, GUIDStringUsesTheRegistryFormAndRejectsOthers) {
+  TDocument document;
+  EXPECT_EQ(document.GetGUIDString(), QStringLiteral("{00000000-0000-0000-0000-000000000000}"));
+  document.SetGUIDString(QStringLiteral("{6f9619ff-8b86-d011-b42d-00cf4fc964ff}"));
+  EXPECT_EQ(document.GetGUIDString(), QStringLiteral("{6F9619FF-8B86-D011-B42D-00CF4FC964FF}"));
+  for (const char* bad :
+       {"6F9619FF-8B86-D011-B42D-00CF4FC964FF", "{6F9619FF-8B86-D011-B42D-00CF4FC964F}",
+        "{6F9619FF+8B86-D011-B42D-00CF4FC964FF}", "{6F9619FG-8B86-D011-B42D-00CF4FC964FF}", ""}) {
+    EXPECT_THROW(document.SetGUIDString(QString::fromLatin1(bad)), EConvertError) << bad;
+  }
+  EXPECT_EQ(document.GetGUIDString(), QStringLiteral("{6F9619FF-8B86-D011-B42D-00CF4FC964FF}"));
+}
+
+TEST_F(OrbObjectTest, NewRevisionStampsUtcDaysOutsideUpdatesAndNewGUIDsClearIt) {
+  TDocument document;
+  const double before = QDateTime::currentDateTimeUtc().toMSecsSinceEpoch() / 86400000.0 + 25569;
+  document.NewRevision();
+  EXPECT_NEAR(document.GetRevision(), before, 1.0 / 86400);  // within a second
+
+  TDocument updating;
+  updating.BeginUpdate();
+  updating.NewRevision();
+  EXPECT_EQ(updating.GetRevision(), 0);
+
+  const QUuid first = [&] {
+    document.AssignNewGUID();
+    return document.GetGUID();
+  }();
+  EXPECT_NE(first, NoGUID);
+  EXPECT_EQ(document.GetRevision(), 0);
+  document.AssignNewGUID();
+  EXPECT_NE(document.GetGUID(), first);
+}
+
+TEST_F(OrbObjectTest, ChangesClimbTheOwnerChainWithTheFirstSender) {
+  TDocument document;
+  TItem* item = document.AddItem(QStringLiteral("a"));
+  const int callsBefore = document.UpdateCalls();
+  item->GetPart()->SetSize(3);
+  EXPECT_EQ(document.UpdateCalls(), callsBefore + 1);
+  EXPECT_EQ(document.LastSender(), item->GetPart());
+  EXPECT_TRUE(item->GetPart()->GetModified());
+}
+
+TEST_F(OrbObjectTest, NestedUpdatesNotifyOnceAtTheOutermostEnd) {
+  TDocument document;
+  TItem* item = document.AddItem(QStringLiteral("a"));
+  const int callsBefore = document.UpdateCalls();
+  item->BeginUpdate();
+  item->BeginUpdate();
+  item->SetCount(1);
+  item->SetTitle(QStringLiteral("t"));
+  item->EndUpdate();
+  EXPECT_EQ(document.UpdateCalls(), callsBefore);
+  item->EndUpdate(false);
+  EXPECT_EQ(document.UpdateCalls(), callsBefore);
+  EXPECT_EQ(item->UpdateCount(), 0);
+  item->EndUpdate(false);  // never below 0
+  EXPECT_EQ(item->UpdateCount(), 0);
+  item->EndUpdate();
+  EXPECT_EQ(document.UpdateCalls(), callsBefore + 1);
+  EXPECT_EQ(document.LastSender(), item);
+}
+
+TEST_F(OrbObjectTest, ClassDataComesFromClassInfoAndIsInherited) {
+  TItem item;
+  TEditableTarget target;
+  EXPECT_TRUE(item.IsSubComponent());
+  EXPECT_FALSE(target.IsSubComponent());  // inherited from TTarget
+  EXPECT_EQ(item.GetClassName(), QStringLiteral("TItem"));
+  EXPECT_EQ(target.GetClassGUID(), TTarget().GetClassGUID());
+  EXPECT_EQ(TOrbObject().GetClassGUID(), NoGUID);
+}
+
+TEST_F(OrbObjectTest, RegistryFindsClassesByGUIDFirstRegisteredFirst) {
+  RegisterOrbObjectClasses({&QObject::staticMetaObject, &TTarget::staticMetaObject,
+                            &TEditableTarget::staticMetaObject, &TItem::staticMetaObject});
+  const QList<TOrbObjectClass>* registered = GetRegisteredOrbClasses();
+  ASSERT_NE(registered, nullptr);
+  EXPECT_FALSE(registered->contains(&QObject::staticMetaObject));
+  // TEditableTarget shares TTarget's GUID; the one registered first wins.
+  EXPECT_EQ(GetOrbObjectClass(TTarget().GetClassGUID()), &TTarget::staticMetaObject);
+  EXPECT_EQ(GetOrbObjectClass(QStringLiteral("{7a1d2c3b-2222-4e5f-9a0b-1c2d3e4f5a6b}")),
+            &TItem::staticMetaObject);
+  EXPECT_EQ(GetOrbObjectClass(QUuid::createUuid()), nullptr);
+  EXPECT_THROW(GetOrbObjectClass(QStringLiteral("TItem")), EConvertError);
+}
+
+TEST_F(OrbObjectTest, VirtualConstructionBindsTheOwner) {
+  TDocument document;
+  std::unique_ptr<TOrbObject> made(ConstructOrbObject(&TItem::staticMetaObject, &document));
+  ASSERT_NE(qobject_cast<TItem*>(made.get()), nullptr);
+  EXPECT_EQ(made->GetOwner(), &document);
+  EXPECT_THROW(ConstructOrbObject(&QObject::staticMetaObject, nullptr), ENorvaError);
+}
+
+TEST_F(OrbObjectTest, CloneCopiesWhatAssignCopiesButNotTheGUID) {
+  TDocument document;
+  TItem* item = document.AddItem(QStringLiteral("Lamp"));
+  item->SetCount(4);
+  item->GetPart()->SetSize(9);
+  item->AssignNewGUID();
+  std::unique_ptr<TOrbObject> clone = item->GetClone(nullptr);
+  auto* copy = qobject_cast<TItem*>(clone.get());
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->GetName(), QStringLiteral("Lamp"));
+  EXPECT_EQ(copy->GetCount(), 4);
+  EXPECT_EQ(copy->GetPart()->GetSize(), 9);
+  EXPECT_NE(copy->GetPart(), item->GetPart());
+  EXPECT_EQ(copy->GetGUID(), NoGUID);
+  EXPECT_EQ(copy->GetOwner(), nullptr);
+}
+
+TEST_F(OrbObjectTest, AmendOnlyFromTheSameRealIdentity) {
+  TItem target;
+  TItem source;
+  source.SetCount(5);
+  target.Amend(&source);  // both NoGUID
+  EXPECT_EQ(target.GetCount(), 0);
+  source.AssignNewGUID();
+  target.Amend(&source);
+  EXPECT_EQ(target.GetCount(), 0);
+  target.SetGUID(source.GetGUID());
+  target.Amend(&source);
+  EXPECT_EQ(target.GetCount(), 5);
+}
+
+TEST_F(OrbObjectTest, AssignBetweenUnrelatedClassesRaises) {
+  TItem item;
+  QObject plain;
+  EXPECT_THROW(item.Assign(&plain), EConvertError);
+  EXPECT_THROW(item.AssignTo(&plain), EConvertError);
+  EXPECT_THROW(item.Assign(nullptr), EConvertError);
+  item.AssignTo(&item);  // itself: nothing
+}
+
+TEST_F(OrbObjectTest, QueryInterfaceAnswersByGUIDWithoutReferenceCounts) {
+  TEditableTarget editable;
+  TTarget plain;
+  void* found = &plain;
+  EXPECT_EQ(
+      editable.QueryInterface(QUuid::fromString(QStringLiteral(NORVA_IEditActionForm_IID)), &found),
+      S_OK);
+  EXPECT_EQ(found, static_cast<IEditActionForm*>(&editable));
+  EXPECT_EQ(
+      plain.QueryInterface(QUuid::fromString(QStringLiteral(NORVA_IEditActionForm_IID)), &found),
+      E_NOINTERFACE);
+  EXPECT_EQ(found, nullptr);
+  EXPECT_EQ(E_NOINTERFACE, static_cast<std::int32_t>(0x80004002u));
+}
+
+TEST_F(OrbObjectTest, ChildNavigationGoesThroughTheOwnersList) {
+  TDocument document;
+  TItem* a = document.AddItem(QStringLiteral("a"));
+  TItem* b = document.AddItem(QStringLiteral("b"));
+  TTarget stranger(&document);
+  EXPECT_EQ(b->GetIndex(), 1);
+  EXPECT_EQ(document.GetChildIndex(&stranger), -1);
+  EXPECT_EQ(a->GetSibling(a, 1), b);
+  EXPECT_EQ(a->GetSiblingCount(a), 2);
+  EXPECT_THROW(a->GetSibling(a, 2), EListError);
+  EXPECT_EQ(stranger.GetSibling(&stranger, 0), nullptr);
+  EXPECT_EQ(TItem().GetIndex(), -1);
+
+  b->Move(0);
+  EXPECT_EQ(document.Item(0), b);
+  const int calls = document.UpdateCalls();
+  document.MoveChild(b, 2);  // index equal to Count: nothing moves, still notifies
+  EXPECT_EQ(document.Item(0), b);
+  EXPECT_EQ(document.UpdateCalls(), calls + 1);
+
+  DisableUndo();
+  a->Delete();
+  EnableUndo();
+  EXPECT_EQ(document.Items().Count(), 1);
+}
+
+TEST_F(OrbObjectTest, ReadOnlyObjectsCannotBeDeletedOrMoved) {
+  TDocument document;
+  TItem* a = document.AddItem(QStringLiteral("Amp"));
+  document.AddItem(QStringLiteral("Keypad"));
+  document.SetReadOnly(true);
+  try {
+    a->Delete();
+    FAIL() << "no error";
+  } catch (const EUserError& error) {
+    EXPECT_EQ(error.Message(), QStringLiteral("Amp cannot be deleted."));
+  }
+  try {
+    a->Move(1);
+    FAIL() << "no error";
+  } catch (const EUserError& error) {
+    EXPECT_EQ(error.Message(), QStringLiteral("Amp cannot be moved."));
+  }
+  a->Move(0);  // its own index: nothing to refuse
+  EXPECT_EQ(document.Items().Count(), 2);
+  EXPECT_EQ(document.Item(0), a);
+}
+
+TEST_F(OrbObjectTest, ReadOnlyObjectsRecordNothingButAreMarkedModified) {
+  TDocument document;
+  TItem* item = document.AddItem(QStringLiteral("a"));
+  Undo().Empty();
+  document.SetReadOnly(true);
+  item->SetCount(2);
+  EXPECT_EQ(Undo().Count(), 0);
+  EXPECT_TRUE(item->GetModified());
+}
+
+TEST_F(OrbObjectTest, DestroyHandlerFiresOnce) {
+  int fired = 0;
+  {
+    TItem item;
+    item.SetOnDestroy([&](TOrbObject*) { ++fired; });
+  }
+  EXPECT_EQ(fired, 1);
+}
+
+TEST_F(OrbObjectTest, ListRowsYieldTheirModelObjectOnly) {
+  TItem item;
+  QObject plain;
+  TRowsModel model(
+      {QVariant::fromValue<QObject*>(&item), QVariant::fromValue(&plain), 42, QVariant()});
+  EXPECT_EQ(GetOrbObjectFromListItem(model.index(0, 0)), &item);
+  EXPECT_EQ(GetOrbObjectFromListItem(model.index(1, 0)), nullptr);
+  EXPECT_EQ(GetOrbObjectFromListItem(model.index(2, 0)), nullptr);
+  EXPECT_EQ(GetOrbObjectFromListItem(model.index(3, 0)), nullptr);
+  EXPECT_EQ(GetOrbObjectFromListItem(QModelIndex()), nullptr);
+}
+
+}  // namespace
+}  // namespace fixture
+
+#include "OrbObjectTest.moc"

@@ -1,0 +1,438 @@
+// Undo and redo: every property kind comes back, steps and save points, the 50-step bound, list
+// edits restored with the very same objects, and histories purged of destroyed objects.
+#include "ModelFixtures.h"
+
+#include <NorvaGlobal/DebugOutput.h>
+#include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/RecordingUIServices.h>
+#include <OrbGlobal/ListEntries.h>
+#include <OrbGlobal/PropertyEntries.h>
+#include <OrbGlobal/Undo.h>
+#include <OrbGlobal/UndoControl.h>
+
+#include <QPointer>
+#include <QStringList>
+
+#include <functional>
+
+namespace fixture {
+
+using namespace norva;
+
+namespace {
+
+// Captures the debug output for one test.
+class TDebugLines {
+ public:
+  TDebugLines() : mPrevious(SetDebugOutputSink([this](const QString& line) { mLines << line; })) {}
+  ~TDebugLines() { SetDebugOutputSink(mPrevious); }
+  const QStringList& Lines() const { return mLines; }
+
+ private:
+  QStringList mLines;
+  TDebugSink mPrevious;
+};
+
+class UndoTest : public TModelTest {
+ protected:
+  void SetUp() override {
+    TModelTest::SetUp();
+    item = document.AddItem(QStringLiteral("item"));
+    Undo().Empty();
+  }
+
+  // One user action: the edit, then the step is closed.
+  void Step(const std::function<void()>& edit) {
+    edit();
+    MaintainUndo();
+  }
+
+  TDocument document;
+  TItem* item = nullptr;
+};
+
+struct TKindCase {
+  const char* property;
+  std::function<void(TItem&)> change;
+  std::function<bool(const TItem&)> isInitial;
+};
+
+TEST_F(UndoTest, EveryRecordableKindIsUndoneAndRedone) {
+  TTarget target;
+  const QList<TKindCase> cases = {
+      {"Count", [](TItem& i) { i.SetCount(-7); }, [](const TItem& i) { return i.GetCount() == 0; }},
+      {"Shape", [](TItem& i) { i.SetShape(shapeOval); },
+       [](const TItem& i) { return i.GetShape() == shapeRound; }},
+      {"Features",
+       [](TItem& i) {
+         i.SetFeatures({featureSound, featureLock});
+       },
+       [](const TItem& i) { return i.GetFeatures().IsEmpty(); }},
+      {"Code", [](TItem& i) { i.SetCode(QByteArray("\x01\xff", 2)); },
+       [](const TItem& i) { return i.GetCode().isEmpty(); }},
+      {"Title", [](TItem& i) { i.SetTitle(QStringLiteral("Zone \u00e9")); },
+       [](const TItem& i) { return i.GetTitle().isEmpty(); }},
+      {"Level", [](TItem& i) { i.SetLevel(-2.5); },
+       [](const TItem& i) { return i.GetLevel() == 0; }},
+      {"Serial", [](TItem& i) { i.SetSerial(0x123456789ALL); },
+       [](const TItem& i) { return i.GetSerial() == 0; }},
+      {"Steps",
+       [](TItem& i) {
+         i.SetSteps({3, 1, 2});
+       },
+       [](const TItem& i) { return i.GetSteps().isEmpty(); }},
+      {"Link", [&](TItem& i) { i.SetLink(&target); },
+       [](const TItem& i) { return i.GetLink() == nullptr; }},
+      {"NameRaw", [](TItem& i) { i.SetNameRaw(QStringLiteral(" spaced ")); },
+       [](const TItem& i) { return i.GetName() == QStringLiteral("item"); }},
+  };
+  for (const TKindCase& kind : cases) {
+    SCOPED_TRACE(kind.property);
+    Step([&] { kind.change(*item); });
+    ASSERT_EQ(Undo().Count(), 1);
+    const auto* entry = dynamic_cast<TChangedProperty*>(Undo().LastChange());
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->PropertyName(), QString::fromLatin1(kind.property));
+    EXPECT_FALSE(kind.isInitial(*item));
+
+    Undo().Revert();
+    MaintainUndo();
+    EXPECT_TRUE(kind.isInitial(*item));
+    Redo().Revert();
+    MaintainUndo();
+    EXPECT_FALSE(kind.isInitial(*item));
+    Undo().Revert();
+    Undo().Empty();
+    Redo().Empty();
+  }
+}
+
+TEST_F(UndoTest, ArraysAreKeptWholeAndEmptyOnesComeBackEmpty) {
+  Step([&] { item->SetSteps({1, 2}); });
+  Step([&] { item->SetSteps({9}); });
+  Undo().Revert();
+  EXPECT_EQ(item->GetSteps(), QList<int>({1, 2}));
+  Undo().Revert();
+  EXPECT_TRUE(item->GetSteps().isEmpty());
+}
+
+// The part's own entries would restore it by themselves; without them only the sub-object entry's
+// snapshot can.
+void KeepOnlyTheSubObjectEntry(TItem& item) { Undo().RemoveChangesAffectingObject(item.GetPart()); }
+
+TEST_F(UndoTest, SubObjectsComeBackFromTheirSnapshot) {
+  TTarget anchor;
+  item->GetPart()->SetSize(4);
+  item->GetPart()->SetWeight(1.25);
+  item->GetPart()->SetAnchor(&anchor);
+  Undo().Empty();
+
+  TPart replacement;
+  replacement.SetSize(8);
+  replacement.SetWeight(3);
+  Step([&] { item->SetPart(&replacement); });
+  KeepOnlyTheSubObjectEntry(*item);
+  ASSERT_EQ(Undo().Count(), 1);
+  ASSERT_NE(dynamic_cast<TChangedSubObjectProperty*>(Undo().LastChange()), nullptr);
+  EXPECT_EQ(item->GetPart()->GetAnchor(), nullptr);
+
+  Undo().Revert();
+  EXPECT_EQ(item->GetPart()->GetSize(), 4);
+  EXPECT_EQ(item->GetPart()->GetWeight(), 1.25);
+  EXPECT_EQ(item->GetPart()->GetAnchor(), &anchor);
+  EXPECT_EQ(item->GetPart()->GetOwner(), item);
+}
+
+TEST_F(UndoTest, SnapshotOfASubObjectForgetsAReferenceDestroyedMeanwhile) {
+  auto anchor = std::make_unique<TTarget>();
+  item->GetPart()->SetSize(2);
+  item->GetPart()->SetAnchor(anchor.get());
+  Undo().Empty();
+  TPart replacement;
+  replacement.SetSize(5);
+  Step([&] { item->SetPart(&replacement); });
+  KeepOnlyTheSubObjectEntry(*item);
+  anchor.reset();
+  Undo().Revert();
+  EXPECT_EQ(item->GetPart()->GetSize(), 2);
+  EXPECT_EQ(item->GetPart()->GetAnchor(), nullptr);
+}
+
+TEST_F(UndoTest, AReferenceToADestroyedObjectComesBackAsNone) {
+  auto target = std::make_unique<TTarget>();
+  item->SetLink(target.get());
+  Step([&] { item->SetLink(nullptr); });
+  target.reset();
+  Undo().Revert();
+  EXPECT_EQ(item->GetLink(), nullptr);
+}
+
+TEST_F(UndoTest, UnchangedValuesRecordNothing) {
+  item->SetCount(0);
+  item->SetTitle(QString());
+  item->SetName(QStringLiteral("  item "));
+  EXPECT_EQ(Undo().Count(), 0);
+}
+
+TEST_F(UndoTest, UnknownNamesAndUnsupportedKindsOnlyWriteTheirLine) {
+  TDebugLines debug;
+  item->Updating("NoSuchProperty");
+  item->SetSpot({1, 2});
+  QObject helper;
+  item->SetHelper(&helper);
+  EXPECT_EQ(Undo().Count(), 0);
+  EXPECT_EQ(debug.Lines(), QStringList({QStringLiteral("Unpublished property NoSuchProperty"),
+                                        QStringLiteral("Unsupported property type: Spot")}));
+  EXPECT_TRUE(item->GetModified());
+}
+
+TEST_F(UndoTest, OwnerPropertiesAreRecordedOnTheOwner) {
+  item->GetPart()->Updating("Count", true);
+  ASSERT_EQ(Undo().Count(), 1);
+  const auto* entry = dynamic_cast<TChangedOrdProperty*>(Undo().LastChange());
+  ASSERT_NE(entry, nullptr);
+  EXPECT_EQ(entry->AffectedObject(), item);
+  EXPECT_EQ(entry->PropertyName(), QStringLiteral("Count"));
+}
+
+TEST_F(UndoTest, FreeStandingSubComponentsRecordNothingTopLevelObjectsDo) {
+  TItem loose;
+  loose.SetCount(3);
+  EXPECT_EQ(Undo().Count(), 0);
+  TTarget top;
+  top.SetName(QStringLiteral("top"));
+  EXPECT_EQ(Undo().Count(), 1);
+}
+
+TEST_F(UndoTest, RevertUndoesOnlyTheLastStepAndRedoReappliesIt) {
+  Step([&] { item->SetCount(1); });
+  Step([&] { item->SetCount(2); });
+  Step([&] {
+    item->SetCount(3);
+    item->SetTitle(QStringLiteral("three"));
+  });
+  Undo().Revert();
+  EXPECT_EQ(item->GetCount(), 2);
+  EXPECT_TRUE(item->GetTitle().isEmpty());
+  EXPECT_EQ(Redo().Count(), 2);
+  MaintainUndo();
+  EXPECT_EQ(Redo().NumSavePoints(), 1);
+
+  Undo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(item->GetCount(), 1);
+  Redo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(item->GetCount(), 2);
+  EXPECT_TRUE(Redo().CanRevert());  // redoing does not discard what is left to redo
+  Redo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(item->GetCount(), 3);
+  EXPECT_EQ(item->GetTitle(), QStringLiteral("three"));
+  EXPECT_FALSE(Redo().CanRevert());
+  EXPECT_EQ(Undo().NumSavePoints(), 3);
+}
+
+TEST_F(UndoTest, AFreshEditDiscardsTheRedoHistory) {
+  Step([&] { item->SetCount(1); });
+  Undo().Revert();
+  MaintainUndo();
+  ASSERT_TRUE(Redo().CanRevert());
+  Step([&] { item->SetTitle(QStringLiteral("new")); });
+  EXPECT_FALSE(Redo().CanRevert());
+}
+
+TEST_F(UndoTest, RevertRevertsAtLeastOneEntryEvenWithoutASavePoint) {
+  item->SetCount(1);
+  item->SetCount(2);
+  Undo().Revert();
+  EXPECT_EQ(item->GetCount(), 0);  // no save point at all: everything is one step
+  Step([&] { item->SetCount(5); });
+  item->SetCount(6);
+  Undo().Revert();
+  EXPECT_EQ(item->GetCount(), 5);
+}
+
+TEST_F(UndoTest, SavePointsDisabledMakeOneStepOfSeveralActions) {
+  Step([&] { item->SetCount(1); });
+  DisableSavePoints();
+  Step([&] { item->SetCount(2); });
+  Step([&] { item->SetTitle(QStringLiteral("x")); });
+  Step([&] { document.AddItem(QStringLiteral("second")); });
+  EnableSavePoints();
+  EnableSavePoints();  // never below 0
+  MaintainUndo();
+  EXPECT_EQ(Undo().NumSavePoints(), 2);
+  Undo().Revert();
+  EXPECT_EQ(item->GetCount(), 1);
+  EXPECT_TRUE(item->GetTitle().isEmpty());
+  EXPECT_EQ(document.Items().Count(), 1);
+}
+
+TEST_F(UndoTest, MaintainKeepsAtMostFiftySteps) {
+  for (int step = 1; step <= TUndo::MaxSavePoints + 1; ++step) {
+    item->SetCount(step);
+    item->SetTitle(QString::number(step));
+    MaintainUndo();
+  }
+  EXPECT_EQ(Undo().NumSavePoints(), 50);
+  EXPECT_EQ(Undo().Count(), 100);
+  while (Undo().CanRevert()) Undo().Revert();
+  EXPECT_EQ(item->GetCount(), 1);  // the first step's entries are gone
+  EXPECT_EQ(item->GetTitle(), QStringLiteral("1"));
+}
+
+TEST_F(UndoTest, DeletedItemsLiveInTheEntryAndComeBackAtTheirIndex) {
+  document.AddItem(QStringLiteral("b"));
+  document.AddItem(QStringLiteral("c"));
+  Undo().Empty();
+  QPointer<TItem> b = document.Item(1);
+  Step([&] { b->SetCount(4); });
+  Step([&] { b->Delete(); });
+  ASSERT_TRUE(b);
+  EXPECT_EQ(document.Items().IndexOf(b), -1);
+  Undo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(document.Item(1), b.data());
+  Undo().Revert();
+  EXPECT_EQ(b->GetCount(), 0);
+  // Redo deletes the very same object again, and undoing that brings it back once more.
+  Redo().Revert();
+  Redo().Revert();
+  EXPECT_EQ(document.Items().IndexOf(b), -1);
+  EXPECT_EQ(b->GetCount(), 4);
+  Undo().Revert();
+  EXPECT_EQ(document.Item(1), b.data());
+}
+
+TEST_F(UndoTest, EmptyingTheHistoriesDestroysHeldItems) {
+  QPointer<TItem> doomed = item;
+  Step([&] { item->Delete(); });
+  ASSERT_TRUE(doomed);
+  Undo().Empty();
+  EXPECT_FALSE(doomed);
+}
+
+TEST_F(UndoTest, AddedItemsAreTakenOutAndRedoneAsTheSameObject) {
+  Step([&] { document.AddItem(QStringLiteral("new")); });
+  QPointer<TItem> added = document.Item(1);
+  Undo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(document.Items().Count(), 1);
+  ASSERT_TRUE(added);  // held by the redo entry
+  Redo().Revert();
+  EXPECT_EQ(document.Item(1), added.data());
+  EXPECT_EQ(added->GetName(), QStringLiteral("new"));
+}
+
+TEST_F(UndoTest, MovedItemsGoBackToTheirOldIndex) {
+  document.AddItem(QStringLiteral("b"));
+  document.AddItem(QStringLiteral("c"));
+  TItem* a = item;
+  Step([&] { a->Move(2); });
+  EXPECT_EQ(document.Item(2), a);
+  const auto* entry = dynamic_cast<TMovedListItem*>(Undo().LastChange());
+  ASSERT_NE(entry, nullptr);
+  EXPECT_EQ(entry->ListIndex(), 2);
+  EXPECT_EQ(entry->OriginalIndex(), 0);
+  Undo().Revert();
+  EXPECT_EQ(document.Item(0), a);
+  Redo().Revert();
+  EXPECT_EQ(document.Item(2), a);
+}
+
+TEST_F(UndoTest, DestroyingAnObjectPurgesItFromBothHistories) {
+  auto loose = std::make_unique<TTarget>();
+  Step([&] { loose->SetName(QStringLiteral("one")); });
+  Step([&] { item->SetCount(1); });
+  Step([&] { loose->SetName(QStringLiteral("two")); });
+  Undo().Revert();
+  MaintainUndo();
+  ASSERT_EQ(Redo().Count(), 1);
+  ASSERT_EQ(Undo().Count(), 2);
+  loose.reset();
+  EXPECT_EQ(Redo().Count(), 0);
+  EXPECT_EQ(Undo().Count(), 1);
+  EXPECT_EQ(Undo().NumSavePoints(), 1);
+  Undo().Revert();
+  EXPECT_EQ(item->GetCount(), 0);
+}
+
+TEST_F(UndoTest, DestroyingADocumentLeavesNoEntryBehind) {
+  {
+    TDocument local;
+    TItem* a = local.AddItem(QStringLiteral("a"));
+    local.AddItem(QStringLiteral("b"));
+    a->SetCount(3);
+    a->GetPart()->SetSize(2);
+    local.Items().Move(0, 1);
+    local.Items().Delete(0);
+    MaintainUndo();
+    Undo().Revert();
+    EXPECT_GT(Redo().Count(), 0);
+  }
+  EXPECT_EQ(Undo().Count(), 0);
+  EXPECT_EQ(Redo().Count(), 0);
+}
+
+TEST_F(UndoTest, EnableUndoWithClearEmptiesBothHistoriesOnlyWhenFullyEnabled) {
+  Step([&] { item->SetCount(1); });
+  Step([&] { item->SetCount(2); });
+  Undo().Revert();
+  DisableUndo();
+  DisableUndo();
+  item->SetCount(7);
+  EXPECT_EQ(Undo().Count(), 1);
+  EnableUndo(true);
+  EXPECT_TRUE(Undo().CanRevert());
+  EnableUndo(true);
+  EXPECT_FALSE(Undo().CanRevert());
+  EXPECT_FALSE(Redo().CanRevert());
+  EnableUndo();  // never stays below 0
+  EXPECT_FALSE(UndoDisabled());
+  item->SetCount(8);
+  EXPECT_EQ(Undo().Count(), 1);
+}
+
+class TFailingEntry : public TChangeProtocolEntry {
+ public:
+  explicit TFailingEntry(void* object) : TChangeProtocolEntry(object) {}
+  void Revert() override { throw ENorvaError(QStringLiteral("cannot")); }
+};
+
+TEST_F(UndoTest, AFailingRevertKeepsItsEntryAndRestoresTheCursor) {
+  TRecordingUIServices ui;
+  TScopedUIServices scoped(ui);
+  item->SetCount(1);
+  Undo().Add(std::make_unique<TFailingEntry>(item));
+  EXPECT_THROW(Undo().Revert(), ENorvaError);
+  EXPECT_FALSE(Undo().Undoing());
+  EXPECT_EQ(ui.BusyDepth(), 0);
+  EXPECT_EQ(Undo().Count(), 2);
+  EXPECT_EQ(item->GetCount(), 1);
+}
+
+TEST_F(UndoTest, RevertShowsTheBusyCursorWhileItRuns) {
+  TRecordingUIServices ui;
+  TScopedUIServices scoped(ui);
+  int depthDuringRevert = -1;
+  item->SetCount(1);
+  item->SetOnUpdate([&](TOrbObject*) { depthDuringRevert = ui.BusyDepth(); });
+  Undo().Revert();
+  EXPECT_EQ(depthDuringRevert, 1);
+  EXPECT_EQ(ui.BusyDepth(), 0);
+}
+
+TEST_F(UndoTest, GetChangeWalksFromEitherEnd) {
+  for (int i = 1; i <= 5; ++i) item->SetCount(i);
+  for (int i = 0; i < 5; ++i) {
+    const auto* entry = dynamic_cast<TChangedOrdProperty*>(Undo().GetChange(i));
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->PrevValue(), i);
+  }
+  EXPECT_EQ(Undo().GetChange(5), nullptr);
+  EXPECT_EQ(Undo().GetChange(-1), nullptr);
+}
+
+}  // namespace
+}  // namespace fixture
