@@ -1,0 +1,84 @@
+#include <NorvaBusComms/Devices/BusClient.h>
+#include <NorvaBusComms/Devices/BusComms.h>
+#include <NorvaBusComms/Devices/BusMessages.h>
+#include <NorvaGlobal/UIServices.h>
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <cstring>
+
+namespace norva {
+
+void TNorvaBusClientCore::Attach(TNorvaBusComms* bus) {
+  if (!bus || bus == mBusComms) return;
+  Disconnect();
+  bus->AddUser(this);
+  if (!bus->Owner()) bus->SetOwner(&mHost);
+  mBusComms = bus;
+}
+
+void TNorvaBusClientCore::Disconnect() {
+  TNorvaBusComms* bus = mBusComms;
+  if (!bus) return;
+  mBusComms = nullptr;
+  bus->RemoveUser(this);
+  if (bus->Owner() == &mHost) bus->SetOwner(nullptr);
+  if (bus->Users().empty()) delete bus;
+  Disconnected();
+}
+
+bool TNorvaBusClientCore::GetConnected() const { return mBusComms && mBusComms->GetConnected(); }
+
+void TNorvaBusClientCore::SetConnected(bool value) {
+  if (mBusComms) mBusComms->SetConnected(value);
+  ConnectionChange();
+}
+
+bool TNorvaBusClientCore::HandleMessage(QEvent* event) {
+  const auto type = event->type();
+  if (type != RXEventMessage && type != ThreadCrashMessage && type != ConnectionDroppedMessage)
+    return false;
+  const auto parameter = static_cast<const TBusMessage*>(event)->Parameter();
+  if (type == RXEventMessage) WMRXEvent(static_cast<int>(parameter));
+  if (type == ThreadCrashMessage) WMThreadCrash(static_cast<int>(parameter));
+  return true;
+}
+
+void TNorvaBusClientCore::WMRXEvent(int kind) {
+  if (mBusComms && GetConnected()) mBusComms->RXEvent(kind);
+}
+
+void TNorvaBusClientCore::WMThreadCrash(int errorCode) {
+  if (mHandlingCrash) return;
+  mHandlingCrash = true;
+  // A device that was unplugged is found gone within this time, and then nothing is reported.
+  const TTickCount start = GetTickCount();
+  while (mBusComms && GetConnected() && TicksSince(start) < DeviceGoneWaitMs) {
+    QThread::msleep(DeviceGoneStepMs);
+    QCoreApplication::processEvents();
+    if (mBusComms) mBusComms->CheckConnections();
+  }
+  if (mBusComms && GetConnected()) {
+    SetConnected(false);
+    QCoreApplication::postEvent(&mHost, new TBusMessage(ConnectionDroppedMessage, 0));
+    const QString text = QString::fromLocal8Bit(std::strerror(errorCode));
+    bool handled = false;
+    if (mBusComms->OnError()) mBusComms->OnError()(*mBusComms, text, handled);
+    if (!handled)
+      UIServices().MessageBox(text, QStringLiteral("Communications error"), TMessageIcon::Stop,
+                              TMessageButtons::OK);
+  }
+  mHandlingCrash = false;
+}
+
+TNorvaBusClient::TNorvaBusClient(TNorvaBusComms* bus, QObject* parent)
+    : QObject(parent), TNorvaBusClientCore(static_cast<QObject&>(*this)) {
+  Attach(bus);
+}
+
+TNorvaBusClient::~TNorvaBusClient() { Disconnect(); }
+
+bool TNorvaBusClient::event(QEvent* event) { return HandleMessage(event) || QObject::event(event); }
+
+}  // namespace norva

@@ -1,0 +1,116 @@
+#pragma once
+// The bus object: the one connection between the application and a device (serial port, USB
+// serial adapter or Ethernet), its worker threads, and the packet engine that talks over it.
+// Bus client objects share it; the last one to let go frees it. Runs on the UI thread.
+
+#include <NorvaBusComms/Devices/EthernetLink.h>
+#include <NorvaBusComms/PacketEngine.h>
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace norva {
+
+class TComRXEventHandle;
+class TComTXEventHandler;
+class TNorvaBusClientCore;
+class TNorvaBusComms;
+
+// A connection failure offered to the application before any box is shown; set `handled` to
+// keep the box away.
+using TCommsError =
+    std::function<void(TNorvaBusComms& sender, const QString& errorMsg, bool& handled)>;
+
+class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTransport {
+  Q_OBJECT
+  Q_PROPERTY(QString DevicePath READ DevicePath WRITE SetDevicePath)
+  Q_PROPERTY(norva::TCommsInterface SelectedCommsInterface READ SelectedCommsInterface WRITE
+                 SetSelectedCommsInterface)
+  Q_PROPERTY(norva::TCommsInterface ConnectedCommsInterface READ ConnectedCommsInterface)
+  Q_PROPERTY(norva::TCommsDeviceType ConnectedDeviceType READ ConnectedDeviceType WRITE
+                 SetConnectedDeviceType)
+  Q_PROPERTY(bool Connected READ GetConnected WRITE SetConnected)
+  Q_PROPERTY(int InProcessCmd READ InProcessCmd)
+  Q_PROPERTY(bool ProcessingEcho READ ProcessingEcho)
+  Q_PROPERTY(bool ForceRawProcessing READ ForceRawProcessing WRITE SetForceRawProcessing)
+
+ public:
+  // A serial port (RS232, talking to an amplifier) at `device`.
+  TNorvaBusComms(const QString& device, QObject* owner);
+  // USB devices of the given types (the USB interface).
+  TNorvaBusComms(const TCommsDeviceTypes& usbDeviceTypes, QObject* owner);
+  TNorvaBusComms(TCommsInterface commsInterface, const TCommsDeviceTypes& deviceTypes,
+                 const QString& devicePath, QObject* owner);
+  ~TNorvaBusComms() override;
+
+  // Closes any open connection and opens `path` on the selected interface; `report` says whether
+  // an open failure may show a box (the OnError handler hears of it in any case).
+  void SetDevicePath(const QString& path) { SetDevicePath(path, true); }
+  void SetDevicePath(const QString& path, bool report);
+  QString DevicePath() const { return mDevicePath; }
+  void CloseDevice();
+
+  bool GetConnected() const;
+  void SetConnected(bool value);
+  // Reopens a lost connection; true when the connection state changed. Called periodically by
+  // the application and after a worker failure.
+  bool CheckConnections();
+
+  TCommsInterface ConnectedCommsInterface() const { return mConnectedCommsInterface; }
+  const TCommsDeviceTypes& SelectedDeviceTypes() const { return mSelectedDeviceTypes; }
+  void SetSelectedDeviceTypes(const TCommsDeviceTypes& types) { mSelectedDeviceTypes = types; }
+
+  const TCommsError& OnError() const { return mOnError; }
+  void SetOnError(TCommsError handler) { mOnError = std::move(handler); }
+
+  // The client whose messages the workers' messages go to (the first client, by default).
+  QObject* Owner() const { return mOwner; }
+  void SetOwner(QObject* owner) { mOwner = owner; }
+
+  // The serial ports offered to the user.
+  static QStringList GetComPorts();
+
+  // Ethernet: true once the socket is connected (GetConnected is already true while connecting).
+  bool EthernetConnected() const;
+
+ protected:
+  bool event(QEvent* event) override;
+
+ private:
+  void Init(QObject* owner);
+  void OpenSerial(const QString& path, bool softwareFlowControl, bool report);
+  void OpenEthernet(const QString& path, bool report);
+  void ReportOpenFailure(const QString& message, int code, bool report);
+  bool DeviceNodePresent() const;
+  void TellUsersConnectionChanged();
+  // Where worker messages go when the owner is gone: the first remaining client.
+  QObject* MessageTarget();
+
+  // The transmit seam, over whichever link is open.
+  bool IsOpen() const override { return GetConnected(); }
+  void WriteToSocket(const QByteArray& bytes) override;
+  bool HasMainTransmitter() const override;
+  void QueueOnMainTransmitter(const TTXItem& item) override;
+  bool MainTransmitterSending() const override;
+  bool HasCommandTransmitter() const override { return false; }
+  void QueueOnCommandTransmitter(const TTXItem&) override {}
+  void TakeReceivedBytes(int kind, QByteArray& appendTo) override;
+  void FlushReceivePipe() override {}
+
+  int mDevice = -1;
+  std::unique_ptr<TEthernetLink> mTCPClient;
+  std::unique_ptr<TComRXEventHandle> RXEventHandler;
+  std::unique_ptr<TComTXEventHandler> TXEventHandler;
+  QString mDevicePath;
+  QPointer<QObject> mOwner;
+  TCommsDeviceTypes mSelectedDeviceTypes;
+  TCommsInterface mConnectedCommsInterface = NoCommsInterface;
+  TCommsError mOnError;
+  std::uint32_t mGeneration = 0;  // counts openings; messages of older ones are stale
+};
+
+}  // namespace norva

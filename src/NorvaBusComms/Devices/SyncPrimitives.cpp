@@ -1,0 +1,40 @@
+#include <NorvaBusComms/Devices/SyncPrimitives.h>
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <system_error>
+
+namespace norva {
+
+void TManualResetEvent::Set() {
+  {
+    std::lock_guard lock(mLock);
+    mSet = true;
+  }
+  mChanged.notify_all();
+}
+
+void TManualResetEvent::Reset() {
+  std::lock_guard lock(mLock);
+  mSet = false;
+}
+
+void TManualResetEvent::Wait() {
+  std::unique_lock lock(mLock);
+  mChanged.wait(lock, [this] { return mSet; });
+}
+
+TWakeDescriptor::TWakeDescriptor() : mFd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  if (mFd < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
+}
+
+TWakeDescriptor::~TWakeDescriptor() { close(mFd); }
+
+void TWakeDescriptor::Signal() {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const auto written = write(mFd, &one, sizeof one);
+}
+
+}  // namespace norva
