@@ -64,12 +64,7 @@ void TOrbObject::AssignNewGUID() {
 
 void TOrbObject::SetName(const QString& name) { SetNameRaw(TrimmedName(name)); }
 
-void TOrbObject::SetNameRaw(const QString& name) {
-  if (name == mName) return;
-  Updating("NameRaw");
-  mName = name;
-  Updated();
-}
+void TOrbObject::SetNameRaw(const QString& name) { ChangeProperty("NameRaw", mName, name); }
 
 void TOrbObject::EndUpdate(bool notify) {
   if (mUpdateCount > 0) --mUpdateCount;

@@ -127,6 +127,18 @@ class TOrbObject : public QObject {
   // The pre-destruction hook: fires the destroy handler.
   void BeforeDestruction();
 
+ protected:
+  // The setter contract in one call: nothing when `value` equals `field`; otherwise
+  // Updating(propertyName), store, Updated(). Returns whether the value changed.
+  template <typename T>
+  bool ChangeProperty(const char* propertyName, T& field, const T& value) {
+    if (field == value) return false;
+    Updating(propertyName);
+    field = value;
+    Updated();
+    return true;
+  }
+
  private:
   friend class TOrbObjectList;
 

@@ -8,27 +8,6 @@ namespace fixture {
 
 using norva::TOrbObject;
 
-void TPart::SetSize(int size) {
-  if (size == mSize) return;
-  Updating("Size");
-  mSize = size;
-  Updated();
-}
-
-void TPart::SetWeight(double weight) {
-  if (weight == mWeight) return;
-  Updating("Weight");
-  mWeight = weight;
-  Updated();
-}
-
-void TPart::SetAnchor(TTarget* anchor) {
-  if (anchor == mAnchor) return;
-  Updating("Anchor");
-  mAnchor = anchor;
-  Updated();
-}
-
 void TPart::AssignTo(QObject* dest) const {
   if (auto* part = qobject_cast<TPart*>(dest)) {
     part->SetSize(mSize);
@@ -42,87 +21,10 @@ TItem::TItem(TOrbObject* owner) : TOrbObject(owner), mPart(std::make_unique<TPar
   norva::RegisterOrdinalSetType<TFeature, 4>();
 }
 
-void TItem::SetCount(int count) {
-  if (count == mCount) return;
-  Updating("Count");
-  mCount = count;
-  Updated();
-}
-
-void TItem::SetShape(TShape shape) {
-  if (shape == mShape) return;
-  Updating("Shape");
-  mShape = shape;
-  Updated();
-}
-
-void TItem::SetFeatures(TFeatures features) {
-  if (features == mFeatures) return;
-  Updating("Features");
-  mFeatures = features;
-  Updated();
-}
-
-void TItem::SetCode(const QByteArray& code) {
-  if (code == mCode) return;
-  Updating("Code");
-  mCode = code;
-  Updated();
-}
-
-void TItem::SetTitle(const QString& title) {
-  if (title == mTitle) return;
-  Updating("Title");
-  mTitle = title;
-  Updated();
-}
-
-void TItem::SetLevel(double level) {
-  if (level == mLevel) return;
-  Updating("Level");
-  mLevel = level;
-  Updated();
-}
-
-void TItem::SetSerial(qint64 serial) {
-  if (serial == mSerial) return;
-  Updating("Serial");
-  mSerial = serial;
-  Updated();
-}
-
-void TItem::SetSteps(const QList<int>& steps) {
-  if (steps == mSteps) return;
-  Updating("Steps");
-  mSteps = steps;
-  Updated();
-}
-
-void TItem::SetLink(TTarget* link) {
-  if (link == mLink) return;
-  Updating("Link");
-  mLink = link;
-  Updated();
-}
-
 void TItem::SetPart(TPart* part) {
   if (part == mPart.get()) return;
   Updating("Part");
   mPart->Assign(part);
-  Updated();
-}
-
-void TItem::SetSpot(TSpot spot) {
-  if (spot == mSpot) return;
-  Updating("Spot");
-  mSpot = spot;
-  Updated();
-}
-
-void TItem::SetHelper(QObject* helper) {
-  if (helper == mHelper) return;
-  Updating("Helper");
-  mHelper = helper;
   Updated();
 }
 

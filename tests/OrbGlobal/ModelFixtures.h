@@ -55,11 +55,11 @@ class TPart : public norva::TOrbObject {
   Q_INVOKABLE explicit TPart(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
 
   int GetSize() const { return mSize; }
-  void SetSize(int size);
+  void SetSize(int size) { ChangeProperty("Size", mSize, size); }
   double GetWeight() const { return mWeight; }
-  void SetWeight(double weight);
+  void SetWeight(double weight) { ChangeProperty("Weight", mWeight, weight); }
   TTarget* GetAnchor() const { return mAnchor; }
-  void SetAnchor(TTarget* anchor);
+  void SetAnchor(TTarget* anchor) { ChangeProperty("Anchor", mAnchor, anchor); }
   void AssignTo(QObject* dest) const override;
 
  private:
@@ -88,29 +88,29 @@ class TItem : public norva::TOrbObject {
   Q_INVOKABLE explicit TItem(norva::TOrbObject* owner = nullptr);
 
   int GetCount() const { return mCount; }
-  void SetCount(int count);
+  void SetCount(int count) { ChangeProperty("Count", mCount, count); }
   TShape GetShape() const { return mShape; }
-  void SetShape(TShape shape);
+  void SetShape(TShape shape) { ChangeProperty("Shape", mShape, shape); }
   TFeatures GetFeatures() const { return mFeatures; }
-  void SetFeatures(TFeatures features);
+  void SetFeatures(TFeatures features) { ChangeProperty("Features", mFeatures, features); }
   QByteArray GetCode() const { return mCode; }
-  void SetCode(const QByteArray& code);
+  void SetCode(const QByteArray& code) { ChangeProperty("Code", mCode, code); }
   QString GetTitle() const { return mTitle; }
-  void SetTitle(const QString& title);
+  void SetTitle(const QString& title) { ChangeProperty("Title", mTitle, title); }
   double GetLevel() const { return mLevel; }
-  void SetLevel(double level);
+  void SetLevel(double level) { ChangeProperty("Level", mLevel, level); }
   qint64 GetSerial() const { return mSerial; }
-  void SetSerial(qint64 serial);
+  void SetSerial(qint64 serial) { ChangeProperty("Serial", mSerial, serial); }
   QList<int> GetSteps() const { return mSteps; }
-  void SetSteps(const QList<int>& steps);
+  void SetSteps(const QList<int>& steps) { ChangeProperty("Steps", mSteps, steps); }
   TTarget* GetLink() const { return mLink; }
-  void SetLink(TTarget* link);
+  void SetLink(TTarget* link) { ChangeProperty("Link", mLink, link); }
   TPart* GetPart() const { return mPart.get(); }
   void SetPart(TPart* part);
   TSpot GetSpot() const { return mSpot; }
-  void SetSpot(TSpot spot);
+  void SetSpot(TSpot spot) { ChangeProperty("Spot", mSpot, spot); }
   QObject* GetHelper() const { return mHelper; }
-  void SetHelper(QObject* helper);
+  void SetHelper(QObject* helper) { ChangeProperty("Helper", mHelper, helper); }
 
   void AssignTo(QObject* dest) const override;
 
