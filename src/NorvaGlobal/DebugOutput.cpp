@@ -1,6 +1,7 @@
 #include <NorvaGlobal/DebugOutput.h>
 
 #include <QFile>
+#include <QtGlobal>
 
 #include <cstdio>
 #include <mutex>
@@ -10,6 +11,12 @@ namespace norva {
 namespace {
 std::mutex gSinkLock;  // workers write their creation lines from their own threads
 TDebugSink gSink;
+
+bool DefaultSinkEnabled() {
+  static const bool enabled =
+      IsDebuggerPresent() || qEnvironmentVariableIntValue("NORVA_DEBUG_OUTPUT") == 1;
+  return enabled;
+}
 }  // namespace
 
 void DebugOutput(const QString& line) {
@@ -18,6 +25,7 @@ void DebugOutput(const QString& line) {
     gSink(line);
     return;
   }
+  if (!DefaultSinkEnabled()) return;
   const QByteArray text = line.toLocal8Bit();
   std::fprintf(stderr, "%s\n", text.constData());
 }

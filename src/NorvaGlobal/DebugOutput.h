@@ -1,6 +1,8 @@
 #pragma once
 // Developer diagnostics that must not disturb the user: the packet trace, "Unpublished property ",
-// worker creation lines. They go to the debug-output sink, stderr unless a test captures them.
+// worker creation lines. They go to the debug-output sink: by default stderr, but only while a
+// debugger was attached at start-up or NORVA_DEBUG_OUTPUT=1 is set (otherwise nowhere); tests
+// capture them with their own sink.
 
 #include <QString>
 

@@ -54,11 +54,17 @@ quint16 TDeviceSimulator::ServeTcp(quint16 port) {
 }
 
 void TDeviceSimulator::HangUp() {
-  for (auto& link : mLinks) {
-    if (link->Socket) link->Socket->abort();
+  // Aborting a socket reports its disconnection at once, which edits mLinks: work on a copy.
+  const std::vector<std::unique_ptr<TLink>> links = std::move(mLinks);
+  mLinks.clear();
+  for (const auto& link : links) {
+    if (link->Socket) {
+      link->Socket->disconnect(this);
+      link->Socket->abort();
+      link->Socket->deleteLater();
+    }
     delete link->WriteNotifier;
   }
-  mLinks.clear();
   delete mPtyNotifier;
   mPtyNotifier = nullptr;
   if (mSlave >= 0) close(mSlave);

@@ -33,6 +33,20 @@ const std::vector<TSubcommand>& Subcommands() {
        "zone decode BYTE",
        "print the zone a zone byte stands for",
        &RunZoneDecode},
+      {{"ports"}, "ports", "list the serial ports of this machine", &RunPorts},
+      {{"monitor"},
+       "monitor (--serial DEV [--usb-serial] | --tcp HOST:PORT) [--count N] [--seconds S]",
+       "print every packet received (echoes marked); reconnects when the device returns",
+       &RunMonitor},
+      {{"send"},
+       "send (--serial DEV [--usb-serial] | --tcp HOST:PORT) CMD ZONE [DATA...] [--timeout MS] "
+       "[--listen MS]",
+       "send a packet, wait for its echo where the link echoes (exit 3 without one), print answers",
+       &RunSend},
+      {{"keypress"},
+       "keypress (--serial DEV [--usb-serial] | --tcp HOST:PORT) ZONE KEY [REPEATS]",
+       "send a key press (KEY 0-31, REPEATS 0-7) as a keypad would",
+       &RunKeypress},
       {{"error"},
        "error CODE [FIRST SECOND]",
        "print the message of a device error code (number or name such as errEEPROMFull)",
@@ -45,7 +59,8 @@ void PrintHelp(QTextStream& out) {
   out << "Usage: norva COMMAND [ARGUMENTS]\n\nCommands:\n";
   for (const TSubcommand& command : Subcommands())
     out << "  norva " << command.Usage << "\n      " << command.Summary << '\n';
-  out << "\nBad input is reported on one line of standard error with exit code 2.\n";
+  out << "\nBad input is reported on one line of standard error with exit code 2; a link that\n"
+         "cannot be opened with exit code 1.\n";
 }
 
 const TSubcommand* FindSubcommand(const QStringList& arguments) {

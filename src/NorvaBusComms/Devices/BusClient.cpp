@@ -39,7 +39,7 @@ bool TNorvaBusClientCore::HandleMessage(QEvent* event) {
   const auto type = event->type();
   if (type != RXEventMessage && type != ThreadCrashMessage && type != ConnectionDroppedMessage)
     return false;
-  const auto parameter = static_cast<const TBusMessage*>(event)->Parameter();
+  const auto parameter = TBusMessage::Received(event).Parameter();
   if (type == RXEventMessage) WMRXEvent(static_cast<int>(parameter));
   if (type == ThreadCrashMessage) WMThreadCrash(static_cast<int>(parameter));
   return true;

@@ -145,6 +145,10 @@ bool TNorvaBusComms::GetConnected() const {
 
 bool TNorvaBusComms::EthernetConnected() const { return mTCPClient && mTCPClient->Connected(); }
 
+bool TNorvaBusComms::Sending() const {
+  return MainTransmitterSending() || (mTCPClient && mTCPClient->BytesToWrite() > 0);
+}
+
 void TNorvaBusComms::SetConnected(bool value) {
   if (GetConnected() == value) return;
   if (!value) {
@@ -184,13 +188,13 @@ QObject* TNorvaBusComms::MessageTarget() {
 bool TNorvaBusComms::event(QEvent* event) {
   if (event->type() != RXEventMessage && event->type() != ThreadCrashMessage)
     return QObject::event(event);
-  const auto* message = static_cast<TBusMessage*>(event);
-  if (message->Generation() != mGeneration) return true;  // from a link closed since
+  const TBusMessage& message = TBusMessage::Received(event);
+  if (message.Generation() != mGeneration) return true;  // from a link closed since
   if (QObject* target = MessageTarget()) {
-    TBusMessage forwarded(message->type(), message->Parameter(), message->Generation());
+    TBusMessage forwarded(message.type(), message.Parameter(), message.Generation());
     QCoreApplication::sendEvent(target, &forwarded);
   } else if (event->type() == RXEventMessage) {
-    RXEvent(static_cast<int>(message->Parameter()));  // nobody to ask: keep the data flowing
+    RXEvent(static_cast<int>(message.Parameter()));  // nobody to ask: keep the data flowing
   } else {
     CloseDevice();
   }

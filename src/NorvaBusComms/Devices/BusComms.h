@@ -76,6 +76,8 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
 
   // Ethernet: true once the socket is connected (GetConnected is already true while connecting).
   bool EthernetConnected() const;
+  // True while bytes handed to the link wait to go out (queued items, unsent socket data).
+  bool Sending() const;
 
  protected:
   bool event(QEvent* event) override;

@@ -2,6 +2,7 @@
 // The messages workers post to the UI thread, as events whose type is the message number.
 
 #include <QEvent>
+#include <QObject>
 
 #include <cstdint>
 
@@ -18,6 +19,15 @@ class TBusMessage : public QEvent {
  public:
   TBusMessage(QEvent::Type type, std::intptr_t parameter, std::uint32_t generation = 0)
       : QEvent(type), mParameter(parameter), mGeneration(generation) {}
+
+  // Posts a message from any thread. The event queue already orders the hand-over; the extra
+  // release/acquire pair makes that order visible to race detectors, which cannot see inside
+  // the toolkit's own locks.
+  static void Post(QObject* receiver, QEvent::Type type, std::intptr_t parameter,
+                   std::uint32_t generation);
+  // The message carried by `event` (of one of the message types), on the receiving thread.
+  static const TBusMessage& Received(const QEvent* event);
+
   std::intptr_t Parameter() const { return mParameter; }
   // Which opening of the link the posting worker belonged to.
   std::uint32_t Generation() const { return mGeneration; }

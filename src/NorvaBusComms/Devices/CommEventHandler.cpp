@@ -2,8 +2,6 @@
 #include <NorvaBusComms/Devices/CommEventHandler.h>
 #include <NorvaGlobal/DebugOutput.h>
 
-#include <QCoreApplication>
-
 namespace norva {
 
 TCommEventHandler::TCommEventHandler(QObject* window, int device, std::uint32_t generation,
@@ -14,13 +12,21 @@ TCommEventHandler::TCommEventHandler(QObject* window, int device, std::uint32_t 
 
 TCommEventHandler::~TCommEventHandler() {
   RequestStop();
-  wait();
+  Join();
   DebugOutput(QStringLiteral("Destroyed %1 thread.").arg(QLatin1String(mClassName)));
+}
+
+void TCommEventHandler::Start() {
+  mThread = std::thread([this] { run(); });
+}
+
+void TCommEventHandler::Join() {
+  if (mThread.joinable()) mThread.join();
 }
 
 void TCommEventHandler::Post(QEvent::Type type, std::intptr_t parameter) {
   if (QObject* window = mWindowHandle.load())
-    QCoreApplication::postEvent(window, new TBusMessage(type, parameter, mGeneration));
+    TBusMessage::Post(window, type, parameter, mGeneration);
 }
 
 void TCommEventHandler::PostError(int errorCode) {

@@ -5,19 +5,21 @@
 #include <NorvaBusComms/Devices/SyncPrimitives.h>
 
 #include <QEvent>
-#include <QThread>
+#include <QObject>
 
 #include <atomic>
 #include <cstdint>
+#include <thread>
 
 namespace norva {
 
-class TCommEventHandler : public QThread {
+// A plain thread (no event loop of its own: a worker only reads, writes, posts and waits).
+class TCommEventHandler {
  public:
   // `window` receives the worker's messages; `generation` is stamped on each so that messages of
   // a link that has since been closed can be recognised and dropped.
   TCommEventHandler(QObject* window, int device, std::uint32_t generation, const char* className);
-  ~TCommEventHandler() override;
+  virtual ~TCommEventHandler();
   TCommEventHandler(const TCommEventHandler&) = delete;
   TCommEventHandler& operator=(const TCommEventHandler&) = delete;
 
@@ -25,6 +27,11 @@ class TCommEventHandler : public QThread {
   void PostError(int errorCode);
 
  protected:
+  // Each concrete worker starts itself at the end of its constructor, once it is whole.
+  void Start();
+  // Waits until the thread has ended.
+  void Join();
+  virtual void run() = 0;
   void Post(QEvent::Type type, std::intptr_t parameter);
   bool Terminated() const { return mTerminated.load(); }
   // Asks the thread to stop and wakes it from any wait on its device; nothing more is posted.
@@ -38,6 +45,7 @@ class TCommEventHandler : public QThread {
   const std::uint32_t mGeneration;
   const char* const mClassName;
   std::atomic<bool> mTerminated{false};
+  std::thread mThread;
 };
 
 }  // namespace norva

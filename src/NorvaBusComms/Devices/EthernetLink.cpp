@@ -72,6 +72,8 @@ void TEthernetLink::Write(const QByteArray& bytes) {
   if (Connected()) mSocket->write(bytes);
 }
 
+qint64 TEthernetLink::BytesToWrite() const { return mSocket ? mSocket->bytesToWrite() : 0; }
+
 void TEthernetLink::EthernetConnect() {
   mConnectedOnce = true;
   mFailedAttempts = 0;

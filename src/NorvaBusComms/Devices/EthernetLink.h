@@ -38,6 +38,8 @@ class TEthernetLink : public QObject {
   bool Connected() const;
   // Queues bytes for the peer; dropped unless connected.
   void Write(const QByteArray& bytes);
+  // Bytes queued but not yet handed to the network.
+  qint64 BytesToWrite() const;
   // Consecutive failed attempts since the last connection (0 while connected).
   int FailedAttempts() const { return mFailedAttempts; }
 

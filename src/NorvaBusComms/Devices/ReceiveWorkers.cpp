@@ -34,12 +34,12 @@ void TRXEventHandler::TakeBuffer(QByteArray& appendTo) {
 void TRXEventHandler::Close() {
   RequestStop();
   rx_buf_sync.Set();
-  wait();
+  Join();
 }
 
 TComRXEventHandle::TComRXEventHandle(QObject* window, int device, std::uint32_t generation)
     : TRXEventHandler(window, device, generation, "TComRXEventHandle") {
-  start();
+  Start();
 }
 
 void TComRXEventHandle::run() {

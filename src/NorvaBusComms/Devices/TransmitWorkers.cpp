@@ -23,7 +23,7 @@ int TTXEventHandler::TXQueueLength() const {
 void TTXEventHandler::Close() {
   RequestStop();
   TXEvent.Set();
-  wait();
+  Join();
 }
 
 void TTXEventHandler::WaitForItems() {
@@ -41,7 +41,7 @@ bool TTXEventHandler::PopItem(TTXItem& item) {
 
 TComTXEventHandler::TComTXEventHandler(QObject* window, int device, std::uint32_t generation)
     : TTXEventHandler(window, device, generation, "TComTXEventHandler") {
-  start();
+  Start();
 }
 
 void TComTXEventHandler::run() {

@@ -1,0 +1,206 @@
+// norva ports / monitor / send / keypress: talking to a device (or norva-sim) for real.
+#include "Subcommands.h"
+
+#include <NorvaBusComms/Devices/BusClient.h>
+#include <NorvaBusComms/Devices/BusComms.h>
+#include <NorvaGlobal/NorvaGlobal.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <functional>
+#include <vector>
+
+namespace norva::cli {
+
+namespace {
+
+constexpr int ConnectTimeoutMs = 3000;
+constexpr int DefaultEchoTimeoutMs = 2000;
+constexpr int DefaultListenMs = 300;
+constexpr int CheckConnectionsEveryMs = 500;
+
+// A connection that could not be made: reported as the library words it, exit code 1.
+class EConnection : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Prints every delivered packet in the receive-trace form, echoes marked.
+class TPrintingClient : public TNorvaBusClient {
+ public:
+  TPrintingClient(TNorvaBusComms* bus, QTextStream& out) : TNorvaBusClient(bus), mOut(out) {}
+  void ProcessCommand(const TCommandPacket& packet) override {
+    mOut << ReceiveTraceLine(packet, BusComms()->ProcessingEcho(), packet.Timestamp) << Qt::endl;
+    ++Delivered;
+  }
+  int Delivered = 0;
+
+ private:
+  QTextStream& mOut;
+};
+
+void PumpWhile(const std::function<bool()>& condition, int timeoutMs) {
+  QElapsedTimer timer;
+  timer.start();
+  while (condition() && timer.elapsed() < timeoutMs) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    QThread::msleep(1);
+  }
+}
+
+struct TLinkOptions {
+  TCommsInterface Link = NoCommsInterface;
+  QString Path;
+};
+
+// Takes --serial DEV [--usb-serial] or --tcp HOST:PORT.
+TLinkOptions TakeLinkOptions(TArguments& arguments) {
+  const auto serial = arguments.TakeOption(QStringLiteral("--serial"));
+  const bool usbSerial = arguments.TakeFlag(QStringLiteral("--usb-serial"));
+  const auto tcp = arguments.TakeOption(QStringLiteral("--tcp"));
+  if (serial.has_value() == tcp.has_value())
+    throw EUsage(QStringLiteral("name one link: --serial DEVICE or --tcp HOST:PORT"));
+  if (usbSerial && !serial) throw EUsage(QStringLiteral("--usb-serial goes with --serial"));
+  if (tcp) return {EthernetInterface, *tcp};
+  return {usbSerial ? USBInterface : RS232Interface, *serial};
+}
+
+TNorvaBusComms* OpenLink(const TLinkOptions& options) {
+  auto* bus = new TNorvaBusComms(options.Link, {NorvaAmp}, options.Path, nullptr);
+  QString failure;
+  bus->SetOnError([&failure](TNorvaBusComms&, const QString& text, bool& handled) {
+    failure = QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": "));
+    handled = true;
+  });
+  bus->SetConnected(true);
+  const bool ethernet = options.Link == EthernetInterface;
+  if (ethernet && failure.isEmpty())
+    PumpWhile([bus] { return !bus->EthernetConnected(); }, ConnectTimeoutMs);
+  bus->SetOnError(nullptr);
+  if (failure.isEmpty() && bus->GetConnected() && (!ethernet || bus->EthernetConnected()))
+    return bus;
+  delete bus;
+  if (failure.isEmpty()) failure = QStringLiteral("cannot connect to ") + options.Path;
+  throw EConnection(failure.toStdString());
+}
+
+int RunWithLink(const TLinkOptions& options, const std::function<int(TNorvaBusComms&)>& run) {
+  try {
+    TNorvaBusClient keeper(OpenLink(options));  // the bus lives as long as this client
+    return run(*keeper.BusComms());
+  } catch (const EConnection& error) {
+    QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
+    return 1;
+  }
+}
+
+// Sends one packet, waits for its echo where the link echoes, and prints what comes back.
+int SendAndListen(TNorvaBusComms& bus, const TCommandPacket& packet, int echoTimeoutMs,
+                  int listenMs, QTextStream& out) {
+  TPrintingClient printer(&bus, out);
+  out << "sent " << PacketText(packet).trimmed() << Qt::endl;
+  bus.SendCmd(packet);
+  const bool echoed = bus.WaitUntilEchoReceived(static_cast<TTickCount>(echoTimeoutMs));
+  PumpWhile([&bus] { return bus.Sending(); }, echoTimeoutMs);
+  PumpWhile([] { return true; }, listenMs);
+  printer.Disconnect();
+  if (!echoed) {
+    QTextStream(stderr) << "norva: no echo within " << echoTimeoutMs << " ms" << Qt::endl;
+    return 3;
+  }
+  return 0;
+}
+
+int TimeoutOption(TArguments& arguments, const QString& option, int fallback) {
+  const auto value = arguments.TakeOption(option);
+  return value ? ParseInteger(*value, 0, 600000, option) : fallback;
+}
+
+}  // namespace
+
+int RunPorts(TArguments& arguments, QTextStream& out) {
+  arguments.Positional();
+  const QStringList ports = TNorvaBusComms::GetComPorts();
+  for (const QString& port : ports) out << port << '\n';
+  if (ports.isEmpty()) QTextStream(stderr) << "no serial ports found" << Qt::endl;
+  return 0;
+}
+
+int RunMonitor(TArguments& arguments, QTextStream& out) {
+  const auto count = arguments.TakeOption(QStringLiteral("--count"));
+  const int limit = count ? ParseInteger(*count, 1, 1 << 30, QStringLiteral("--count")) : 0;
+  const auto seconds = arguments.TakeOption(QStringLiteral("--seconds"));
+  const int durationMs =
+      seconds ? ParseInteger(*seconds, 1, 86400, QStringLiteral("--seconds")) * 1000 : 0;
+  const TLinkOptions link = TakeLinkOptions(arguments);
+  arguments.Positional();
+  return RunWithLink(link, [&](TNorvaBusComms& bus) {
+    TPrintingClient printer(&bus, out);
+    QElapsedTimer timer;
+    timer.start();
+    qint64 lastCheck = 0;
+    bool connected = true;
+    while ((limit == 0 || printer.Delivered < limit) &&
+           (durationMs == 0 || timer.elapsed() < durationMs)) {
+      QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+      QThread::msleep(1);
+      if (timer.elapsed() - lastCheck < CheckConnectionsEveryMs) continue;
+      lastCheck = timer.elapsed();
+      bus.CheckConnections();  // comes back by itself when the device returns
+      if (bus.GetConnected() != connected) {
+        connected = !connected;
+        QTextStream(stderr) << (connected ? "connected again"
+                                          : "connection lost; waiting for the device")
+                            << Qt::endl;
+      }
+    }
+    printer.Disconnect();
+    return 0;
+  });
+}
+
+int RunSend(TArguments& arguments, QTextStream& out) {
+  const int echoTimeout =
+      TimeoutOption(arguments, QStringLiteral("--timeout"), DefaultEchoTimeoutMs);
+  const int listen = TimeoutOption(arguments, QStringLiteral("--listen"), DefaultListenMs);
+  const bool preamp = arguments.TakeFlag(QStringLiteral("--preamp"));
+  const bool pagePreset = arguments.TakeFlag(QStringLiteral("--page-preset"));
+  const TLinkOptions link = TakeLinkOptions(arguments);
+  const QStringList values = arguments.Positional();
+  if (values.size() < 2) throw EUsage(QStringLiteral("send needs CMD and ZONE"));
+  const int cmd = ParseInteger(values[0], 0, 255, QStringLiteral("CMD"));
+  const int zone = ParseInteger(values[1], -1, 95, QStringLiteral("ZONE"));
+  std::vector<int> data;
+  for (qsizetype i = 2; i < values.size(); ++i)
+    data.push_back(ParseInteger(values[i], -255, 255, QStringLiteral("a data byte")));
+  const TCommandPacket packet =
+      BuildCommandPacket(static_cast<TCommand>(cmd),
+                         EncodeZone(static_cast<std::int8_t>(zone), preamp, pagePreset), data);
+  return RunWithLink(link, [&](TNorvaBusComms& bus) {
+    return SendAndListen(bus, packet, echoTimeout, listen, out);
+  });
+}
+
+int RunKeypress(TArguments& arguments, QTextStream& out) {
+  const int echoTimeout =
+      TimeoutOption(arguments, QStringLiteral("--timeout"), DefaultEchoTimeoutMs);
+  const int listen = TimeoutOption(arguments, QStringLiteral("--listen"), DefaultListenMs);
+  const TLinkOptions link = TakeLinkOptions(arguments);
+  const QStringList values = arguments.Positional();
+  if (values.size() < 2 || values.size() > 3)
+    throw EUsage(QStringLiteral("keypress needs ZONE KEY [REPEATS]"));
+  const int zone = ParseInteger(values[0], 0, 95, QStringLiteral("ZONE"));
+  const int key = ParseInteger(values[1], 0, 31, QStringLiteral("KEY"));
+  const int repeats =
+      values.size() == 3 ? ParseInteger(values[2], 0, 7, QStringLiteral("REPEATS")) : 0;
+  const TCommandPacket packet =
+      BuildCommandPacket(KeypressCommand, EncodeZone(static_cast<std::int8_t>(zone), false, false),
+                         {repeats * 32 | key});
+  return RunWithLink(link, [&](TNorvaBusComms& bus) {
+    return SendAndListen(bus, packet, echoTimeout, listen, out);
+  });
+}
+
+}  // namespace norva::cli
