@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Configures and builds one flavour of the project into build/<flavour>.
+# Configures and builds one flavour of the project into build/<flavour>:
+#   scripts/build.sh FLAVOUR [-DCMAKE_OPTION=...] [TARGET...]
 #   release  optimised with debug information (default)
 #   asan     AddressSanitizer + UndefinedBehaviorSanitizer
 #   tsan     ThreadSanitizer
@@ -19,5 +20,10 @@ case "$flavour" in
   *) echo "unknown flavour: $flavour (release, asan, tsan, fuzz)" >&2; exit 2 ;;
 esac
 
-cmake "${args[@]}" "$@" >/dev/null
-ninja -C "$root/build/$flavour" -j2
+targets=()
+for argument in "$@"; do
+  if [[ "$argument" == -D* ]]; then args+=("$argument"); else targets+=("$argument"); fi
+done
+
+cmake "${args[@]}" >/dev/null
+ninja -C "$root/build/$flavour" -j2 "${targets[@]}"

@@ -15,6 +15,10 @@ bash scripts/build.sh asan
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   ctest --test-dir build/asan --output-on-failure -j2 -E package_client
 
+echo "== Device links and workers under ThreadSanitizer"
+bash scripts/build.sh tsan test_Devices
+TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j2 -R '^Devices\.'
+
 echo "== Fuzz smoke"
 bash scripts/build.sh fuzz
 bash scripts/fuzz.sh "${NORVA_FUZZ_SECONDS:-20}"
@@ -25,6 +29,9 @@ for bench in build/release/bench/bench_*; do
   [[ -f "$bench" && -x "$bench" ]] || continue
   "$bench" --benchmark_min_time=0.05 >/dev/null
 done
+
+echo "== Static checks (clang-tidy)"
+bash scripts/lint.sh build/release
 
 echo "== Unit tests"
 ctest --test-dir build/release --output-on-failure -j2
