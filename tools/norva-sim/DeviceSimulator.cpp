@@ -169,6 +169,7 @@ void TDeviceSimulator::SendText(const QByteArray& bytes) {
 void TDeviceSimulator::Write(TLink& link, const QByteArray& bytes) {
   if (link.Socket) {
     link.Socket->write(bytes);
+    link.Socket->flush();  // out now, not when the event loop next comes round
     return;
   }
   link.Output += bytes;
