@@ -27,6 +27,7 @@ int CompareByName(TOrbObject* object1, TOrbObject* object2) {
 TOrbObjectList::TOrbObjectList(bool ownsObjects, TOrbObject* owner)
     : mOwnsObjects(ownsObjects), mOwner(owner) {}
 
+// Clearing to zero items cannot fail, so nothing escapes. NOLINTNEXTLINE(bugprone-exception-escape)
 TOrbObjectList::~TOrbObjectList() {
   mOwner = nullptr;
   Clear();

@@ -19,7 +19,7 @@ class TOrbObjectList {
   TOrbObjectList(bool ownsObjects, TOrbObject* owner);
   // Forgets the owner first (so clearing records nothing and notifies nobody), destroys owned
   // items, then purges both histories of the entries that refer to this list.
-  virtual ~TOrbObjectList();
+  virtual ~TOrbObjectList();  // NOLINT(bugprone-exception-escape): see the definition
   TOrbObjectList(const TOrbObjectList&) = delete;
   TOrbObjectList& operator=(const TOrbObjectList&) = delete;
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char Alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr char Padding = '=';
-constexpr qsizetype ChunkSize = 48 * 1024;  // a multiple of 3: whole groups per chunk
+constexpr qsizetype ChunkSize = qsizetype{48} * 1024;  // a multiple of 3: whole groups per chunk
 constexpr signed char NotInAlphabet = -1;
 
 constexpr std::array<signed char, 256> MakeSextetTable() {

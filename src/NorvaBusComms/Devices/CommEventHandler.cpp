@@ -17,7 +17,7 @@ TCommEventHandler::~TCommEventHandler() {
 }
 
 void TCommEventHandler::Start() {
-  mThread = std::thread([this] { run(); });
+  mThread = std::thread([this] { Execute(); });
 }
 
 void TCommEventHandler::Join() {

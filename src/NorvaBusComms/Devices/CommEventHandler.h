@@ -31,7 +31,7 @@ class TCommEventHandler {
   void Start();
   // Waits until the thread has ended.
   void Join();
-  virtual void run() = 0;
+  virtual void Execute() = 0;
   void Post(QEvent::Type type, std::intptr_t parameter);
   bool Terminated() const { return mTerminated.load(); }
   // Asks the thread to stop and wakes it from any wait on its device; nothing more is posted.

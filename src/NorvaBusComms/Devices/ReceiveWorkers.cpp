@@ -42,7 +42,7 @@ TComRXEventHandle::TComRXEventHandle(QObject* window, int device, std::uint32_t 
   Start();
 }
 
-void TComRXEventHandle::run() {
+void TComRXEventHandle::Execute() {
   while (!Terminated()) {
     pollfd fds[2] = {{mDevice, POLLIN, 0}, {mWake.Fd(), POLLIN, 0}};
     if (poll(fds, 2, -1) < 0) {

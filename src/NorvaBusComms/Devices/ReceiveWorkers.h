@@ -42,7 +42,7 @@ class TComRXEventHandle : public TRXEventHandler {
   TComRXEventHandle(QObject* window, int device, std::uint32_t generation);
 
  protected:
-  void run() override;
+  void Execute() override;
 
  private:
   // Reads until the driver has nothing more; false when the worker must end.

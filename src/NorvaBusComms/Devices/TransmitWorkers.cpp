@@ -44,7 +44,7 @@ TComTXEventHandler::TComTXEventHandler(QObject* window, int device, std::uint32_
   Start();
 }
 
-void TComTXEventHandler::run() {
+void TComTXEventHandler::Execute() {
   while (!Terminated()) {
     WaitForItems();
     TTXItem item;

@@ -41,7 +41,7 @@ class TComTXEventHandler : public TTXEventHandler {
   TComTXEventHandler(QObject* window, int device, std::uint32_t generation);
 
  protected:
-  void run() override;
+  void Execute() override;
 
  private:
   // Writes all of `bytes`; false (after PostError) on a write error, or when stopped.
