@@ -1,6 +1,7 @@
 // The norva tool as an installer runs it: real process, real files, exit codes and messages.
 #include <QProcess>
 #include <QTemporaryFile>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,7 @@ struct TRun {
 TRun Norva(const QStringList& arguments, const QByteArray& input = {}) {
   QProcess process;
   process.start(QStringLiteral(NORVA_BINARY_DIR "/tools/norva/norva"), arguments);
+  process.waitForStarted();
   process.write(input);
   process.closeWriteChannel();
   process.waitForFinished(30000);
@@ -95,6 +97,83 @@ TEST(NorvaTool, HelpListsEveryCommand) {
        {"packet encode", "packet decode", "zone encode", "zone decode", "error"})
     EXPECT_TRUE(run.Out.contains(command)) << command;
   EXPECT_EQ(Norva({"packet", "decode", "--help"}).ExitCode, 0);
+}
+
+// The live commands against the simulator, as the main job runs them.
+class NorvaToolLive : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    simulator.start(QStringLiteral(NORVA_BINARY_DIR "/tools/norva-sim/norva-sim"),
+                    {"--seconds", "60"});
+    ASSERT_TRUE(simulator.waitForStarted());
+    QString announced;
+    while (!announced.contains("tcp: ") && simulator.waitForReadyRead(5000))
+      announced += QString::fromUtf8(simulator.readAll());
+    for (const QString& line : announced.split(u'\n')) {
+      if (line.startsWith("pty: ")) pty = line.mid(5).trimmed();
+      if (line.startsWith("tcp: ")) tcp = QStringLiteral("127.0.0.1:") + line.mid(5).trimmed();
+    }
+    ASSERT_FALSE(pty.isEmpty());
+    ASSERT_FALSE(tcp.isEmpty());
+  }
+  void TearDown() override {
+    simulator.write("quit\n");
+    simulator.waitForFinished(5000);
+  }
+
+  QProcess simulator;
+  QString pty;
+  QString tcp;
+};
+
+TEST_F(NorvaToolLive, SendWaitsForTheEchoOnSerialAndPrintsTheAnswers) {
+  const TRun run = Norva({"send", "--serial", pty, "0x20", "5", "1"});
+  EXPECT_EQ(run.ExitCode, 0) << run.Err.toStdString();
+  EXPECT_EQ(TracedPackets(run.Out.section(u'\n', 1)), (QStringList{"20,05,01 (echo)", "A0,05,01"}));
+
+  const TRun keypress = Norva({"keypress", "--serial", pty, "--usb-serial", "5", "3", "1"});
+  EXPECT_EQ(keypress.ExitCode, 0);
+  EXPECT_TRUE(keypress.Out.contains("0B,05,23 (echo)")) << keypress.Out.toStdString();
+}
+
+TEST_F(NorvaToolLive, OverTcpThereIsNoEchoButTheAnswerComes) {
+  const TRun run = Norva({"send", "--tcp", tcp, "0x03", "40"});
+  EXPECT_EQ(run.ExitCode, 0) << run.Err.toStdString();
+  const QStringList packets = TracedPackets(run.Out.section(u'\n', 1));
+  EXPECT_EQ(packets.size(), 4);  // the four status reports of zone 40
+  EXPECT_TRUE(packets.value(0).startsWith("04,88"));
+}
+
+TEST_F(NorvaToolLive, MonitorPrintsWhatTheDeviceSends) {
+  QProcess monitor;
+  monitor.start(QStringLiteral(NORVA_BINARY_DIR "/tools/norva/norva"),
+                {"monitor", "--tcp", tcp, "--count", "2", "--seconds", "20"});
+  ASSERT_TRUE(monitor.waitForStarted());
+  QThread::msleep(500);  // let it connect before the keys are pressed
+  simulator.write("keypress 3 4\nkeypress 17 9 1\n");
+  simulator.waitForBytesWritten(5000);
+  ASSERT_TRUE(monitor.waitForFinished(20000));
+  EXPECT_EQ(monitor.exitCode(), 0);
+  EXPECT_EQ(TracedPackets(QString::fromUtf8(monitor.readAllStandardOutput())),
+            (QStringList{"0B,03,04", "0B,11,29"}));
+}
+
+TEST_F(NorvaToolLive, MissingEchoesAndDeadLinksAreReportedByExitCode) {
+  simulator.write("silent on\n");
+  simulator.waitForBytesWritten(5000);
+  QThread::msleep(200);
+  const TRun silent = Norva({"send", "--serial", pty, "1", "2", "--timeout", "300"});
+  EXPECT_EQ(silent.ExitCode, 3);
+  EXPECT_TRUE(silent.Err.contains("no echo within 300 ms")) << silent.Err.toStdString();
+
+  const TRun missing = Norva({"send", "--serial", "/dev/no-such-port", "1", "2"});
+  EXPECT_EQ(missing.ExitCode, 1);
+  EXPECT_EQ(missing.Err,
+            "norva: Cannot open port /dev/no-such-port: Error: No such file or directory (2)\n");
+
+  const TRun refused = Norva({"send", "--tcp", "127.0.0.1:1", "1", "2"});
+  EXPECT_EQ(refused.ExitCode, 1);
+  EXPECT_TRUE(refused.Err.contains("cannot connect to 127.0.0.1:1")) << refused.Err.toStdString();
 }
 
 }  // namespace
