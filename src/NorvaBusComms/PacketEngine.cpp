@@ -2,9 +2,8 @@
 #include <NorvaBusComms/NotificationFraming.h>
 #include <NorvaBusComms/PacketEngine.h>
 #include <NorvaGlobal/DebugOutput.h>
+#include <NorvaGlobal/EventPump.h>
 
-#include <QCoreApplication>
-#include <QThread>
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -13,7 +12,6 @@
 namespace norva {
 
 namespace {
-constexpr TTickCount WaitStepMs = 10;
 constexpr TTickCount QueueDrainLimitMs = 500;
 
 // Counts one level of processing for as long as it lives, also when a user's handler throws.
@@ -32,11 +30,6 @@ class TNestingGuard {
 // Status reports: only the newest per command and zone in one batch matters.
 constexpr bool IsStatusReport(TCommand cmd) { return cmd >= 4 && cmd <= 7; }
 constexpr std::size_t StatusReportKeys = std::size_t{4} * 256;  // command 4-7 by zone byte
-
-void PumpEventsFor(TTickCount ms) {
-  QThread::msleep(ms);
-  QCoreApplication::processEvents();
-}
 }  // namespace
 
 void TNorvaPacketEngine::AddUser(TNorvaBusUser* user) {
@@ -113,7 +106,7 @@ void TNorvaPacketEngine::SendUSBCommand(TUSBCommand command, std::uint16_t wValu
     const TTickCount start = GetTickCount();
     while (IsOpen() && mTransport->MainTransmitterSending() &&
            TicksSince(start) < QueueDrainLimitMs)
-      PumpEventsFor(WaitStepMs);
+      SleepAndPumpEvents(WaitStepMs);
   }
   Send(TTXItem{command, wValue, wIndex, data});
 }
@@ -286,7 +279,7 @@ bool TNorvaPacketEngine::WaitUntilEchoReceived(TTickCount timeoutMs) {
   const TTickCount start = GetTickCount();
   do {
     if (TicksSince(start) > timeoutMs) return false;
-    PumpEventsFor(WaitStepMs);
+    SleepAndPumpEvents(WaitStepMs);
   } while (CommandRecentlySent(0).Cmd != 0);
   return true;
 }

@@ -14,10 +14,23 @@
 #include <QByteArrayView>
 
 #include <array>
+#include <memory>
 #include <span>
 #include <vector>
 
 namespace norva {
+
+class TNorvaPacketEngine;
+
+// Whatever drives a USB object exchange (an enumeration, a download, ...): it is told of every
+// change of the exchange's status, including the final return to NoUSBCommand, whoever makes it.
+class TIUSBCommandUser {
+ public:
+  static constexpr const char* InterfaceId = "{FD5833B0-874C-4136-B872-23C7DF98B61D}";
+  virtual ~TIUSBCommandUser() = default;
+  virtual void USBCommandStatusChange(TNorvaPacketEngine& bus, TUSBCommandStatus newStatus,
+                                      TUSBCommandStatus oldStatus) = 0;
+};
 
 // Source kinds of received bytes.
 inline constexpr int SerialRXKind = 0;
@@ -90,6 +103,21 @@ class TNorvaPacketEngine {
   // Pumps events until the newest sent packet's echo has arrived; false after `timeoutMs`.
   bool WaitUntilEchoReceived(TTickCount timeoutMs);
 
+  // --- The USB object exchange: one at a time ---
+  TUSBCommandStatus USBCommandStatus() const { return mUSBCommandStatus; }
+  TUSBCommandResult USBCommandResult() const { return mUSBCommandResult; }
+  void SetUSBCommandResult(TUSBCommandResult result) { mUSBCommandResult = result; }
+  const std::shared_ptr<TIUSBCommandUser>& USBCommandUser() const { return mUSBCommandUser; }
+  // Tells the registered user of a change, stores the status, and registers `user` (released again
+  // when the status returns to NoUSBCommand).
+  void SetUSBCommandStatus(TUSBCommandStatus newStatus, std::shared_ptr<TIUSBCommandUser> user);
+  // Pumps events until the exchange has ended. Fails (status NoUSBCommand, result failure) when
+  // no raw data arrived for `timeoutMs` or the link is lost, asking the user as designed; with
+  // `canIgnoreError` the user may choose to continue (true).
+  bool WaitUSBCommandResponse(TTickCount timeoutMs, bool canIgnoreError);
+  // Pumps events until the device has been silent (no packet other than echoes) for `timeoutMs`.
+  void WaitForCommands(TTickCount timeoutMs, bool commandsExpected);
+
   int InProcessCmd() const { return mInProcessCmd; }
   bool ProcessingEcho() const { return mProcessingEcho; }
   bool ForceRawProcessing() const { return mForceRawProcessing; }
@@ -142,6 +170,9 @@ class TNorvaPacketEngine {
   bool mProcessingEcho = false;
   bool mForceRawProcessing = false;
   TTickCount mLastRX = 0;
+  TUSBCommandStatus mUSBCommandStatus = NoUSBCommand;
+  TUSBCommandResult mUSBCommandResult = USBCommand_Success;
+  std::shared_ptr<TIUSBCommandUser> mUSBCommandUser;
 };
 
 }  // namespace norva

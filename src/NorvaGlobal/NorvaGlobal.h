@@ -6,6 +6,7 @@
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/EnumSet.h>
 #include <NorvaGlobal/ErrorMessages.h>
+#include <NorvaGlobal/EventPump.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <NorvaGlobal/SourceTables.h>
 #include <NorvaGlobal/TickCount.h>

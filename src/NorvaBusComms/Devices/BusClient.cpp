@@ -1,10 +1,10 @@
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/BusMessages.h>
+#include <NorvaGlobal/EventPump.h>
 #include <NorvaGlobal/UIServices.h>
 
 #include <QCoreApplication>
-#include <QThread>
 
 #include <cstring>
 
@@ -55,8 +55,7 @@ void TNorvaBusClientCore::WMThreadCrash(int errorCode) {
   // A device that was unplugged is found gone within this time, and then nothing is reported.
   const TTickCount start = GetTickCount();
   while (mBusComms && GetConnected() && TicksSince(start) < DeviceGoneWaitMs) {
-    QThread::msleep(DeviceGoneStepMs);
-    QCoreApplication::processEvents();
+    SleepAndPumpEvents(DeviceGoneStepMs);
     if (mBusComms) mBusComms->CheckConnections();
   }
   if (mBusComms && GetConnected()) {
