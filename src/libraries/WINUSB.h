@@ -49,7 +49,8 @@ class TWinUsbInterface {
  public:
   virtual ~TWinUsbInterface() = default;  // frees the interface and closes the device
 
-  virtual bool QueryInterfaceSettings(std::uint8_t alternateSetting, TUsbInterfaceDescriptor& descriptor) = 0;
+  virtual bool QueryInterfaceSettings(std::uint8_t alternateSetting,
+                                      TUsbInterfaceDescriptor& descriptor) = 0;
   virtual bool QueryPipe(std::uint8_t alternateSetting, std::uint8_t pipeIndex,
                          TWinUsbPipeInformation& pipe) = 0;
   virtual bool SetPipePolicy(std::uint8_t pipeId, TPipePolicy policy, bool value) = 0;
