@@ -58,11 +58,18 @@ class TWinUsbInterface {
   // Reads up to `length` bytes from an IN pipe. Returns the count read, 0 when `timeoutMs` passed
   // without data (not an error), or -1 on failure with LastError() set (ENODEV once the device is
   // gone).
+  // A `timeoutMs` of 0 waits without limit (as a WinUSB pipe time-out of 0); a negative one, a pipe
+  // that is not an IN pipe of the interface, or a null buffer fail with EINVAL.
   virtual int ReadPipe(std::uint8_t pipeId, char* buffer, int length, int timeoutMs) = 0;
   // Writes to an OUT pipe; returns the count written, 0 on time-out, -1 on failure.
+  // `timeoutMs` as for ReadPipe; a time-out after part of the data went out returns that part.
   virtual int WritePipe(std::uint8_t pipeId, const char* data, int length, int timeoutMs) = 0;
   // A control transfer with `data` as its data stage (host to device); false on failure.
+  // The data stage is the first `setup.Length` bytes of `data`; a shorter `data`, or a
+  // device-to-host request type, fails with EINVAL. Control transfers time out after 5000 ms.
   virtual bool ControlTransfer(const TWinUsbSetupPacket& setup, const QByteArray& data) = 0;
+  // An IN pipe: reads and drops what the device has ready for it. An OUT pipe holds nothing on
+  // the host side (writes return once the device took the data), so it is left as it is.
   virtual bool FlushPipe(std::uint8_t pipeId) = 0;
 
   // The errno-style code of the last failure on the calling thread.
@@ -95,5 +102,9 @@ TUsbBackend* SetUsbBackend(TUsbBackend* backend);
 
 // "USB\VID_xxxx&PID_xxxx&REV_xxxx" with upper-case hex digits.
 QString UsbHardwareId(std::uint16_t vendorId, std::uint16_t productId, std::uint16_t revision);
+
+// What the user is told when a device cannot be opened for lack of permission (EACCES): the
+// device node needs the udev rules installed with the library.
+QString UsbPermissionHint(const QString& devicePath);
 
 }  // namespace norva

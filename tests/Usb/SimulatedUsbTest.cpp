@@ -1,0 +1,417 @@
+// The simulated USB backend: what the bus's workers see on the host side and what a test or the
+// simulator sees on the device side, including the cross-thread cases (a blocked read woken by
+// data or by an unplug).
+#include <libraries/SimulatedUsb.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <future>
+#include <thread>
+
+namespace norva {
+namespace {
+
+const QString AmpPath = QStringLiteral("sim:amp");
+const QString AmpId = QStringLiteral("USB\\VID_1781&PID_07DA&REV_0100");
+// Long enough never to expire in a passing run: a read that returns because of it has failed.
+constexpr int NoExpiryMs = 20000;
+
+class SimulatedUsbTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    device = backend.AddDevice(AmpPath, AmpId);
+    int error = -1;
+    usb = backend.Open(AmpPath, error);
+    ASSERT_NE(usb, nullptr);
+    ASSERT_EQ(error, 0);
+  }
+
+  QByteArray Read(std::uint8_t pipe, int length, int timeoutMs) {
+    QByteArray buffer(length, '\0');
+    const int count = usb->ReadPipe(pipe, buffer.data(), length, timeoutMs);
+    if (count < 0) return QByteArray("<error>");
+    buffer.truncate(count);
+    return buffer;
+  }
+
+  TSimulatedUsbBackend backend;
+  std::shared_ptr<TSimulatedUsbDevice> device;
+  std::unique_ptr<TWinUsbInterface> usb;
+};
+
+TEST_F(SimulatedUsbTest, InterfaceListsTheDefaultPipes) {
+  TUsbInterfaceDescriptor descriptor;
+  ASSERT_TRUE(usb->QueryInterfaceSettings(0, descriptor));
+  EXPECT_EQ(descriptor.NumEndpoints, 4);
+  std::vector<std::uint8_t> ids;
+  for (std::uint8_t index = 0; index < descriptor.NumEndpoints; ++index) {
+    TWinUsbPipeInformation pipe;
+    ASSERT_TRUE(usb->QueryPipe(0, index, pipe));
+    EXPECT_EQ(pipe.PipeType, TUsbPipeType::Bulk);
+    EXPECT_EQ(pipe.MaximumPacketSize, 64);
+    ids.push_back(pipe.PipeId);
+  }
+  EXPECT_EQ(ids, (std::vector<std::uint8_t>{0x82, 0x83, 0x01, 0x04}));
+
+  TWinUsbPipeInformation beyond;
+  EXPECT_FALSE(usb->QueryPipe(0, 4, beyond));
+  EXPECT_EQ(usb->LastError(), ENOENT);
+  EXPECT_FALSE(usb->QueryInterfaceSettings(1, descriptor));
+  EXPECT_EQ(usb->LastError(), ENOENT);
+}
+
+TEST_F(SimulatedUsbTest, ReadsKeepTheDeviceTransfersApart) {
+  ASSERT_TRUE(device->PushIn(0x82, "first"));
+  ASSERT_TRUE(device->PushIn(0x82, "second"));
+  ASSERT_TRUE(device->PushIn(0x83, "notify"));
+
+  EXPECT_EQ(Read(0x82, 1024, 100), "first");  // never joined with "second"
+  EXPECT_EQ(Read(0x82, 3, 100), "sec");       // a short buffer takes the front of a transfer
+  EXPECT_EQ(Read(0x82, 1024, 100), "ond");    // and the rest comes next
+  EXPECT_EQ(Read(0x83, 1024, 100), "notify");
+  EXPECT_EQ(device->Counters().BytesIn, 17);
+}
+
+TEST_F(SimulatedUsbTest, ReadWithNothingQueuedTimesOutWithZeroAndNoError) {
+  char buffer[16];
+  EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, 10), 0);
+  EXPECT_EQ(usb->ReadPipe(0x82, buffer, 0, 10), 0);
+  EXPECT_TRUE(device->IsOpen());
+  EXPECT_EQ(device->Counters().Reads, 0);
+}
+
+TEST_F(SimulatedUsbTest, BlockedReadIsWokenByPushIn) {
+  auto reader = std::async(std::launch::async, [this] { return Read(0x83, 64, NoExpiryMs); });
+  ASSERT_TRUE(device->WaitForReaders(0x83, 1, NoExpiryMs));
+  device->PushIn(0x83, "late");
+  EXPECT_EQ(reader.get(), "late");
+}
+
+TEST_F(SimulatedUsbTest, ReadWithoutLimitWaitsForData) {
+  auto reader = std::async(std::launch::async, [this] { return Read(0x82, 64, 0); });
+  ASSERT_TRUE(device->WaitForReaders(0x82, 1, NoExpiryMs));
+  device->PushIn(0x82, "x");
+  EXPECT_EQ(reader.get(), "x");
+}
+
+TEST_F(SimulatedUsbTest, ReadsOfDifferentPipesWaitIndependently) {
+  auto data = std::async(std::launch::async, [this] { return Read(0x82, 64, NoExpiryMs); });
+  auto notify = std::async(std::launch::async, [this] { return Read(0x83, 64, NoExpiryMs); });
+  ASSERT_TRUE(device->WaitForReaders(0x82, 1, NoExpiryMs));
+  ASSERT_TRUE(device->WaitForReaders(0x83, 1, NoExpiryMs));
+  device->PushIn(0x83, "n");
+  EXPECT_EQ(notify.get(), "n");
+  device->PushIn(0x82, "d");
+  EXPECT_EQ(data.get(), "d");
+}
+
+TEST_F(SimulatedUsbTest, UnplugFailsAPendingReadOnAnotherThreadWithNoDevice) {
+  auto reader = std::async(std::launch::async, [this] {
+    char buffer[64];
+    const int count = usb->ReadPipe(0x82, buffer, sizeof buffer, NoExpiryMs);
+    return std::pair<int, int>(count, usb->LastError());
+  });
+  ASSERT_TRUE(device->WaitForReaders(0x82, 1, NoExpiryMs));
+  device->Unplug();
+  const auto [count, error] = reader.get();
+  EXPECT_EQ(count, -1);
+  EXPECT_EQ(error, ENODEV);
+}
+
+TEST_F(SimulatedUsbTest, UnpluggedDeviceFailsEveryCallAndLeavesTheList) {
+  device->PushIn(0x82, "lost");
+  device->Unplug();
+  char buffer[8] = {};
+  EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, 10), -1);
+  EXPECT_EQ(usb->LastError(), ENODEV);
+  EXPECT_EQ(usb->WritePipe(0x01, "x", 1, 10), -1);
+  EXPECT_EQ(usb->LastError(), ENODEV);
+  EXPECT_FALSE(usb->ControlTransfer({0x40, 1, 0, 0, 0}, QByteArray()));
+  EXPECT_EQ(usb->LastError(), ENODEV);
+  EXPECT_FALSE(usb->FlushPipe(0x82));
+  EXPECT_FALSE(device->PushIn(0x82, "while away"));
+
+  std::vector<TUsbDeviceEntry> found;
+  QString error;
+  ASSERT_TRUE(backend.EnumerateDevices(found, error));
+  EXPECT_TRUE(found.empty());
+  int code = 0;
+  EXPECT_EQ(backend.Open(AmpPath, code), nullptr);
+  EXPECT_EQ(code, ENODEV);
+}
+
+TEST_F(SimulatedUsbTest, ReplugNeedsANewOpenAndStartsEmpty) {
+  device->PushIn(0x82, "before");
+  device->Unplug();
+  device->Replug();
+
+  char buffer[8];
+  EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, 10), -1);  // the old handle stays dead
+  EXPECT_EQ(usb->LastError(), ENODEV);
+
+  int code = -1;
+  auto fresh = backend.Open(AmpPath, code);  // the old handle no longer holds the interface
+  ASSERT_NE(fresh, nullptr);
+  EXPECT_EQ(fresh->ReadPipe(0x82, buffer, sizeof buffer, 10), 0);  // queued data did not survive
+  std::vector<TUsbDeviceEntry> found;
+  QString error;
+  ASSERT_TRUE(backend.EnumerateDevices(found, error));
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].DevicePath, AmpPath);
+  EXPECT_EQ(found[0].HardwareId, AmpId);
+}
+
+TEST_F(SimulatedUsbTest, InterfaceIsClaimedByOneHandleAtATime) {
+  int code = 0;
+  EXPECT_EQ(backend.Open(AmpPath, code), nullptr);
+  EXPECT_EQ(code, EBUSY);
+  usb.reset();
+  EXPECT_FALSE(device->IsOpen());
+  auto again = backend.Open(AmpPath, code);
+  EXPECT_NE(again, nullptr);
+  EXPECT_EQ(device->Counters().Opens, 2);
+  EXPECT_EQ(device->Counters().Closes, 1);
+}
+
+TEST_F(SimulatedUsbTest, OpenErrorIsReported) {
+  usb.reset();
+  device->SetOpenError(EACCES);
+  int code = 0;
+  EXPECT_EQ(backend.Open(AmpPath, code), nullptr);
+  EXPECT_EQ(code, EACCES);
+  device->SetOpenError(0);
+  EXPECT_NE(backend.Open(AmpPath, code), nullptr);
+}
+
+TEST_F(SimulatedUsbTest, WritesArriveOnTheirPipeOneEntryPerWrite) {
+  EXPECT_EQ(usb->WritePipe(0x01, "0B0523\r\n", 8, 100), 8);
+  EXPECT_EQ(usb->WritePipe(0x01, "abc", 3, 100), 3);
+  EXPECT_EQ(usb->WritePipe(0x04, "cmd", 3, 100), 3);
+  EXPECT_EQ(device->TakeWrites(0x01), (std::vector<QByteArray>{"0B0523\r\n", "abc"}));
+  EXPECT_EQ(device->TakeWritten(0x04), "cmd");
+  EXPECT_TRUE(device->TakeWrites(0x01).empty());  // taken means gone
+  EXPECT_EQ(device->Counters().BytesOut, 14);
+}
+
+TEST_F(SimulatedUsbTest, ShortPacketTerminateAddsAZeroLengthPacketAfterWholePackets) {
+  const QByteArray packet(64, 'p');
+  usb->WritePipe(0x01, packet.constData(), 64, 100);
+  EXPECT_EQ(device->TakeWrites(0x01).size(), 1U) << "no zero-length packet without the policy";
+
+  ASSERT_TRUE(usb->SetPipePolicy(0x01, TPipePolicy::ShortPacketTerminate, true));
+  usb->WritePipe(0x01, packet.constData(), 64, 100);
+  usb->WritePipe(0x01, packet.constData(), 63, 100);
+  EXPECT_EQ(device->TakeWrites(0x01),
+            (std::vector<QByteArray>{packet, QByteArray(), packet.left(63)}));
+  EXPECT_EQ(device->Counters().ZeroLengthPackets, 1);
+
+  usb->SetPipePolicy(0x04, TPipePolicy::ShortPacketTerminate, true);  // per pipe
+  ASSERT_TRUE(usb->SetPipePolicy(0x01, TPipePolicy::ShortPacketTerminate, false));
+  usb->WritePipe(0x01, packet.constData(), 64, 100);
+  EXPECT_EQ(device->TakeWrites(0x01).size(), 1U);
+}
+
+TEST_F(SimulatedUsbTest, StalledPipeFailsUntilAutoClearStallClearsIt) {
+  device->StallPipe(0x82);
+  device->PushIn(0x82, "after stall");
+  char buffer[32];
+  EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, 10), -1);
+  EXPECT_EQ(usb->LastError(), EPIPE);
+  EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, 10), -1) << "a halt stays until cleared";
+
+  ASSERT_TRUE(usb->SetPipePolicy(0x82, TPipePolicy::AutoClearStall, true));
+  EXPECT_EQ(Read(0x82, 32, 100), "after stall");
+  EXPECT_EQ(device->Counters().StallsCleared, 1);
+
+  device->StallPipe(0x01);
+  EXPECT_EQ(usb->WritePipe(0x01, "x", 1, 10), -1);
+  usb->SetPipePolicy(0x01, TPipePolicy::AutoClearStall, true);
+  EXPECT_EQ(usb->WritePipe(0x01, "x", 1, 10), 1);
+}
+
+TEST_F(SimulatedUsbTest, PausedOutPipeTimesOutWithZeroAndResumes) {
+  device->PauseOutPipe(0x01, true);
+  EXPECT_EQ(usb->WritePipe(0x01, "held", 4, 10), 0);
+  EXPECT_TRUE(device->TakeWrites(0x01).empty());
+
+  auto writer = std::async(std::launch::async,
+                           [this] { return usb->WritePipe(0x01, "later", 5, NoExpiryMs); });
+  device->PauseOutPipe(0x01, false);
+  EXPECT_EQ(writer.get(), 5);
+  EXPECT_EQ(device->TakeWritten(0x01), "later");
+}
+
+TEST_F(SimulatedUsbTest, WaitForWrittenSeesAWriteFromAnotherThread) {
+  std::thread writer([this] { usb->WritePipe(0x04, "0B0523\r\n", 8, 100); });
+  EXPECT_TRUE(device->WaitForWritten(0x04, 8, NoExpiryMs));
+  writer.join();
+  EXPECT_EQ(device->TakeWritten(0x04), "0B0523\r\n");
+  EXPECT_FALSE(device->WaitForWritten(0x04, 1, 1));
+}
+
+TEST_F(SimulatedUsbTest, ControlTransfersAreRecordedWithSetupAndDataStage) {
+  EXPECT_TRUE(
+      usb->ControlTransfer({0x40, 5, 0x1234, 0x0002, 3}, QByteArray("\x01\x02\x03\x04", 4)));
+  EXPECT_TRUE(usb->ControlTransfer({0x40, 23, 0, 0, 0}, QByteArray()));
+  ASSERT_TRUE(device->WaitForControlTransfers(2, 100));
+  const auto transfers = device->TakeControlTransfers();
+  ASSERT_EQ(transfers.size(), 2U);
+  EXPECT_EQ(transfers[0].Setup.RequestType, 0x40);
+  EXPECT_EQ(transfers[0].Setup.Request, 5);
+  EXPECT_EQ(transfers[0].Setup.Value, 0x1234);
+  EXPECT_EQ(transfers[0].Setup.Index, 2);
+  EXPECT_EQ(transfers[0].Data, QByteArray("\x01\x02\x03", 3));  // Length decides the data stage
+  EXPECT_EQ(transfers[1].Setup.Request, 23);
+  EXPECT_TRUE(transfers[1].Data.isEmpty());
+}
+
+TEST_F(SimulatedUsbTest, ControlTransferRejectsWhatItCannotSend) {
+  EXPECT_FALSE(usb->ControlTransfer({0xC0, 1, 0, 0, 4}, QByteArray(4, 'x')));
+  EXPECT_EQ(usb->LastError(), EINVAL);
+  EXPECT_FALSE(usb->ControlTransfer({0x40, 1, 0, 0, 8}, QByteArray(3, 'x')));
+  EXPECT_EQ(usb->LastError(), EINVAL);
+  EXPECT_TRUE(device->TakeControlTransfers().empty());
+}
+
+TEST_F(SimulatedUsbTest, HandlersAnswerOnTheHostThreadAndMayPushIn) {
+  // The simulator's echo: what the host writes comes back on the data pipe.
+  device->SetWriteHandler([this](std::uint8_t pipe, const QByteArray& bytes) {
+    if (pipe == 0x01) device->PushIn(0x82, bytes);
+  });
+  device->SetControlHandler(
+      [](const TSimulatedControlTransfer& transfer) { return transfer.Setup.Request != 99; });
+  EXPECT_EQ(usb->WritePipe(0x01, "echo", 4, 100), 4);
+  EXPECT_EQ(Read(0x82, 64, 100), "echo");
+  EXPECT_TRUE(device->TakeWrites(0x01).empty()) << "a handled write is not queued";
+  EXPECT_TRUE(usb->ControlTransfer({0x40, 1, 0, 0, 0}, QByteArray()));
+  EXPECT_FALSE(usb->ControlTransfer({0x40, 99, 0, 0, 0}, QByteArray()));
+  EXPECT_EQ(usb->LastError(), EPIPE);
+  EXPECT_EQ(device->Counters().ControlTransfers, 2);
+}
+
+TEST_F(SimulatedUsbTest, FlushDropsWhatAnInPipeHolds) {
+  device->PushIn(0x82, "stale");
+  device->PushIn(0x83, "kept");
+  EXPECT_TRUE(usb->FlushPipe(0x82));
+  EXPECT_TRUE(usb->FlushPipe(0x01));
+  EXPECT_EQ(device->PendingIn(0x82), 0U);
+  EXPECT_EQ(Read(0x83, 64, 100), "kept");
+  EXPECT_FALSE(usb->FlushPipe(0x85));
+  EXPECT_EQ(usb->LastError(), EINVAL);
+}
+
+TEST_F(SimulatedUsbTest, BadArgumentsFailWithInvalidArgument) {
+  char buffer[4];
+  const std::array<int, 6> results = {
+      usb->ReadPipe(0x01, buffer, 4, 10),   // an OUT pipe
+      usb->ReadPipe(0x85, buffer, 4, 10),   // no such pipe
+      usb->ReadPipe(0x82, nullptr, 4, 10),  // no buffer
+      usb->ReadPipe(0x82, buffer, -1, 10),  // negative length
+      usb->ReadPipe(0x82, buffer, 4, -5),   // negative time-out
+      usb->WritePipe(0x82, buffer, 4, 10),  // an IN pipe
+  };
+  for (const int result : results) EXPECT_EQ(result, -1);
+  EXPECT_EQ(usb->LastError(), EINVAL);
+  EXPECT_FALSE(usb->SetPipePolicy(0x85, TPipePolicy::AutoClearStall, true));
+  EXPECT_FALSE(usb->SetPipePolicy(0x82, static_cast<TPipePolicy>(7), true));
+  EXPECT_FALSE(device->PushIn(0x01, "wrong way"));
+}
+
+TEST_F(SimulatedUsbTest, LastErrorBelongsToTheCallingThread) {
+  char buffer[4];
+  ASSERT_EQ(usb->ReadPipe(0x85, buffer, 4, 10), -1);
+  ASSERT_EQ(usb->LastError(), EINVAL);
+  std::thread other([this] {
+    device->StallPipe(0x83);
+    char inner[4];
+    usb->ReadPipe(0x83, inner, 4, 10);
+    EXPECT_EQ(usb->LastError(), EPIPE);
+  });
+  other.join();
+  EXPECT_EQ(usb->LastError(), EINVAL);
+}
+
+TEST(SimulatedUsbBackendTest, ListsPluggedDevicesInTheOrderAdded) {
+  TSimulatedUsbBackend backend;
+  backend.AddDevice("sim:b", "USB\\VID_1781&PID_07DB&REV_0001");
+  backend.AddDevice("sim:a", "USB\\VID_0746&PID_4700&REV_0002");
+  backend.AddDevice("sim:c", "USB\\VID_1781&PID_07E0&REV_0003")->Unplug();
+  std::vector<TUsbDeviceEntry> found;
+  QString error;
+  ASSERT_TRUE(backend.EnumerateDevices(found, error));
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(found[0].DevicePath, "sim:b");
+  EXPECT_EQ(found[1].HardwareId, "USB\\VID_0746&PID_4700&REV_0002");
+
+  EXPECT_TRUE(backend.RemoveDevice("sim:b"));
+  EXPECT_FALSE(backend.RemoveDevice("sim:b"));
+  EXPECT_EQ(backend.Device("sim:b"), nullptr);
+  int code = 0;
+  EXPECT_EQ(backend.Open("sim:b", code), nullptr);
+  EXPECT_EQ(code, ENODEV);
+}
+
+TEST(SimulatedUsbBackendTest, ReplacingADeviceUnplugsTheOldOne) {
+  TSimulatedUsbBackend backend;
+  auto first = backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DA&REV_0100");
+  int code = 0;
+  auto usb = backend.Open("sim:a", code);
+  ASSERT_NE(usb, nullptr);
+  auto second = backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DC&REV_0100");
+  EXPECT_FALSE(first->IsPlugged());
+  EXPECT_EQ(backend.Device("sim:a"), second);
+  EXPECT_EQ(usb->WritePipe(0x01, "x", 1, 10), -1);
+  EXPECT_EQ(usb->LastError(), ENODEV);
+}
+
+TEST(SimulatedUsbBackendTest, LoadAndEnumerationFailuresCarryTheirTexts) {
+  TSimulatedUsbBackend backend;
+  backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DA&REV_0100");
+  QString error;
+  std::vector<TUsbDeviceEntry> found;
+
+  backend.SetEnumerationError("device list unavailable");
+  EXPECT_TRUE(backend.LoadWinUsb(error));
+  EXPECT_FALSE(backend.EnumerateDevices(found, error));
+  EXPECT_EQ(error, "Error enumerating USB devices: device list unavailable");
+
+  backend.SetLoadable(false);
+  EXPECT_FALSE(backend.LoadWinUsb(error));
+  EXPECT_EQ(error, "Error loading winusb.dll");
+  EXPECT_FALSE(backend.EnumerateDevices(found, error));
+  EXPECT_EQ(error, "Cannot load Setup API");
+  int code = 0;
+  EXPECT_EQ(backend.Open("sim:a", code), nullptr);
+  EXPECT_NE(code, 0);
+}
+
+TEST(SimulatedUsbBackendTest, CustomPipesAreServedAsConfigured) {
+  TWinUsbPipeInformation interruptIn;
+  interruptIn.PipeType = TUsbPipeType::Interrupt;
+  interruptIn.PipeId = 0x81;
+  interruptIn.MaximumPacketSize = 8;
+  interruptIn.Interval = 10;
+  TWinUsbPipeInformation isochronousOut;
+  isochronousOut.PipeType = TUsbPipeType::Isochronous;
+  isochronousOut.PipeId = 0x02;
+  TSimulatedUsbBackend backend;
+  auto device =
+      backend.AddDevice("sim:x", "USB\\VID_1781&PID_07DD&REV_0001", {interruptIn, isochronousOut});
+  int code = 0;
+  auto usb = backend.Open("sim:x", code);
+  ASSERT_NE(usb, nullptr);
+  TWinUsbPipeInformation pipe;
+  ASSERT_TRUE(usb->QueryPipe(0, 0, pipe));
+  EXPECT_EQ(pipe.PipeType, TUsbPipeType::Interrupt);
+  EXPECT_EQ(pipe.Interval, 10);
+  device->PushIn(0x81, "i");
+  char buffer[8];
+  EXPECT_EQ(usb->ReadPipe(0x81, buffer, sizeof buffer, 10), 1);
+  EXPECT_EQ(usb->WritePipe(0x02, "x", 1, 10), -1) << "isochronous pipes carry no bulk data";
+  EXPECT_EQ(usb->LastError(), EINVAL);
+}
+
+}  // namespace
+}  // namespace norva
