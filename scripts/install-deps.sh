@@ -9,6 +9,7 @@ packages=(
   libpugixml-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev clang-format clang-tidy
+  libusb-1.0-0-dev umockdev libumockdev-dev
 )
 
 missing=()
