@@ -89,24 +89,6 @@ TEST_F(SimulatedUsbTest, BlockedReadIsWokenByPushIn) {
   EXPECT_EQ(reader.get(), "late");
 }
 
-TEST_F(SimulatedUsbTest, ReadWithoutLimitWaitsForData) {
-  auto reader = std::async(std::launch::async, [this] { return Read(0x82, 64, 0); });
-  ASSERT_TRUE(device->WaitForReaders(0x82, 1, NoExpiryMs));
-  device->PushIn(0x82, "x");
-  EXPECT_EQ(reader.get(), "x");
-}
-
-TEST_F(SimulatedUsbTest, ReadsOfDifferentPipesWaitIndependently) {
-  auto data = std::async(std::launch::async, [this] { return Read(0x82, 64, NoExpiryMs); });
-  auto notify = std::async(std::launch::async, [this] { return Read(0x83, 64, NoExpiryMs); });
-  ASSERT_TRUE(device->WaitForReaders(0x82, 1, NoExpiryMs));
-  ASSERT_TRUE(device->WaitForReaders(0x83, 1, NoExpiryMs));
-  device->PushIn(0x83, "n");
-  EXPECT_EQ(notify.get(), "n");
-  device->PushIn(0x82, "d");
-  EXPECT_EQ(data.get(), "d");
-}
-
 TEST_F(SimulatedUsbTest, UnplugFailsAPendingReadOnAnotherThreadWithNoDevice) {
   auto reader = std::async(std::launch::async, [this] {
     char buffer[64];
@@ -175,16 +157,6 @@ TEST_F(SimulatedUsbTest, InterfaceIsClaimedByOneHandleAtATime) {
   EXPECT_EQ(device->Counters().Closes, 1);
 }
 
-TEST_F(SimulatedUsbTest, OpenErrorIsReported) {
-  usb.reset();
-  device->SetOpenError(EACCES);
-  int code = 0;
-  EXPECT_EQ(backend.Open(AmpPath, code), nullptr);
-  EXPECT_EQ(code, EACCES);
-  device->SetOpenError(0);
-  EXPECT_NE(backend.Open(AmpPath, code), nullptr);
-}
-
 TEST_F(SimulatedUsbTest, WritesArriveOnTheirPipeOneEntryPerWrite) {
   EXPECT_EQ(usb->WritePipe(0x01, "0B0523\r\n", 8, 100), 8);
   EXPECT_EQ(usb->WritePipe(0x01, "abc", 3, 100), 3);
@@ -241,14 +213,6 @@ TEST_F(SimulatedUsbTest, PausedOutPipeTimesOutWithZeroAndResumes) {
   device->PauseOutPipe(0x01, false);
   EXPECT_EQ(writer.get(), 5);
   EXPECT_EQ(device->TakeWritten(0x01), "later");
-}
-
-TEST_F(SimulatedUsbTest, WaitForWrittenSeesAWriteFromAnotherThread) {
-  std::thread writer([this] { usb->WritePipe(0x04, "0B0523\r\n", 8, 100); });
-  EXPECT_TRUE(device->WaitForWritten(0x04, 8, NoExpiryMs));
-  writer.join();
-  EXPECT_EQ(device->TakeWritten(0x04), "0B0523\r\n");
-  EXPECT_FALSE(device->WaitForWritten(0x04, 1, 1));
 }
 
 TEST_F(SimulatedUsbTest, ControlTransfersAreRecordedWithSetupAndDataStage) {
@@ -353,19 +317,6 @@ TEST(SimulatedUsbBackendTest, ListsPluggedDevicesInTheOrderAdded) {
   EXPECT_EQ(code, ENODEV);
 }
 
-TEST(SimulatedUsbBackendTest, ReplacingADeviceUnplugsTheOldOne) {
-  TSimulatedUsbBackend backend;
-  auto first = backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DA&REV_0100");
-  int code = 0;
-  auto usb = backend.Open("sim:a", code);
-  ASSERT_NE(usb, nullptr);
-  auto second = backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DC&REV_0100");
-  EXPECT_FALSE(first->IsPlugged());
-  EXPECT_EQ(backend.Device("sim:a"), second);
-  EXPECT_EQ(usb->WritePipe(0x01, "x", 1, 10), -1);
-  EXPECT_EQ(usb->LastError(), ENODEV);
-}
-
 TEST(SimulatedUsbBackendTest, LoadAndEnumerationFailuresCarryTheirTexts) {
   TSimulatedUsbBackend backend;
   backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DA&REV_0100");
@@ -385,32 +336,6 @@ TEST(SimulatedUsbBackendTest, LoadAndEnumerationFailuresCarryTheirTexts) {
   int code = 0;
   EXPECT_EQ(backend.Open("sim:a", code), nullptr);
   EXPECT_NE(code, 0);
-}
-
-TEST(SimulatedUsbBackendTest, CustomPipesAreServedAsConfigured) {
-  TWinUsbPipeInformation interruptIn;
-  interruptIn.PipeType = TUsbPipeType::Interrupt;
-  interruptIn.PipeId = 0x81;
-  interruptIn.MaximumPacketSize = 8;
-  interruptIn.Interval = 10;
-  TWinUsbPipeInformation isochronousOut;
-  isochronousOut.PipeType = TUsbPipeType::Isochronous;
-  isochronousOut.PipeId = 0x02;
-  TSimulatedUsbBackend backend;
-  auto device =
-      backend.AddDevice("sim:x", "USB\\VID_1781&PID_07DD&REV_0001", {interruptIn, isochronousOut});
-  int code = 0;
-  auto usb = backend.Open("sim:x", code);
-  ASSERT_NE(usb, nullptr);
-  TWinUsbPipeInformation pipe;
-  ASSERT_TRUE(usb->QueryPipe(0, 0, pipe));
-  EXPECT_EQ(pipe.PipeType, TUsbPipeType::Interrupt);
-  EXPECT_EQ(pipe.Interval, 10);
-  device->PushIn(0x81, "i");
-  char buffer[8];
-  EXPECT_EQ(usb->ReadPipe(0x81, buffer, sizeof buffer, 10), 1);
-  EXPECT_EQ(usb->WritePipe(0x02, "x", 1, 10), -1) << "isochronous pipes carry no bulk data";
-  EXPECT_EQ(usb->LastError(), EINVAL);
 }
 
 }  // namespace
