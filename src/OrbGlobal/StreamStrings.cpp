@@ -11,7 +11,7 @@ namespace norva {
 
 namespace {
 
-constexpr qsizetype ReadChunkSize = 64 * 1024;
+constexpr qsizetype ReadChunkSize = qsizetype{64} * 1024;
 
 void WriteAll(QIODevice& stream, const char* data, qsizetype size) {
   if (stream.write(data, size) != size) throw ENorvaError(QStringLiteral("Stream write error"));

@@ -13,7 +13,7 @@ const QString KeypadManagerFolder = QStringLiteral("/Norva Keypad Manager/");
 const QString FirmwareFolder = QStringLiteral("/Norva Firmwares/");
 
 QString RunningExecutable() {
-  const QString executable = QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));
+  QString executable = QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));
   if (!executable.isEmpty()) return executable;
   return QCoreApplication::instance() ? QCoreApplication::applicationFilePath() : QString();
 }
