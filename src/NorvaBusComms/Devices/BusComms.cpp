@@ -4,6 +4,7 @@
 #include <NorvaBusComms/Devices/ReceiveWorkers.h>
 #include <NorvaBusComms/Devices/SerialPort.h>
 #include <NorvaBusComms/Devices/TransmitWorkers.h>
+#include <NorvaBusComms/Devices/WinUsbWorkers.h>
 #include <NorvaGlobal/UIServices.h>
 
 #include <QCoreApplication>
@@ -30,6 +31,11 @@ TCommsDeviceType AssumedDeviceType(const TCommsDeviceTypes& selected) {
 
 // A path that names a serial device rather than a native USB device.
 bool IsSerialDevicePath(const QString& path) { return path.startsWith(u'/'); }
+
+constexpr std::uint8_t DataInPipe = 0x82;
+constexpr std::uint8_t NotifyInPipe = 0x83;
+constexpr std::uint8_t DataOutPipe = 0x01;
+constexpr std::uint8_t CommandOutPipe = 0x04;
 }  // namespace
 
 TNorvaBusComms::TNorvaBusComms(const QString& device, QObject* owner)
@@ -67,10 +73,10 @@ void TNorvaBusComms::SetDevicePath(const QString& path, bool report) {
     case EthernetInterface: OpenEthernet(path, report); break;
     case RS232Interface: OpenSerial(path, true, report); break;
     case USBInterface:
-      if (IsSerialDevicePath(path))
-        OpenSerial(path, false, report);  // a USB device that presents itself as a serial port
+      if (UsesWinUsb(path))
+        OpenWinUsb(path, report);
       else
-        ReportOpenFailure(QStringLiteral("Cannot open device ") + path, ENODEV, report);
+        OpenSerial(path, false, report);  // a USB device that presents itself as a serial port
       break;
     case NoCommsInterface: break;
   }
@@ -106,6 +112,71 @@ void TNorvaBusComms::OpenEthernet(const QString& path, bool report) {
   SetConnectedDeviceType(AssumedDeviceType(mSelectedDeviceTypes));
 }
 
+bool TNorvaBusComms::UsesWinUsb(const QString& path) const {
+  return SelectedCommsInterface() == USBInterface && !IsSerialDevicePath(path);
+}
+
+void TNorvaBusComms::OpenWinUsb(const QString& path, bool report) {
+  QString loadError;
+  if (!UsbBackend().LoadWinUsb(loadError)) {
+    ReportOpenFailure(loadError, ELIBACC, report);
+    return;
+  }
+  int code = 0;
+  mWinUSBHandle = UsbBackend().Open(path, code);
+  if (!mWinUSBHandle) {
+    QString message = code == EBUSY ? QStringLiteral("Error opening WinUSB device")
+                                    : QStringLiteral("Cannot open device ") + path;
+    if (code == EACCES) message += QStringLiteral("\r\n\r\n") + UsbPermissionHint(path);
+    ReportOpenFailure(message, code, report);
+    return;
+  }
+  bool hasNotifyPipe = false;
+  bool hasCommandPipe = false;
+  if (!PreparePipes(report, hasNotifyPipe, hasCommandPipe)) return;
+  ++mGeneration;
+  TWinUsbInterface& usb = *mWinUSBHandle;
+  RXEventHandler = std::make_unique<TWinUSBRXEventHandler>(this, usb, DataInPipe, mGeneration);
+  TXEventHandler = std::make_unique<TWinUSBTXEventHandler>(this, usb, DataOutPipe, mGeneration);
+  if (hasNotifyPipe)
+    NotifyEventHandler =
+        std::make_unique<TWinUSBRXEventHandler>(this, usb, NotifyInPipe, mGeneration);
+  if (hasCommandPipe)
+    NorvaCommandTXEventHandler =
+        std::make_unique<TWinUSBTXEventHandler>(this, usb, CommandOutPipe, mGeneration);
+  mConnectedCommsInterface = USBInterface;
+  const int index = GetUSBDeviceIndex();
+  SetConnectedDeviceType(index >= 0 ? mUSBDevices[static_cast<std::size_t>(index)].DeviceType
+                                    : AssumedDeviceType(mSelectedDeviceTypes));
+}
+
+bool TNorvaBusComms::PreparePipes(bool report, bool& hasNotifyPipe, bool& hasCommandPipe) {
+  TUsbInterfaceDescriptor descriptor;
+  if (!mWinUSBHandle->QueryInterfaceSettings(0, descriptor)) {
+    ReportOpenFailure(QStringLiteral("Error: WinUsb_QueryInterfaceSettings"),
+                      mWinUSBHandle->LastError(), report);
+    return false;
+  }
+  for (std::uint8_t index = 0; index < descriptor.NumEndpoints; ++index) {
+    TWinUsbPipeInformation pipe;
+    if (!mWinUSBHandle->QueryPipe(0, index, pipe) || pipe.PipeType != TUsbPipeType::Bulk) continue;
+    const bool in = pipe.PipeId & 0x80;
+    if (in && pipe.PipeId != DataInPipe && pipe.PipeId != NotifyInPipe) {
+      ReportOpenFailure(QStringLiteral("Error: In pipe ID incorrect"), EINVAL, report);
+      return false;
+    }
+    if (!in && pipe.PipeId != DataOutPipe && pipe.PipeId != CommandOutPipe) {
+      ReportOpenFailure(QStringLiteral("Error: Out pipe ID incorrect"), EINVAL, report);
+      return false;
+    }
+    hasNotifyPipe |= pipe.PipeId == NotifyInPipe;
+    hasCommandPipe |= pipe.PipeId == CommandOutPipe;
+    mWinUSBHandle->SetPipePolicy(pipe.PipeId, TPipePolicy::AutoClearStall, true);
+    mWinUSBHandle->SetPipePolicy(pipe.PipeId, TPipePolicy::ShortPacketTerminate, true);
+  }
+  return true;
+}
+
 void TNorvaBusComms::ReportOpenFailure(const QString& message, int code, bool report) {
   const QString text = message + QStringLiteral("\r\n\r\nError: ") + SystemText(code) +
                        QStringLiteral(" (") + QString::number(code) + QStringLiteral(")");
@@ -117,11 +188,16 @@ void TNorvaBusComms::ReportOpenFailure(const QString& message, int code, bool re
 }
 
 void TNorvaBusComms::CloseDevice() {
-  // Workers first: they must not touch the descriptor once it is closed.
-  if (RXEventHandler) RXEventHandler->Close();
-  if (TXEventHandler) TXEventHandler->Close();
-  RXEventHandler.reset();
-  TXEventHandler.reset();
+  // Workers first: they must not touch the descriptor or the interface once it is closed.
+  for (auto* receiver : {&RXEventHandler, &NotifyEventHandler}) {
+    if (*receiver) (*receiver)->Close();
+    receiver->reset();
+  }
+  for (auto* transmitter : {&TXEventHandler, &NorvaCommandTXEventHandler}) {
+    if (*transmitter) (*transmitter)->Close();
+    transmitter->reset();
+  }
+  mWinUSBHandle.reset();
   if (mDevice >= 0 && close(mDevice) != 0)
     UIServices().MessageBox(QStringLiteral("Error closing device"), QStringLiteral("Error"),
                             TMessageIcon::Stop, TMessageButtons::OK);
@@ -139,6 +215,7 @@ bool TNorvaBusComms::DeviceNodePresent() const {
 
 bool TNorvaBusComms::GetConnected() const {
   if (SelectedCommsInterface() == EthernetInterface) return mTCPClient && mTCPClient->Active();
+  if (mWinUSBHandle) return true;
   // An unplugged adapter (or a simulator that hung up) takes its device node with it.
   return mDevice >= 0 && DeviceNodePresent();
 }
@@ -155,11 +232,64 @@ void TNorvaBusComms::SetConnected(bool value) {
     CloseDevice();
     return;
   }
-  SetDevicePath(mDevicePath);
+  if (UsesWinUsb(mDevicePath))
+    ConnectUSB();
+  else
+    SetDevicePath(mDevicePath);
+}
+
+void TNorvaBusComms::ConnectUSB() {
+  if (mSelectedDeviceTypes.IsEmpty()) return;
+  if (mUSBDevices.empty()) SearchUSBDevices();
+  if (GetUSBDeviceIndex() >= 0) SetDevicePath(mDevicePath, false);
+  for (std::size_t i = 0; i < mUSBDevices.size() && !GetConnected(); ++i)
+    SetDevicePath(mUSBDevices[i].Path, false);
+}
+
+void TNorvaBusComms::SearchUSBDevices() {
+  mUSBDevices.clear();
+  std::vector<TUsbDeviceEntry> found;
+  QString error;
+  if (!UsbBackend().EnumerateDevices(found, error)) {
+    UIServices().MessageBox(error, QStringLiteral("Error"), TMessageIcon::Stop,
+                            TMessageButtons::OK);
+    return;
+  }
+  for (const TUsbDeviceEntry& device : found) {
+    const TCommsDeviceType type = RecognisedDeviceType(device.HardwareId, mSelectedDeviceTypes);
+    if (type != NoCommsDevice) mUSBDevices.push_back({device.DevicePath, type});
+  }
+}
+
+int TNorvaBusComms::GetUSBDeviceIndex() const {
+  for (std::size_t i = 0; i < mUSBDevices.size(); ++i)
+    if (mUSBDevices[i].Path == mDevicePath) return static_cast<int>(i);
+  return -1;
+}
+
+void TNorvaBusComms::SetUSBDeviceIndex(int index) {
+  if (index >= 0 && index < GetUSBDeviceCount()) SetDevicePath(GetUSBDevicePath(index));
+}
+
+QString TNorvaBusComms::GetUSBDevicePath(int index) const {
+  return index >= 0 && index < GetUSBDeviceCount()
+             ? mUSBDevices[static_cast<std::size_t>(index)].Path
+             : QString();
+}
+
+TCommsDeviceType TNorvaBusComms::GetUSBDeviceType(int index) const {
+  return index >= 0 && index < GetUSBDeviceCount()
+             ? mUSBDevices[static_cast<std::size_t>(index)].DeviceType
+             : NoCommsDevice;
+}
+
+TCommsDeviceType TNorvaBusComms::ConnectedUSBDeviceType() const {
+  return mWinUSBHandle ? ConnectedDeviceType() : NoCommsDevice;
 }
 
 bool TNorvaBusComms::CheckConnections() {
   if (mSelectedDeviceTypes.IsEmpty()) return false;
+  if (UsesWinUsb(mDevicePath)) return CheckUSBConnections();
   if (GetConnected()) return false;
   if (SelectedCommsInterface() != EthernetInterface && !DeviceNodePresent()) {
     // Nothing to open: just let go of what is left of the old connection.
@@ -168,6 +298,21 @@ bool TNorvaBusComms::CheckConnections() {
     return wasOpen;
   }
   SetDevicePath(mDevicePath, false);
+  return true;
+}
+
+// A USB device unplugged, or plugged in (again).
+bool TNorvaBusComms::CheckUSBConnections() {
+  const int previousIndex = GetUSBDeviceIndex();
+  SearchUSBDevices();
+  if (mUSBDevices.empty()) {
+    if (!GetConnected()) return false;
+    CloseDevice();
+    return true;
+  }
+  if (!mDevicePath.isEmpty() && GetUSBDeviceIndex() < 0) CloseDevice();
+  if (GetConnected()) return GetUSBDeviceIndex() != previousIndex;
+  ConnectUSB();
   return true;
 }
 
@@ -217,8 +362,19 @@ bool TNorvaBusComms::MainTransmitterSending() const {
   return TXEventHandler && TXEventHandler->Sending();
 }
 
+void TNorvaBusComms::QueueOnCommandTransmitter(const TTXItem& item) {
+  if (NorvaCommandTXEventHandler) NorvaCommandTXEventHandler->Send(item);
+}
+
 void TNorvaBusComms::TakeReceivedBytes(int kind, QByteArray& appendTo) {
-  if (kind == SerialRXKind && RXEventHandler) RXEventHandler->TakeBuffer(appendTo);
+  TRXEventHandler* worker =
+      kind == NotificationPipeRXKind ? NotifyEventHandler.get() : RXEventHandler.get();
+  if (worker) worker->TakeBuffer(appendTo);
+}
+
+// Received raw data not yet taken by the device's data pipe is dropped along with ours.
+void TNorvaBusComms::FlushReceivePipe() {
+  if (mWinUSBHandle) mWinUSBHandle->FlushPipe(DataInPipe);
 }
 
 }  // namespace norva

@@ -4,6 +4,7 @@
 // Bus client objects share it; the last one to let go frees it. Runs on the UI thread.
 
 #include <NorvaBusComms/Devices/EthernetLink.h>
+#include <NorvaBusComms/Devices/UsbDeviceSearch.h>
 #include <NorvaBusComms/PacketEngine.h>
 
 #include <QObject>
@@ -15,8 +16,9 @@
 
 namespace norva {
 
-class TComRXEventHandle;
-class TComTXEventHandler;
+class TRXEventHandler;
+class TTXEventHandler;
+class TWinUsbInterface;
 class TNorvaBusClientCore;
 class TNorvaBusComms;
 
@@ -37,6 +39,9 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   Q_PROPERTY(int InProcessCmd READ InProcessCmd)
   Q_PROPERTY(bool ProcessingEcho READ ProcessingEcho)
   Q_PROPERTY(bool ForceRawProcessing READ ForceRawProcessing WRITE SetForceRawProcessing)
+  Q_PROPERTY(int USBDeviceCount READ GetUSBDeviceCount)
+  Q_PROPERTY(int USBDeviceIndex READ GetUSBDeviceIndex WRITE SetUSBDeviceIndex)
+  Q_PROPERTY(norva::TCommsDeviceType ConnectedUSBDeviceType READ ConnectedUSBDeviceType)
 
  public:
   // A serial port (RS232, talking to an amplifier) at `device`.
@@ -74,6 +79,18 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   // The serial ports offered to the user.
   static QStringList GetComPorts();
 
+  // Lists the connected USB devices of the selected types (a failing search says so in a box).
+  void SearchUSBDevices();
+  int GetUSBDeviceCount() const { return static_cast<int>(mUSBDevices.size()); }
+  // The found device whose path is the device path, or -1.
+  int GetUSBDeviceIndex() const;
+  // Opens the found device at `index`.
+  void SetUSBDeviceIndex(int index);
+  QString GetUSBDevicePath(int index) const;
+  TCommsDeviceType GetUSBDeviceType(int index) const;
+  // The type of the open USB device (NoCommsDevice when none is open).
+  TCommsDeviceType ConnectedUSBDeviceType() const;
+
   // Ethernet: true once the socket is connected (GetConnected is already true while connecting).
   bool EthernetConnected() const;
   // True while bytes handed to the link wait to go out (queued items, unsent socket data).
@@ -86,6 +103,13 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   void Init(QObject* owner);
   void OpenSerial(const QString& path, bool softwareFlowControl, bool report);
   void OpenEthernet(const QString& path, bool report);
+  void OpenWinUsb(const QString& path, bool report);
+  // Checks the endpoints and sets their policy; false (after reporting) on a pipe of the wrong
+  // kind.
+  bool PreparePipes(bool report, bool& hasNotifyPipe, bool& hasCommandPipe);
+  void ConnectUSB();
+  bool CheckUSBConnections();
+  bool UsesWinUsb(const QString& path) const;
   void ReportOpenFailure(const QString& message, int code, bool report);
   bool DeviceNodePresent() const;
   void TellUsersConnectionChanged();
@@ -98,15 +122,19 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   bool HasMainTransmitter() const override;
   void QueueOnMainTransmitter(const TTXItem& item) override;
   bool MainTransmitterSending() const override;
-  bool HasCommandTransmitter() const override { return false; }
-  void QueueOnCommandTransmitter(const TTXItem&) override {}
+  bool HasCommandTransmitter() const override { return NorvaCommandTXEventHandler != nullptr; }
+  void QueueOnCommandTransmitter(const TTXItem& item) override;
   void TakeReceivedBytes(int kind, QByteArray& appendTo) override;
-  void FlushReceivePipe() override {}
+  void FlushReceivePipe() override;
 
   int mDevice = -1;
   std::unique_ptr<TEthernetLink> mTCPClient;
-  std::unique_ptr<TComRXEventHandle> RXEventHandler;
-  std::unique_ptr<TComTXEventHandler> TXEventHandler;
+  std::unique_ptr<TRXEventHandler> RXEventHandler;
+  std::unique_ptr<TTXEventHandler> TXEventHandler;
+  std::unique_ptr<TRXEventHandler> NotifyEventHandler;
+  std::unique_ptr<TTXEventHandler> NorvaCommandTXEventHandler;
+  std::unique_ptr<TWinUsbInterface> mWinUSBHandle;
+  std::vector<TUSBDevice> mUSBDevices;
   QString mDevicePath;
   QPointer<QObject> mOwner;
   TCommsDeviceTypes mSelectedDeviceTypes;

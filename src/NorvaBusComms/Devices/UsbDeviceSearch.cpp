@@ -1,0 +1,25 @@
+#include <NorvaBusComms/Devices/UsbDeviceSearch.h>
+
+namespace norva {
+
+const std::vector<TUsbIdentity>& RecognisedUsbDevices() {
+  static const std::vector<TUsbIdentity> table = {
+      {NorvaAmp, "USB\\VID_1781&PID_07DA"},       {NorvaAmp, "USB\\VID_1781&PID_07DC"},
+      {NorvaWk2, "USB\\VID_1781&PID_07DB"},       {IntegraAmp, "USB\\VID_0746&PID_4700"},
+      {IntegraKey, "USB\\VID_0746&PID_4737"},     {NorvaWk3_legacy, "USB\\VID_1781&PID_07DD"},
+      {VideoSwitch_V2, "USB\\VID_1781&PID_07DE"}, {Router_Q4, "USB\\VID_1781&PID_07E0"},
+  };
+  return table;
+}
+
+TCommsDeviceType RecognisedDeviceType(const QString& hardwareId,
+                                      const TCommsDeviceTypes& selected) {
+  const QString prefix = hardwareId.left(HardwareIdPrefixLength);
+  for (const TUsbIdentity& identity : RecognisedUsbDevices())
+    if (selected.Contains(identity.DeviceType) &&
+        prefix == QLatin1String(identity.HardwareIdPrefix))
+      return identity.DeviceType;
+  return NoCommsDevice;
+}
+
+}  // namespace norva
