@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The main job: builds the tools, starts the device simulator (norva-sim) and runs a short live
-# exchange with it over its serial line and over TCP, then decodes the sample bus captures.
+# exchange with it over its serial line and over TCP, talks to the simulated USB amplifier, then
+# decodes the sample bus captures.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 bash "$root/scripts/install-deps.sh"
@@ -47,6 +48,12 @@ monitor_pid=$!
 sleep 0.5
 printf 'keypress 3 4\nkeypress 3 4 1\nkeypress 17 9\n' >&3
 wait "$monitor_pid"
+
+echo
+echo "== USB, against the simulated amplifier in norva's own process"
+run usb --simulated
+run send --usb --simulated 0x20 5 1
+run monitor --usb --simulated --count 2 --seconds 10
 
 run packet decode "$root/samples/amplifier-capture.txt"
 run packet decode --usb-notifications "$root/samples/usb-notifications.bin"

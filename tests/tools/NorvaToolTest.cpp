@@ -176,4 +176,28 @@ TEST_F(NorvaToolLive, MissingEchoesAndDeadLinksAreReportedByExitCode) {
   EXPECT_TRUE(refused.Err.contains("cannot connect to 127.0.0.1:1")) << refused.Err.toStdString();
 }
 
+// The USB path of the tool, against the simulated amplifier plugged into its own process.
+TEST(NorvaToolUsb, ListsMonitorsAndSendsToTheSimulatedAmplifier) {
+  const TRun list = Norva({"usb", "--simulated"});
+  EXPECT_EQ(list.ExitCode, 0);
+  EXPECT_EQ(list.Out, "sim-usb:1\tNorvaAmp\tUSB\\VID_1781&PID_07DA&REV_0100\n");
+
+  const TRun monitor =
+      Norva({"monitor", "--usb", "--simulated", "--count", "1", "--seconds", "20"});
+  EXPECT_EQ(monitor.ExitCode, 0);
+  EXPECT_TRUE(monitor.Out.contains("Notification: usb_log_event \"Amplifier started\""))
+      << monitor.Out.toStdString();
+  EXPECT_TRUE(monitor.Out.contains("Receive: 0B,05,03")) << monitor.Out.toStdString();
+
+  const TRun send = Norva({"send", "--usb", "--simulated", "0x20", "5", "1"});
+  EXPECT_EQ(send.ExitCode, 0) << send.Err.toStdString();
+  EXPECT_TRUE(send.Out.contains("Receive: 20,05,01 (echo)")) << send.Out.toStdString();
+  EXPECT_TRUE(send.Out.contains("Receive: A0,05,01")) << send.Out.toStdString();
+
+  const TRun none = Norva({"monitor", "--usb", "--usb-device", "usb:999:999", "--seconds", "1"});
+  EXPECT_EQ(none.ExitCode, 1);
+  EXPECT_EQ(Norva({"monitor", "--usb", "--tcp", "x:1"}).ExitCode, 2);
+  EXPECT_EQ(Norva({"send", "--serial", "/dev/x", "--simulated", "1", "2"}).ExitCode, 2);
+}
+
 }  // namespace

@@ -1,13 +1,17 @@
 // norva ports / monitor / send / keypress: talking to a device (or norva-sim) for real.
 #include "Subcommands.h"
+#include "TracePrinter.h"
 
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 
+#include "UsbAmplifier.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QThread>
+#include <QTimer>
 
 #include <functional>
 #include <vector>
@@ -27,20 +31,6 @@ class EConnection : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Prints every delivered packet in the receive-trace form, echoes marked.
-class TPrintingClient : public TNorvaBusClient {
- public:
-  TPrintingClient(TNorvaBusComms* bus, QTextStream& out) : TNorvaBusClient(bus), mOut(out) {}
-  void ProcessCommand(const TCommandPacket& packet) override {
-    mOut << ReceiveTraceLine(packet, BusComms()->ProcessingEcho(), packet.Timestamp) << Qt::endl;
-    ++Delivered;
-  }
-  int Delivered = 0;
-
- private:
-  QTextStream& mOut;
-};
-
 void PumpWhile(const std::function<bool()>& condition, int timeoutMs) {
   QElapsedTimer timer;
   timer.start();
@@ -52,23 +42,62 @@ void PumpWhile(const std::function<bool()>& condition, int timeoutMs) {
 
 struct TLinkOptions {
   TCommsInterface Link = NoCommsInterface;
-  QString Path;
+  QString Path;            // for USB: empty picks the first recognised device
+  bool Simulated = false;  // USB: talk to the simulated amplifier in this process
 };
 
-// Takes --serial DEV [--usb-serial] or --tcp HOST:PORT.
+// Every device type the installation's USB devices can be.
+TCommsDeviceTypes AllUsbDeviceTypes() {
+  TCommsDeviceTypes types;
+  for (const TUsbIdentity& identity : RecognisedUsbDevices()) types.Include(identity.DeviceType);
+  return types;
+}
+
+// Takes --serial DEV [--usb-serial], --tcp HOST:PORT, or --usb [--usb-device PATH] [--simulated].
 TLinkOptions TakeLinkOptions(TArguments& arguments) {
   const auto serial = arguments.TakeOption(QStringLiteral("--serial"));
   const bool usbSerial = arguments.TakeFlag(QStringLiteral("--usb-serial"));
   const auto tcp = arguments.TakeOption(QStringLiteral("--tcp"));
-  if (serial.has_value() == tcp.has_value())
-    throw EUsage(QStringLiteral("name one link: --serial DEVICE or --tcp HOST:PORT"));
+  const bool usb = arguments.TakeFlag(QStringLiteral("--usb"));
+  const auto usbDevice = arguments.TakeOption(QStringLiteral("--usb-device"));
+  const bool simulated = arguments.TakeFlag(QStringLiteral("--simulated"));
+  if (int(serial.has_value()) + int(tcp.has_value()) + int(usb) != 1)
+    throw EUsage(QStringLiteral("name one link: --serial DEVICE, --tcp HOST:PORT or --usb"));
   if (usbSerial && !serial) throw EUsage(QStringLiteral("--usb-serial goes with --serial"));
+  if ((usbDevice || simulated) && !usb)
+    throw EUsage(QStringLiteral("--usb-device and --simulated go with --usb"));
   if (tcp) return {EthernetInterface, *tcp};
+  if (usb) return {USBInterface, usbDevice.value_or(QString()), simulated};
   return {usbSerial ? USBInterface : RS232Interface, *serial};
 }
 
+// The simulated USB amplifier, plugged into this process for as long as it lives. It announces
+// itself and presses a key every second, so that a monitor has something to show.
+class TSimulatedUsbSession {
+ public:
+  TSimulatedUsbSession() : mPrevious(SetUsbBackend(&mBackend)), mAmplifier(mBackend) {
+    QObject::connect(&mKeys, &QTimer::timeout, [this] { mAmplifier.SendKeypress(5, 3, 0); });
+  }
+  ~TSimulatedUsbSession() { SetUsbBackend(mPrevious); }
+  TSimulatedUsbSession(const TSimulatedUsbSession&) = delete;
+  TSimulatedUsbSession& operator=(const TSimulatedUsbSession&) = delete;
+
+  void Start() {
+    mAmplifier.SendLog("Amplifier started");
+    mKeys.start(1000);
+  }
+
+ private:
+  TSimulatedUsbBackend mBackend;
+  TUsbBackend* mPrevious;
+  sim::TUsbAmplifier mAmplifier;
+  QTimer mKeys;
+};
+
 TNorvaBusComms* OpenLink(const TLinkOptions& options) {
-  auto* bus = new TNorvaBusComms(options.Link, {NorvaAmp}, options.Path, nullptr);
+  const TCommsDeviceTypes types =
+      options.Link == USBInterface ? AllUsbDeviceTypes() : TCommsDeviceTypes{NorvaAmp};
+  auto* bus = new TNorvaBusComms(options.Link, types, options.Path, nullptr);
   QString failure;
   bus->SetOnError([&failure](TNorvaBusComms&, const QString& text, bool& handled) {
     failure = QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": "));
@@ -82,13 +111,18 @@ TNorvaBusComms* OpenLink(const TLinkOptions& options) {
   if (failure.isEmpty() && bus->GetConnected() && (!ethernet || bus->EthernetConnected()))
     return bus;
   delete bus;
-  if (failure.isEmpty()) failure = QStringLiteral("cannot connect to ") + options.Path;
+  if (failure.isEmpty())
+    failure = options.Path.isEmpty() ? QStringLiteral("no recognised USB device found")
+                                     : QStringLiteral("cannot connect to ") + options.Path;
   throw EConnection(failure.toStdString());
 }
 
 int RunWithLink(const TLinkOptions& options, const std::function<int(TNorvaBusComms&)>& run) {
   try {
+    std::unique_ptr<TSimulatedUsbSession> simulation;  // outlives the bus and its workers
+    if (options.Simulated) simulation = std::make_unique<TSimulatedUsbSession>();
     TNorvaBusClient keeper(OpenLink(options));  // the bus lives as long as this client
+    if (simulation) simulation->Start();
     return run(*keeper.BusComms());
   } catch (const EConnection& error) {
     QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
@@ -99,13 +133,14 @@ int RunWithLink(const TLinkOptions& options, const std::function<int(TNorvaBusCo
 // Sends one packet, waits for its echo where the link echoes, and prints what comes back.
 int SendAndListen(TNorvaBusComms& bus, const TCommandPacket& packet, int echoTimeoutMs,
                   int listenMs, QTextStream& out) {
-  TPrintingClient printer(&bus, out);
+  TTracePrinter printer(bus, out, true);
+  bus.AddUser(&printer);
   out << "sent " << PacketText(packet).trimmed() << Qt::endl;
   bus.SendCmd(packet);
   const bool echoed = bus.WaitUntilEchoReceived(static_cast<TTickCount>(echoTimeoutMs));
   PumpWhile([&bus] { return bus.Sending(); }, echoTimeoutMs);
   PumpWhile([] { return true; }, listenMs);
-  printer.Disconnect();
+  bus.RemoveUser(&printer);
   if (!echoed) {
     QTextStream(stderr) << "norva: no echo within " << echoTimeoutMs << " ms" << Qt::endl;
     return 3;
@@ -119,6 +154,28 @@ int TimeoutOption(TArguments& arguments, const QString& option, int fallback) {
 }
 
 }  // namespace
+
+int RunUsb(TArguments& arguments, QTextStream& out) {
+  const bool simulated = arguments.TakeFlag(QStringLiteral("--simulated"));
+  arguments.Positional();
+  std::unique_ptr<TSimulatedUsbSession> simulation;
+  if (simulated) simulation = std::make_unique<TSimulatedUsbSession>();
+  std::vector<TUsbDeviceEntry> devices;
+  QString error;
+  if (!UsbBackend().EnumerateDevices(devices, error)) {
+    QTextStream(stderr) << "norva: " << error << Qt::endl;
+    return 1;
+  }
+  int recognised = 0;
+  for (const TUsbDeviceEntry& device : devices) {
+    const TCommsDeviceType type = RecognisedDeviceType(device.HardwareId, AllUsbDeviceTypes());
+    if (type == NoCommsDevice) continue;
+    out << device.DevicePath << '\t' << EnumName(type) << '\t' << device.HardwareId << '\n';
+    ++recognised;
+  }
+  if (recognised == 0) QTextStream(stderr) << "no recognised USB devices found" << Qt::endl;
+  return 0;
+}
 
 int RunPorts(TArguments& arguments, QTextStream& out) {
   arguments.Positional();
@@ -134,15 +191,20 @@ int RunMonitor(TArguments& arguments, QTextStream& out) {
   const auto seconds = arguments.TakeOption(QStringLiteral("--seconds"));
   const int durationMs =
       seconds ? ParseInteger(*seconds, 1, 86400, QStringLiteral("--seconds")) * 1000 : 0;
-  const TLinkOptions link = TakeLinkOptions(arguments);
-  arguments.Positional();
+  TLinkOptions link = TakeLinkOptions(arguments);
+  const QStringList rest = arguments.Positional();
+  if (rest.size() > 1 || (rest.size() == 1 && link.Link != USBInterface))
+    throw EUsage(
+        QStringLiteral("monitor takes no arguments besides the link (--usb may name a device)"));
+  if (!rest.isEmpty()) link.Path = rest.front();
   return RunWithLink(link, [&](TNorvaBusComms& bus) {
-    TPrintingClient printer(&bus, out);
+    TTracePrinter printer(bus, out, true);
+    bus.AddUser(&printer);
     QElapsedTimer timer;
     timer.start();
     qint64 lastCheck = 0;
     bool connected = true;
-    while ((limit == 0 || printer.Delivered < limit) &&
+    while ((limit == 0 || printer.Packets() < limit) &&
            (durationMs == 0 || timer.elapsed() < durationMs)) {
       QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
       QThread::msleep(1);
@@ -156,7 +218,7 @@ int RunMonitor(TArguments& arguments, QTextStream& out) {
                             << Qt::endl;
       }
     }
-    printer.Disconnect();
+    bus.RemoveUser(&printer);
     return 0;
   });
 }

@@ -1,5 +1,6 @@
 // norva packet encode / decode: bus text to and from packets, as the receive path reads them.
 #include "Subcommands.h"
+#include "TracePrinter.h"
 
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
@@ -30,40 +31,6 @@ QElapsedTimer& DecodeClock() {
   return clock;
 }
 TTickCount DecodeTicks() { return static_cast<TTickCount>(DecodeClock().elapsed()); }
-
-QString DescribeNotification(TUSBNotification kind, const QByteArray& data) {
-  if (kind == usb_log_event) {
-    QByteArray text = data;
-    if (text.endsWith('\0')) text.chop(1);
-    return QStringLiteral("\"%1\"").arg(QString::fromLatin1(text));
-  }
-  return QString::fromLatin1(data.toHex(' ').toUpper());
-}
-
-// Prints every delivered packet in the receive-trace form, and every notification.
-class TTracePrinter : public TNorvaBusUser {
- public:
-  TTracePrinter(const TNorvaPacketEngine& engine, QTextStream& out) : mEngine(engine), mOut(out) {}
-
-  void ProcessCommand(const TCommandPacket& packet) override {
-    mOut << ReceiveTraceLine(packet, mEngine.ProcessingEcho(), packet.Timestamp) << '\n';
-    ++mPackets;
-  }
-  bool ProcessNotification(TUSBNotification kind, const QByteArray& data) override {
-    mOut << GetTickCount() << " Notification: " << EnumName(kind) << ' '
-         << DescribeNotification(kind, data) << '\n';
-    ++mNotifications;
-    return true;
-  }
-  int Packets() const { return mPackets; }
-  int Notifications() const { return mNotifications; }
-
- private:
-  const TNorvaPacketEngine& mEngine;
-  QTextStream& mOut;
-  int mPackets = 0;
-  int mNotifications = 0;
-};
 
 }  // namespace
 
@@ -96,7 +63,7 @@ int RunPacketDecode(TArguments& arguments, QTextStream& out) {
   TNorvaPacketEngine engine;
   engine.SetSelectedCommsInterface(notifications ? USBInterface : RS232Interface);
   engine.SetConnectedDeviceType(NorvaAmp);
-  TTracePrinter printer(engine, out);
+  TTracePrinter printer(engine, out, false);
   engine.AddUser(&printer);
 
   DecodeClock().start();

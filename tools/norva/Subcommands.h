@@ -14,6 +14,7 @@ int RunZoneEncode(TArguments& arguments, QTextStream& out);
 int RunZoneDecode(TArguments& arguments, QTextStream& out);
 int RunError(TArguments& arguments, QTextStream& out);
 int RunPorts(TArguments& arguments, QTextStream& out);
+int RunUsb(TArguments& arguments, QTextStream& out);
 int RunMonitor(TArguments& arguments, QTextStream& out);
 int RunSend(TArguments& arguments, QTextStream& out);
 int RunKeypress(TArguments& arguments, QTextStream& out);

@@ -34,17 +34,20 @@ const std::vector<TSubcommand>& Subcommands() {
        "print the zone a zone byte stands for",
        &RunZoneDecode},
       {{"ports"}, "ports", "list the serial ports of this machine", &RunPorts},
+      {{"usb"},
+       "usb [--simulated]",
+       "list the recognised USB devices (--simulated: the simulated amplifier of this process)",
+       &RunUsb},
       {{"monitor"},
-       "monitor (--serial DEV [--usb-serial] | --tcp HOST:PORT) [--count N] [--seconds S]",
+       "monitor LINK [--count N] [--seconds S]   (with --usb, a device path may follow)",
        "print every packet received (echoes marked); reconnects when the device returns",
        &RunMonitor},
       {{"send"},
-       "send (--serial DEV [--usb-serial] | --tcp HOST:PORT) CMD ZONE [DATA...] [--timeout MS] "
-       "[--listen MS]",
+       "send LINK CMD ZONE [DATA...] [--timeout MS] [--listen MS]",
        "send a packet, wait for its echo where the link echoes (exit 3 without one), print answers",
        &RunSend},
       {{"keypress"},
-       "keypress (--serial DEV [--usb-serial] | --tcp HOST:PORT) ZONE KEY [REPEATS]",
+       "keypress LINK ZONE KEY [REPEATS]",
        "send a key press (KEY 0-31, REPEATS 0-7) as a keypad would",
        &RunKeypress},
       {{"error"},
@@ -59,6 +62,8 @@ void PrintHelp(QTextStream& out) {
   out << "Usage: norva COMMAND [ARGUMENTS]\n\nCommands:\n";
   for (const TSubcommand& command : Subcommands())
     out << "  norva " << command.Usage << "\n      " << command.Summary << '\n';
+  out << "\nLINK is --serial DEVICE [--usb-serial], --tcp HOST:PORT, or --usb [--usb-device PATH]\n"
+         "[--simulated] (the simulated USB amplifier, in this process).\n";
   out << "\nBad input is reported on one line of standard error with exit code 2; a link that\n"
          "cannot be opened with exit code 1.\n";
 }
