@@ -3,6 +3,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdint>
 #include <system_error>
 
@@ -22,8 +23,15 @@ void TManualResetEvent::Reset() {
 }
 
 void TManualResetEvent::Wait() {
-  std::unique_lock lock(mLock);
-  mChanged.wait(lock, [this] { return mSet; });
+  const auto spinUntil =
+      std::chrono::steady_clock::now() + std::chrono::microseconds(SpinMicroseconds);
+  while (!mSet.load(std::memory_order_acquire)) {
+    if (std::chrono::steady_clock::now() >= spinUntil) {
+      std::unique_lock lock(mLock);
+      mChanged.wait(lock, [this] { return mSet.load(std::memory_order_acquire); });
+      return;
+    }
+  }
 }
 
 TWakeDescriptor::TWakeDescriptor() : mFd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
