@@ -106,11 +106,3 @@ BENCHMARK(BM_Throughput)
 
 }  // namespace
 }  // namespace norva
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

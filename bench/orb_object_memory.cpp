@@ -1,12 +1,12 @@
 // Memory of the object model: heap bytes per model object and per recorded undo entry, measured
 // as the change of glibc's in-use heap (mallinfo2) over many of them, so that allocator overhead
 // and Qt's private object data are included. Reported as counters; the times are incidental.
+#include "support/BenchModel.h"
+
 #include <OrbGlobal/OrbObject.h>
 #include <OrbGlobal/OrbObjectList.h>
 #include <OrbGlobal/Undo.h>
 #include <OrbGlobal/UndoControl.h>
-
-#include <QCoreApplication>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -15,37 +15,6 @@
 #include <vector>
 
 namespace bench {
-
-class TMemoryItem : public norva::TOrbObject {
-  Q_OBJECT
-  Q_PROPERTY(int Count READ GetCount WRITE SetCount)
-  Q_PROPERTY(QString Title READ GetTitle WRITE SetTitle)
-
- public:
-  Q_INVOKABLE explicit TMemoryItem(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
-
-  int GetCount() const { return mCount; }
-  void SetCount(int count) { ChangeProperty("Count", mCount, count); }
-  QString GetTitle() const { return mTitle; }
-  void SetTitle(const QString& title) { ChangeProperty("Title", mTitle, title); }
-
- private:
-  int mCount = 0;
-  QString mTitle;
-};
-
-class TMemoryDocument : public norva::TOrbObject {
-  Q_OBJECT
-  Q_CLASSINFO("SubComponent", "false")
-
- public:
-  Q_INVOKABLE explicit TMemoryDocument(norva::TOrbObject* owner = nullptr)
-      : TOrbObject(owner), mItems(true, this) {}
-  norva::TOrbObjectList& Items() { return mItems; }
-
- private:
-  norva::TOrbObjectList mItems;
-};
 
 constexpr int Count = 100000;
 
@@ -56,7 +25,7 @@ void Report(benchmark::State& state, std::size_t before, std::size_t after) {
 }
 
 void BM_BytesPerOrbObject(benchmark::State& state) {
-  TMemoryDocument document;
+  TBenchDocument document;
   for (auto _ : state) {
     std::vector<std::unique_ptr<norva::TOrbObject>> objects;
     objects.reserve(Count);
@@ -71,8 +40,8 @@ BENCHMARK(BM_BytesPerOrbObject)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 // Entries of one object: the by-object index holds one node for all of them.
 void BM_BytesPerOrdinalEntry(benchmark::State& state) {
-  TMemoryDocument document;
-  auto* item = new TMemoryItem(&document);
+  TBenchDocument document;
+  auto* item = new TBenchItem(&document);
   document.Items().Add(item);
   for (auto _ : state) {
     norva::Undo().Empty();
@@ -85,8 +54,8 @@ void BM_BytesPerOrdinalEntry(benchmark::State& state) {
 BENCHMARK(BM_BytesPerOrdinalEntry)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 void BM_BytesPerStringEntry(benchmark::State& state) {
-  TMemoryDocument document;
-  auto* item = new TMemoryItem(&document);
+  TBenchDocument document;
+  auto* item = new TBenchItem(&document);
   document.Items().Add(item);
   item->SetTitle(QStringLiteral("Kitchen ceiling speakers"));  // shared by every entry
   const QString other = QStringLiteral("Hall");
@@ -105,13 +74,13 @@ BENCHMARK(BM_BytesPerStringEntry)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 // One entry for each of many objects: each also costs a node of the by-object index.
 void BM_BytesPerEntryOnDistinctObjects(benchmark::State& state) {
-  TMemoryDocument document;
+  TBenchDocument document;
   norva::DisableUndo();
-  for (int i = 0; i < Count; ++i) document.Items().Add(new TMemoryItem(&document));
+  for (int i = 0; i < Count; ++i) document.Items().Add(new TBenchItem(&document));
   norva::EnableUndo(true);
   for (auto _ : state) {
     const std::size_t before = HeapInUse();
-    for (int i = 0; i < Count; ++i) static_cast<TMemoryItem*>(document.Items()[i])->SetCount(1);
+    for (int i = 0; i < Count; ++i) static_cast<TBenchItem*>(document.Items()[i])->SetCount(1);
     Report(state, before, HeapInUse());
   }
   norva::Undo().Empty();
@@ -119,14 +88,3 @@ void BM_BytesPerEntryOnDistinctObjects(benchmark::State& state) {
 BENCHMARK(BM_BytesPerEntryOnDistinctObjects)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 }  // namespace bench
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
-
-#include "orb_object_memory.moc"

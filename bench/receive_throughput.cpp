@@ -134,5 +134,3 @@ BENCHMARK(BM_NotificationFrames);
 
 }  // namespace
 }  // namespace norva
-
-BENCHMARK_MAIN();

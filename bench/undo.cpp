@@ -1,58 +1,17 @@
 // The cost of undoable editing: recording one property change, reverting a large step, and
 // destroying a large document while the histories are full.
+#include "support/BenchModel.h"
+
 #include <OrbGlobal/OrbObject.h>
 #include <OrbGlobal/OrbObjectList.h>
 #include <OrbGlobal/Undo.h>
 #include <OrbGlobal/UndoControl.h>
-
-#include <QCoreApplication>
 
 #include <benchmark/benchmark.h>
 
 #include <memory>
 
 namespace bench {
-
-class TBenchItem : public norva::TOrbObject {
-  Q_OBJECT
-  Q_PROPERTY(int Count READ GetCount WRITE SetCount)
-  Q_PROPERTY(QString Title READ GetTitle WRITE SetTitle)
-
- public:
-  Q_INVOKABLE explicit TBenchItem(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
-
-  int GetCount() const { return mCount; }
-  void SetCount(int count) { ChangeProperty("Count", mCount, count); }
-  QString GetTitle() const { return mTitle; }
-  void SetTitle(const QString& title) { ChangeProperty("Title", mTitle, title); }
-
- private:
-  int mCount = 0;
-  QString mTitle;
-};
-
-class TBenchDocument : public norva::TOrbObject {
-  Q_OBJECT
-  Q_CLASSINFO("SubComponent", "false")
-
- public:
-  Q_INVOKABLE explicit TBenchDocument(norva::TOrbObject* owner = nullptr)
-      : TOrbObject(owner), mItems(true, this) {}
-
-  norva::TOrbObjectList& Items() { return mItems; }
-  TBenchItem* Item(int index) const { return static_cast<TBenchItem*>(mItems.Get(index)); }
-
-  // Items added without history, as loading a document does.
-  void Fill(int count) {
-    norva::DisableUndo();
-    mItems.SetCapacity(count);
-    for (int i = 0; i < count; ++i) mItems.Add(new TBenchItem(this));
-    norva::EnableUndo(true);
-  }
-
- private:
-  norva::TOrbObjectList mItems;
-};
 
 void EmptyHistories() {
   norva::Undo().Empty();
@@ -136,14 +95,3 @@ void BM_DestroyTreeWithFullHistories(benchmark::State& state) {
 BENCHMARK(BM_DestroyTreeWithFullHistories)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace bench
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
-
-#include "undo.moc"

@@ -70,11 +70,3 @@ BENCHMARK(BM_UsbDataPipe)
 
 }  // namespace
 }  // namespace norva
-
-int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

@@ -1,5 +1,9 @@
 #include "CommandLine.h"
 
+#include <NorvaGlobal/Zones.h>
+
+#include <vector>
+
 namespace norva::cli {
 
 bool TArguments::TakeFlag(const QString& flag) { return mArguments.removeAll(flag) > 0; }
@@ -36,6 +40,20 @@ int ParseInteger(const QString& text, int min, int max, const QString& what) {
                      .arg(max)
                      .arg(text));
   return static_cast<int>(value);
+}
+
+TCommandPacket TakePacket(TArguments& arguments, const QString& command) {
+  const bool preamp = arguments.TakeFlag(QStringLiteral("--preamp"));
+  const bool pagePreset = arguments.TakeFlag(QStringLiteral("--page-preset"));
+  const QStringList values = arguments.Positional();
+  if (values.size() < 2) throw EUsage(command + QStringLiteral(" needs CMD and ZONE"));
+  const int cmd = ParseInteger(values[0], 0, 255, QStringLiteral("CMD"));
+  const int zone = ParseInteger(values[1], -1, 95, QStringLiteral("ZONE"));
+  std::vector<int> data;
+  for (qsizetype i = 2; i < values.size(); ++i)
+    data.push_back(ParseInteger(values[i], -255, 255, QStringLiteral("a data byte")));
+  return BuildCommandPacket(static_cast<TCommand>(cmd),
+                            EncodeZone(static_cast<std::int8_t>(zone), preamp, pagePreset), data);
 }
 
 }  // namespace norva::cli

@@ -1,6 +1,8 @@
 #pragma once
 // Small helpers shared by the subcommands: argument parsing with one-line errors.
 
+#include <NorvaBusComms/CommandPacket.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -34,5 +36,9 @@ class TArguments {
 
 // An integer in decimal or 0x-hexadecimal within [min, max]; `what` names it in the error.
 int ParseInteger(const QString& text, int min, int max, const QString& what);
+
+// The packet named by the remaining arguments: CMD ZONE [DATA...] [--preamp] [--page-preset]
+// (ZONE 0-95, or -1 for none). Take every other option first.
+TCommandPacket TakePacket(TArguments& arguments, const QString& command);
 
 }  // namespace norva::cli

@@ -227,19 +227,8 @@ int RunSend(TArguments& arguments, QTextStream& out) {
   const int echoTimeout =
       TimeoutOption(arguments, QStringLiteral("--timeout"), DefaultEchoTimeoutMs);
   const int listen = TimeoutOption(arguments, QStringLiteral("--listen"), DefaultListenMs);
-  const bool preamp = arguments.TakeFlag(QStringLiteral("--preamp"));
-  const bool pagePreset = arguments.TakeFlag(QStringLiteral("--page-preset"));
   const TLinkOptions link = TakeLinkOptions(arguments);
-  const QStringList values = arguments.Positional();
-  if (values.size() < 2) throw EUsage(QStringLiteral("send needs CMD and ZONE"));
-  const int cmd = ParseInteger(values[0], 0, 255, QStringLiteral("CMD"));
-  const int zone = ParseInteger(values[1], -1, 95, QStringLiteral("ZONE"));
-  std::vector<int> data;
-  for (qsizetype i = 2; i < values.size(); ++i)
-    data.push_back(ParseInteger(values[i], -255, 255, QStringLiteral("a data byte")));
-  const TCommandPacket packet =
-      BuildCommandPacket(static_cast<TCommand>(cmd),
-                         EncodeZone(static_cast<std::int8_t>(zone), preamp, pagePreset), data);
+  const TCommandPacket packet = TakePacket(arguments, QStringLiteral("send"));
   return RunWithLink(link, [&](TNorvaBusComms& bus) {
     return SendAndListen(bus, packet, echoTimeout, listen, out);
   });

@@ -35,19 +35,7 @@ TTickCount DecodeTicks() { return static_cast<TTickCount>(DecodeClock().elapsed(
 }  // namespace
 
 int RunPacketEncode(TArguments& arguments, QTextStream& out) {
-  const bool preamp = arguments.TakeFlag(QStringLiteral("--preamp"));
-  const bool pagePreset = arguments.TakeFlag(QStringLiteral("--page-preset"));
-  const QStringList values = arguments.Positional();
-  if (values.size() < 2) throw EUsage(QStringLiteral("packet encode needs CMD and ZONE"));
-  const int cmd = ParseInteger(values[0], 0, 255, QStringLiteral("CMD"));
-  const int zone = ParseInteger(values[1], -1, 95, QStringLiteral("ZONE"));
-  std::vector<int> data;
-  for (qsizetype i = 2; i < values.size(); ++i)
-    data.push_back(ParseInteger(values[i], -255, 255, QStringLiteral("a data byte")));
-  const TCommandPacket packet =
-      BuildCommandPacket(static_cast<TCommand>(cmd),
-                         EncodeZone(static_cast<std::int8_t>(zone), preamp, pagePreset), data);
-  out << PacketText(packet).trimmed() << '\n';
+  out << PacketText(TakePacket(arguments, QStringLiteral("packet encode"))).trimmed() << '\n';
   return 0;
 }
 
