@@ -16,8 +16,8 @@ ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
   ctest --test-dir build/asan --output-on-failure -j2 -E package_client
 
 echo "== Device links and workers under ThreadSanitizer"
-bash scripts/build.sh tsan test_Devices
-TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j2 -R '^Devices\.'
+bash scripts/build.sh tsan test_Devices test_Usb
+TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j2 -R '^(Devices|Usb)\.'
 
 echo "== Fuzz smoke"
 bash scripts/build.sh fuzz
