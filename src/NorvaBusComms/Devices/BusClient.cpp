@@ -36,12 +36,11 @@ void TNorvaBusClientCore::SetConnected(bool value) {
 }
 
 bool TNorvaBusClientCore::HandleMessage(QEvent* event) {
-  const auto type = event->type();
-  if (type != RXEventMessage && type != ThreadCrashMessage && type != ConnectionDroppedMessage)
-    return false;
-  const auto parameter = TBusMessage::Received(event).Parameter();
-  if (type == RXEventMessage) WMRXEvent(static_cast<int>(parameter));
-  if (type == ThreadCrashMessage) WMThreadCrash(static_cast<int>(parameter));
+  const TBusMessage* message = TBusMessage::Received(event);
+  if (!message) return false;
+  const auto parameter = static_cast<int>(message->Parameter());
+  if (message->type() == RXEventMessage) WMRXEvent(parameter);
+  if (message->type() == ThreadCrashMessage) WMThreadCrash(parameter);
   return true;
 }
 

@@ -331,15 +331,14 @@ QObject* TNorvaBusComms::MessageTarget() {
 }
 
 bool TNorvaBusComms::event(QEvent* event) {
-  if (event->type() != RXEventMessage && event->type() != ThreadCrashMessage)
-    return QObject::event(event);
-  const TBusMessage& message = TBusMessage::Received(event);
-  if (message.Generation() != mGeneration) return true;  // from a link closed since
+  const TBusMessage* message = TBusMessage::Received(event);
+  if (!message || message->type() == ConnectionDroppedMessage) return QObject::event(event);
+  if (message->Generation() != mGeneration) return true;  // from a link closed since
   if (QObject* target = MessageTarget()) {
-    TBusMessage forwarded(message.type(), message.Parameter(), message.Generation());
+    TBusMessage forwarded(message->type(), message->Parameter(), message->Generation());
     QCoreApplication::sendEvent(target, &forwarded);
-  } else if (event->type() == RXEventMessage) {
-    RXEvent(static_cast<int>(message.Parameter()));  // nobody to ask: keep the data flowing
+  } else if (message->type() == RXEventMessage) {
+    RXEvent(static_cast<int>(message->Parameter()));  // nobody to ask: keep the data flowing
   } else {
     CloseDevice();
   }

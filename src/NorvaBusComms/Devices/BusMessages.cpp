@@ -17,9 +17,12 @@ void TBusMessage::Post(QObject* receiver, QEvent::Type type, std::intptr_t param
   QCoreApplication::postEvent(receiver, message);
 }
 
-const TBusMessage& TBusMessage::Received(const QEvent* event) {
-  gPostedMessages.load(std::memory_order_acquire);
-  return *static_cast<const TBusMessage*>(event);
+const TBusMessage* TBusMessage::Received(const QEvent* event) {
+  gPostedMessages.load(std::memory_order_acquire);  // before anything of the event is read
+  const QEvent::Type type = event->type();
+  if (type != RXEventMessage && type != ThreadCrashMessage && type != ConnectionDroppedMessage)
+    return nullptr;
+  return static_cast<const TBusMessage*>(event);
 }
 
 }  // namespace norva

@@ -25,8 +25,9 @@ class TBusMessage : public QEvent {
   // the toolkit's own locks.
   static void Post(QObject* receiver, QEvent::Type type, std::intptr_t parameter,
                    std::uint32_t generation);
-  // The message carried by `event` (of one of the message types), on the receiving thread.
-  static const TBusMessage& Received(const QEvent* event);
+  // On the receiving thread: the message `event` carries when it is one of the three bus
+  // messages, else nullptr.
+  static const TBusMessage* Received(const QEvent* event);
 
   std::intptr_t Parameter() const { return mParameter; }
   // Which opening of the link the posting worker belonged to.
