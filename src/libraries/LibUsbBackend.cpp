@@ -1,5 +1,6 @@
 #include <NorvaGlobal/DebugOutput.h>
 #include <libraries/LibUsbBackend.h>
+#include <libraries/PipePolicies.h>
 
 // Only the types and constants come from this header; every function is looked up with dlsym.
 #include <libusb-1.0/libusb.h>
@@ -170,15 +171,8 @@ class TLibUsbInterface final : public TWinUsbInterface {
   }
 
   bool SetPipePolicy(std::uint8_t pipeId, TPipePolicy policy, bool value) override {
-    if (policy != TPipePolicy::ShortPacketTerminate && policy != TPipePolicy::AutoClearStall)
-      return Fail(EINVAL);
-    if (FindPipe(pipeId) == nullptr) return Fail(EINVAL);
-    const auto bit = static_cast<std::uint8_t>(1U << static_cast<unsigned>(policy));
-    auto& flags = mPolicies[PolicySlot(pipeId)];
-    if (value)
-      flags.fetch_or(bit);
-    else
-      flags.fetch_and(static_cast<std::uint8_t>(~bit));
+    if (!TPipePolicies::Known(policy) || FindPipe(pipeId) == nullptr) return Fail(EINVAL);
+    mPolicies.Set(pipeId, policy, value);
     return true;
   }
 
@@ -202,7 +196,7 @@ class TLibUsbInterface final : public TWinUsbInterface {
         Transfer(*pipe, bytes, length, static_cast<unsigned>(timeoutMs), transferred);
     if (result == LIBUSB_SUCCESS && length > 0 && pipe->MaximumPacketSize > 0 &&
         length % pipe->MaximumPacketSize == 0 &&
-        HasPolicy(pipeId, TPipePolicy::ShortPacketTerminate)) {
+        mPolicies.Has(pipeId, TPipePolicy::ShortPacketTerminate)) {
       // A transfer of whole packets ends only with a zero-length packet. The data are out
       // already, so a failure here is left to the next call to report.
       int none = 0;
@@ -318,15 +312,6 @@ class TLibUsbInterface final : public TWinUsbInterface {
     return pipe;
   }
 
-  static std::size_t PolicySlot(std::uint8_t pipeId) {
-    return static_cast<std::size_t>((pipeId & 0x0F) | ((pipeId & 0x80) >> 3));
-  }
-
-  bool HasPolicy(std::uint8_t pipeId, TPipePolicy policy) const {
-    const auto bit = static_cast<std::uint8_t>(1U << static_cast<unsigned>(policy));
-    return (mPolicies[PolicySlot(pipeId)].load() & bit) != 0;
-  }
-
   // One bulk or interrupt transfer. With AutoClearStall, a stall is cleared and the rest of the
   // transfer tried once more, as WinUSB does.
   int Transfer(const TWinUsbPipeInformation& pipe, unsigned char* data, int length,
@@ -335,7 +320,7 @@ class TLibUsbInterface final : public TWinUsbInterface {
                                                               : mSession->BulkTransfer;
     transferred = 0;
     int result = run(mHandle, pipe.PipeId, data, length, &transferred, timeoutMs);
-    if (result == LIBUSB_ERROR_PIPE && HasPolicy(pipe.PipeId, TPipePolicy::AutoClearStall)) {
+    if (result == LIBUSB_ERROR_PIPE && mPolicies.Has(pipe.PipeId, TPipePolicy::AutoClearStall)) {
       const int cleared = mSession->ClearHalt(mHandle, pipe.PipeId);
       if (cleared != LIBUSB_SUCCESS) return cleared;
       int more = 0;
@@ -358,7 +343,7 @@ class TLibUsbInterface final : public TWinUsbInterface {
   bool mReattachKernelDriver;
   int mDescriptorError = LIBUSB_SUCCESS;
   std::vector<TAlternateSetting> mSettings;
-  std::array<std::atomic<std::uint8_t>, 32> mPolicies{};
+  TPipePolicies mPolicies;
 };
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <libraries/PipePolicies.h>
 #include <libraries/SimulatedUsb.h>
 
 #include <algorithm>
@@ -49,27 +50,21 @@ class TSimulatedUsbInterface final : public TWinUsbInterface {
   }
 
   bool SetPipePolicy(std::uint8_t pipeId, TPipePolicy policy, bool value) override {
-    if (policy != TPipePolicy::ShortPacketTerminate && policy != TPipePolicy::AutoClearStall)
-      return Fail(EINVAL);
+    if (!TPipePolicies::Known(policy)) return Fail(EINVAL);
     const auto& pipes = mDevice->Pipes();
     if (std::none_of(pipes.begin(), pipes.end(), [pipeId](const TWinUsbPipeInformation& pipe) {
           return pipe.PipeId == pipeId;
         }))
       return Fail(EINVAL);
-    const auto bit = static_cast<std::uint8_t>(1U << static_cast<unsigned>(policy));
-    auto& flags = mPolicies[Slot(pipeId)];
-    if (value)
-      flags.fetch_or(bit);
-    else
-      flags.fetch_and(static_cast<std::uint8_t>(~bit));
+    mPolicies.Set(pipeId, policy, value);
     return true;
   }
 
   int ReadPipe(std::uint8_t pipeId, char* buffer, int length, int timeoutMs) override {
     int error = 0;
     const int count =
-        mDevice->HostRead(mGeneration, pipeId, Has(pipeId, TPipePolicy::AutoClearStall), buffer,
-                          length, timeoutMs, error);
+        mDevice->HostRead(mGeneration, pipeId, mPolicies.Has(pipeId, TPipePolicy::AutoClearStall),
+                          buffer, length, timeoutMs, error);
     if (count < 0) tLastError = error;
     return count;
   }
@@ -77,8 +72,8 @@ class TSimulatedUsbInterface final : public TWinUsbInterface {
   int WritePipe(std::uint8_t pipeId, const char* data, int length, int timeoutMs) override {
     int error = 0;
     const int count = mDevice->HostWrite(
-        mGeneration, pipeId, Has(pipeId, TPipePolicy::AutoClearStall),
-        Has(pipeId, TPipePolicy::ShortPacketTerminate), data, length, timeoutMs, error);
+        mGeneration, pipeId, mPolicies.Has(pipeId, TPipePolicy::AutoClearStall),
+        mPolicies.Has(pipeId, TPipePolicy::ShortPacketTerminate), data, length, timeoutMs, error);
     if (count < 0) tLastError = error;
     return count;
   }
@@ -98,17 +93,9 @@ class TSimulatedUsbInterface final : public TWinUsbInterface {
   int LastError() const override { return tLastError; }
 
  private:
-  static std::size_t Slot(std::uint8_t pipeId) {
-    return static_cast<std::size_t>((pipeId & 0x0F) | ((pipeId & 0x80) >> 3));
-  }
-  bool Has(std::uint8_t pipeId, TPipePolicy policy) const {
-    const auto bit = static_cast<std::uint8_t>(1U << static_cast<unsigned>(policy));
-    return (mPolicies[Slot(pipeId)].load() & bit) != 0;
-  }
-
   std::shared_ptr<TSimulatedUsbDevice> mDevice;
   std::uint64_t mGeneration;
-  std::array<std::atomic<std::uint8_t>, 32> mPolicies{};
+  TPipePolicies mPolicies;
 };
 
 // --- TSimulatedUsbDevice ---
