@@ -171,12 +171,12 @@ QString DateTimeToXMLText(const QDateTime& value) {
   return text;
 }
 
-QDateTime XMLTextToDateTime(const QString& text, Qt::TimeSpec spec) {
+QDateTime XMLTextToDateTime(const QString& text, Qt::TimeSpec timeSpec) {
   if (text.size() != DateLength && text.size() != DateTimeLength) RaiseNotADate(text);
   const QDate date = ParseDate(text);
   const QTime time = text.size() == DateLength ? QTime(0, 0) : ParseTime(text);
   if (!date.isValid() || !time.isValid()) RaiseNotADate(text);
-  return QDateTime(date, time, spec);
+  return QDateTime(date, time, timeSpec);
 }
 
 }  // namespace norva

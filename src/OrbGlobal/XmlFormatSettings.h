@@ -36,6 +36,6 @@ double XMLTextToFloat(const QString& text);
 QString DateTimeToXMLText(const QDateTime& value);
 // Accepts "yyyy/MM/dd HH:mm:ss" and the date alone ("yyyy/MM/dd", midnight); anything else, or a
 // date or time that does not exist, raises EConvertError.
-QDateTime XMLTextToDateTime(const QString& text, Qt::TimeSpec spec = Qt::LocalTime);
+QDateTime XMLTextToDateTime(const QString& text, Qt::TimeSpec timeSpec = Qt::LocalTime);
 
 }  // namespace norva

@@ -72,11 +72,11 @@ TEST(XMLFloatText, IgnoresADecimalCommaLocale) {
 TEST(XMLDateText, WritesYearFirstAndRoundTripsToTheSecond) {
   EXPECT_EQ(DateTimeToXMLText(QDateTime(QDate(2024, 3, 7), QTime(18, 5, 9, 750))),
             QStringLiteral("2024/03/07 18:05:09"));
-  for (Qt::TimeSpec spec : {Qt::LocalTime, Qt::UTC}) {
-    const QDateTime value(QDate(1, 12, 31), QTime(23, 59, 58, 999), spec);
-    const QDateTime read = XMLTextToDateTime(DateTimeToXMLText(value), spec);
+  for (Qt::TimeSpec timeSpec : {Qt::LocalTime, Qt::UTC}) {
+    const QDateTime value(QDate(1, 12, 31), QTime(23, 59, 58, 999), timeSpec);
+    const QDateTime read = XMLTextToDateTime(DateTimeToXMLText(value), timeSpec);
     EXPECT_EQ(read, value.addMSecs(-999));
-    EXPECT_EQ(read.timeSpec(), spec);
+    EXPECT_EQ(read.timeSpec(), timeSpec);
   }
   EXPECT_EQ(XMLTextToDateTime(QStringLiteral("2020/02/29"), Qt::UTC),
             QDateTime(QDate(2020, 2, 29), QTime(0, 0), Qt::UTC));
