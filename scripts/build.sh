@@ -12,7 +12,7 @@ shift || true
 
 args=(-G Ninja -S "$root" -B "$root/build/$flavour" -DNORVA_WERROR=ON)
 case "$flavour" in
-  release) args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo) ;;
+  release) args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DNORVA_BUILD_BENCH=ON -DNORVA_BUILD_TESTS=ON -DNORVA_BUILD_TOOLS=ON) ;;
   asan) args+=(-DCMAKE_BUILD_TYPE=Debug -DNORVA_SANITIZE=address,undefined -DNORVA_BUILD_BENCH=OFF) ;;
   tsan) args+=(-DCMAKE_BUILD_TYPE=Debug -DNORVA_SANITIZE=thread -DNORVA_BUILD_BENCH=OFF) ;;
   fuzz) args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ -DNORVA_BUILD_FUZZ=ON
