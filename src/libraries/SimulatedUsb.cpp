@@ -285,6 +285,23 @@ TSimulatedUsbDevice::TPipeState* TSimulatedUsbDevice::TransferPipe(std::uint8_t 
   return &found->second;
 }
 
+TSimulatedUsbDevice::TPipeState* TSimulatedUsbDevice::StartTransfer(std::uint64_t generation,
+                                                                    std::uint8_t pipeId, bool in,
+                                                                    bool autoClearStall,
+                                                                    const void* buffer, int length,
+                                                                    int timeoutMs, int& error) {
+  TPipeState* pipe = TransferPipe(pipeId, in);
+  if (pipe == nullptr || length < 0 || timeoutMs < 0 || (buffer == nullptr && length > 0)) {
+    error = EINVAL;
+    return nullptr;
+  }
+  if (!Alive(generation)) {
+    error = ENODEV;
+    return nullptr;
+  }
+  return PassStall(*pipe, autoClearStall, error) ? pipe : nullptr;
+}
+
 bool TSimulatedUsbDevice::PassStall(TPipeState& pipe, bool autoClearStall, int& error) {
   if (!pipe.Stalled) return true;
   if (!autoClearStall) {
@@ -313,16 +330,9 @@ int TSimulatedUsbDevice::HostRead(std::uint64_t generation, std::uint8_t pipeId,
                                   bool autoClearStall, char* buffer, int length, int timeoutMs,
                                   int& error) {
   std::unique_lock<std::mutex> lock(mLock);
-  TPipeState* pipe = TransferPipe(pipeId, true);
-  if (pipe == nullptr || length < 0 || timeoutMs < 0 || (buffer == nullptr && length > 0)) {
-    error = EINVAL;
-    return -1;
-  }
-  if (!Alive(generation)) {
-    error = ENODEV;
-    return -1;
-  }
-  if (!PassStall(*pipe, autoClearStall, error)) return -1;
+  TPipeState* pipe =
+      StartTransfer(generation, pipeId, true, autoClearStall, buffer, length, timeoutMs, error);
+  if (pipe == nullptr) return -1;
   if (length == 0) return 0;
 
   ++pipe->WaitingReaders;
@@ -354,16 +364,9 @@ int TSimulatedUsbDevice::HostWrite(std::uint64_t generation, std::uint8_t pipeId
                                    bool autoClearStall, bool shortPacketTerminate, const char* data,
                                    int length, int timeoutMs, int& error) {
   std::unique_lock<std::mutex> lock(mLock);
-  TPipeState* pipe = TransferPipe(pipeId, false);
-  if (pipe == nullptr || length < 0 || timeoutMs < 0 || (data == nullptr && length > 0)) {
-    error = EINVAL;
-    return -1;
-  }
-  if (!Alive(generation)) {
-    error = ENODEV;
-    return -1;
-  }
-  if (!PassStall(*pipe, autoClearStall, error)) return -1;
+  TPipeState* pipe =
+      StartTransfer(generation, pipeId, false, autoClearStall, data, length, timeoutMs, error);
+  if (pipe == nullptr) return -1;
   if (pipe->Paused) {
     WaitUntil(lock, Deadline(timeoutMs), timeoutMs == 0,
               [this, pipe, generation] { return !Alive(generation) || !pipe->Paused; });

@@ -146,6 +146,11 @@ class TSimulatedUsbDevice : public std::enable_shared_from_this<TSimulatedUsbDev
   bool Alive(std::uint64_t generation) const { return mPlugged && generation == mGeneration; }
   // Under mLock: clears a stall when allowed; false (error EPIPE) when the pipe stays halted.
   bool PassStall(TPipeState& pipe, bool autoClearStall, int& error);
+  // Under mLock: the checks every bulk transfer starts with (arguments, device present, stall);
+  // the pipe, or nullptr with `error` set.
+  TPipeState* StartTransfer(std::uint64_t generation, std::uint8_t pipeId, bool in,
+                            bool autoClearStall, const void* buffer, int length, int timeoutMs,
+                            int& error);
   static TClock::time_point Deadline(int timeoutMs);
   bool WaitUntil(std::unique_lock<std::mutex>& lock, TClock::time_point deadline, bool unlimited,
                  const std::function<bool()>& ready);

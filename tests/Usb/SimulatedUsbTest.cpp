@@ -3,6 +3,8 @@
 // data or by an unplug).
 #include <libraries/SimulatedUsb.h>
 
+#include "support/UsbPipes.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -41,26 +43,7 @@ class SimulatedUsbTest : public ::testing::Test {
   std::unique_ptr<TWinUsbInterface> usb;
 };
 
-TEST_F(SimulatedUsbTest, InterfaceListsTheDefaultPipes) {
-  TUsbInterfaceDescriptor descriptor;
-  ASSERT_TRUE(usb->QueryInterfaceSettings(0, descriptor));
-  EXPECT_EQ(descriptor.NumEndpoints, 4);
-  std::vector<std::uint8_t> ids;
-  for (std::uint8_t index = 0; index < descriptor.NumEndpoints; ++index) {
-    TWinUsbPipeInformation pipe;
-    ASSERT_TRUE(usb->QueryPipe(0, index, pipe));
-    EXPECT_EQ(pipe.PipeType, TUsbPipeType::Bulk);
-    EXPECT_EQ(pipe.MaximumPacketSize, 64);
-    ids.push_back(pipe.PipeId);
-  }
-  EXPECT_EQ(ids, (std::vector<std::uint8_t>{0x82, 0x83, 0x01, 0x04}));
-
-  TWinUsbPipeInformation beyond;
-  EXPECT_FALSE(usb->QueryPipe(0, 4, beyond));
-  EXPECT_EQ(usb->LastError(), ENOENT);
-  EXPECT_FALSE(usb->QueryInterfaceSettings(1, descriptor));
-  EXPECT_EQ(usb->LastError(), ENOENT);
-}
+TEST_F(SimulatedUsbTest, InterfaceListsTheDefaultPipes) { testing::ExpectTheFourBulkPipes(*usb); }
 
 TEST_F(SimulatedUsbTest, ReadsKeepTheDeviceTransfersApart) {
   ASSERT_TRUE(device->PushIn(0x82, "first"));

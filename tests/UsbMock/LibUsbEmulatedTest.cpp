@@ -4,6 +4,8 @@
 
 #include <libraries/LibUsbBackend.h>
 
+#include "support/UsbPipes.h"
+
 #include <gtest/gtest.h>
 
 #include <QThread>
@@ -77,24 +79,10 @@ TEST_F(LibUsbEmulatedTest, OpenClaimsInterfaceZeroAndListsItsFourPipes) {
   ASSERT_NE(usb, nullptr);
   EXPECT_EQ(device->Claims(), 1);
 
+  testing::ExpectTheFourBulkPipes(*usb);
   TUsbInterfaceDescriptor descriptor;
   ASSERT_TRUE(usb->QueryInterfaceSettings(0, descriptor));
-  EXPECT_EQ(descriptor.InterfaceNumber, 0);
-  EXPECT_EQ(descriptor.NumEndpoints, 4);
   EXPECT_EQ(descriptor.InterfaceClass, 0xFF);
-  std::vector<std::uint8_t> ids;
-  for (std::uint8_t index = 0; index < descriptor.NumEndpoints; ++index) {
-    TWinUsbPipeInformation pipe;
-    ASSERT_TRUE(usb->QueryPipe(0, index, pipe));
-    EXPECT_EQ(pipe.PipeType, TUsbPipeType::Bulk);
-    EXPECT_EQ(pipe.MaximumPacketSize, 64);
-    ids.push_back(pipe.PipeId);
-  }
-  EXPECT_EQ(ids, (std::vector<std::uint8_t>{0x82, 0x83, 0x01, 0x04}));
-  TWinUsbPipeInformation beyond;
-  EXPECT_FALSE(usb->QueryPipe(0, 4, beyond));
-  EXPECT_EQ(usb->LastError(), ENOENT);
-  EXPECT_FALSE(usb->QueryInterfaceSettings(1, descriptor));
 
   usb.reset();
   EXPECT_EQ(device->Releases(), 1) << "freeing the interface releases it";
