@@ -27,7 +27,7 @@ int HexPair(const char* pair) {
 
 // Reads one line of `length` characters (line feed excluded) into `packet`; false drops the line.
 bool ParseLine(const char* line, qsizetype length, TCommandPacket& packet) {
-  if (length < 4) return false;
+  if (length < 4 || length > MaxBusTextLine) return false;
   const int cmd = HexPair(line);
   const int zone = HexPair(line + 2);
   if (cmd < 0 || zone < 0) return false;

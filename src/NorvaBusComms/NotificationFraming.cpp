@@ -1,19 +1,29 @@
 #include <NorvaBusComms/NotificationFraming.h>
+#include <NorvaGlobal/DebugOutput.h>
 
 namespace norva {
 
 namespace {
-enum class TCut { Consumed, Wait, DiscardAll, Stop };
+enum class TCut { Consumed, Wait, Dropped, Unknown };
 
 std::uint8_t ByteAt(const QByteArray& buffer, qsizetype index) {
   return static_cast<std::uint8_t>(buffer[index]);
 }
 
+bool StartsFrame(std::uint8_t code) {
+  switch (code) {
+    case usb_log_event_old:
+    case usb_ir_learn_event:
+    case usb_norva_command:
+    case usb_log_event: return true;
+    default: return false;
+  }
+}
+
 TCut CutCommandFrame(const QByteArray& buffer, qsizetype start, TTickCount now,
                      std::vector<TCommandPacket>& packets, qsizetype& length) {
   const qsizetype available = buffer.size() - start;
-  // Fewer than three bytes: the whole buffer is thrown away, as the devices expect.
-  if (available < 3) return TCut::DiscardAll;
+  if (available < 2) return TCut::Wait;
   const int n = ByteAt(buffer, start + 1);
   length = n + 2;
   if (available < length) return TCut::Wait;
@@ -39,11 +49,25 @@ TCut CutLogFrame(const QByteArray& buffer, qsizetype start, const TNotificationH
     // A zero ends the message and belongs to it; a byte 1 to 3 starts the next message.
     if (ByteAt(buffer, end) == 0) bodyEnd = end + 1;
   } else if (!oldStyle) {
-    return TCut::Wait;
+    if (end - start <= MaxHeldNotificationBytes) return TCut::Wait;
+    DebugOutput(QStringLiteral("USB notifications: dropped a log text of %1 bytes without its end")
+                    .arg(end - start - 1));
+    length = end - start;
+    return TCut::Dropped;
   }
   length = bodyEnd - start;
   notify(usb_log_event, buffer.mid(start + 1, bodyEnd - start - 1));
   return TCut::Consumed;
+}
+
+// Nothing can be read from `start`: the bytes up to the next known code go.
+qsizetype SkipToNextFrame(const QByteArray& buffer, qsizetype start) {
+  qsizetype next = start + 1;
+  while (next < buffer.size() && !StartsFrame(ByteAt(buffer, next))) ++next;
+  DebugOutput(QStringLiteral("USB notifications: dropped %1 bytes from unknown code %2")
+                  .arg(next - start)
+                  .arg(ByteAt(buffer, start)));
+  return next - start;
 }
 }  // namespace
 
@@ -52,7 +76,7 @@ void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TComm
   qsizetype start = 0;
   while (start < buffer.size()) {
     qsizetype length = 0;
-    TCut cut = TCut::Stop;
+    TCut cut = TCut::Unknown;
     switch (ByteAt(buffer, start)) {
       case usb_norva_command: cut = CutCommandFrame(buffer, start, now, packets, length); break;
       case usb_ir_learn_event:
@@ -68,12 +92,8 @@ void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TComm
       case usb_log_event: cut = CutLogFrame(buffer, start, notify, length); break;
       default: break;
     }
-    if (cut == TCut::DiscardAll) {
-      buffer.clear();
-      return;
-    }
-    if (cut != TCut::Consumed) break;
-    start += length;
+    if (cut == TCut::Wait) break;
+    start += cut == TCut::Unknown ? SkipToNextFrame(buffer, start) : length;
   }
   buffer.remove(0, start);
 }

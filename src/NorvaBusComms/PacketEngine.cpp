@@ -149,9 +149,22 @@ void TNorvaPacketEngine::RXEvent(int kind) {
 void TNorvaPacketEngine::ReceiveBytes(int kind, QByteArrayView bytes) {
   const bool notifications = kind == NotificationPipeRXKind;
   QByteArray& pending = notifications ? mNotificationData : mRawData;
+  bool& cut = notifications ? mNotificationDataCut : mRawDataCut;
+  int& depth = notifications ? mNotificationDataProcessCount : mRawDataProcessCount;
+  // A nested arrival (a user pumping events) only leaves its bytes for the loop further up; they
+  // are held until then, so past the bound they are dropped and the stream has a gap.
+  if (depth > 0 && pending.size() + bytes.size() > MaxPendingBytes) {
+    DebugOutput(
+        QStringLiteral("Receive: dropped %1 bytes of channel %2 that arrived while a handler "
+                       "was busy")
+            .arg(pending.size() + bytes.size())
+            .arg(kind));
+    pending.clear();
+    cut = true;
+    return;
+  }
   pending.append(bytes);
-  // A nested arrival (a user pumping events) only leaves its bytes for the loop further up.
-  TNestingGuard guard(notifications ? mNotificationDataProcessCount : mRawDataProcessCount);
+  TNestingGuard guard(depth);
   if (!guard.Outermost()) return;
   QByteArray buffer = std::exchange(pending, QByteArray());
   for (;;) {
@@ -159,6 +172,11 @@ void TNorvaPacketEngine::ReceiveBytes(int kind, QByteArrayView bytes) {
       ProcessNotificationChannel(buffer);
     else
       ProcessMainChannel(buffer, kind);
+    if (std::exchange(cut, false)) {
+      // An unfinished frame or line before the gap must not be completed with bytes after it.
+      buffer.clear();
+      if (!notifications && ReadsBusText(kind)) mSkippingLine = true;
+    }
     if (pending.isEmpty()) break;
     buffer.append(pending);
     pending.clear();
@@ -172,10 +190,32 @@ bool TNorvaPacketEngine::ReadsBusText(int kind) const {
 }
 
 void TNorvaPacketEngine::ProcessMainChannel(QByteArray& buffer, int kind) {
-  if (ReadsBusText(kind))
-    buffer.remove(0, ProcessRawNorvaCommandString(buffer));
-  else
-    ProcessRawData(buffer);
+  if (ReadsBusText(kind)) {
+    ProcessBusText(buffer);
+    return;
+  }
+  ProcessRawData(buffer);
+  if (buffer.size() > MaxPendingBytes) {
+    DebugOutput(
+        QStringLiteral("Receive: dropped %1 bytes a raw-data user kept").arg(buffer.size()));
+    buffer.clear();
+  }
+}
+
+void TNorvaPacketEngine::ProcessBusText(QByteArray& buffer) {
+  if (mSkippingLine) {
+    const qsizetype lineFeed = buffer.indexOf('\n');
+    mSkippingLine = lineFeed < 0;
+    buffer.remove(0, mSkippingLine ? buffer.size() : lineFeed + 1);
+  }
+  buffer.remove(0, ProcessRawNorvaCommandString(buffer));
+  if (buffer.size() > MaxBusTextLine) {
+    DebugOutput(QStringLiteral("Bus text: dropped an unfinished line of %1 characters, skipping to "
+                               "its line feed")
+                    .arg(buffer.size()));
+    buffer.clear();
+    mSkippingLine = true;
+  }
 }
 
 void TNorvaPacketEngine::ProcessNotificationChannel(QByteArray& buffer) {

@@ -41,6 +41,11 @@ class TNorvaPacketEngine {
  public:
   static constexpr int SentHistorySize = 80;
   static constexpr TTickCount EchoWindowMs = 5000;
+  // The most a channel holds for later: bytes arriving while a user's handler pumps events, and
+  // what a raw-data user leaves for the next arrival. Sixty-four reads of a receive worker, far
+  // more than a device says while a handler is busy, and a batch cut from it (one packet per five
+  // bytes at most) stays small.
+  static constexpr qsizetype MaxPendingBytes = 64 * 1024;
 
   TNorvaPacketEngine() = default;
   virtual ~TNorvaPacketEngine() = default;
@@ -144,6 +149,7 @@ class TNorvaPacketEngine {
 
   bool ReadsBusText(int kind) const;
   void ProcessMainChannel(QByteArray& buffer, int kind);
+  void ProcessBusText(QByteArray& buffer);
   void ProcessNotificationChannel(QByteArray& buffer);
   void RecordSent(const TCommandPacket& packet);
   bool MatchEcho(const TCommandPacket& packet);
@@ -161,6 +167,10 @@ class TNorvaPacketEngine {
   int mRawDataProcessCount = 0;
   QByteArray mNotificationData;
   int mNotificationDataProcessCount = 0;
+  // Arrivals were dropped while a handler was busy: what is left before the gap is of no use.
+  bool mRawDataCut = false;
+  bool mNotificationDataCut = false;
+  bool mSkippingLine = false;  // the bus text up to the next line feed belongs to a dropped line
   int mInProcessCmd = 0;
   TTickCount mTimeLastCommand = 0;
   // A ring: mNewestSent is the slot of index 0, older entries follow it.

