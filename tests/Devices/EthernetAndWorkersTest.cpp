@@ -1,6 +1,8 @@
-// The bus object over loopback TCP, and the transmit worker's queue under flow control.
+// The bus object over loopback TCP (peers that stay away, or accept and close at once), and the
+// workers under flow control and at awkward moments of closing.
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
+#include <NorvaBusComms/Devices/ReceiveWorkers.h>
 #include <NorvaGlobal/RecordingUIServices.h>
 
 #include "DeviceSimulator.h"
@@ -8,8 +10,15 @@
 #include "support/EventLoop.h"
 
 #include <QTcpServer>
+#include <QTcpSocket>
 
 #include <gtest/gtest.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <future>
+#include <thread>
 
 namespace norva {
 namespace {
@@ -67,13 +76,18 @@ TEST_F(EthernetLinkTest, ADroppedConnectionIsReopenedAndDataFlowsAgain) {
   EXPECT_TRUE(ui.Messages().isEmpty());  // a device that reboots is no error
 }
 
+// A free loopback port with nobody listening.
+quint16 RefusingPort() {
+  QTcpServer probe;
+  if (!probe.listen(QHostAddress::LocalHost)) return 0;
+  return probe.serverPort();
+}
+
 TEST(EthernetLinkAway, APeerThatStaysAwayIsRetriedCalmly) {
   TRecordingUIServices ui;
   TScopedUIServices scope(ui);
-  QTcpServer probe;  // find a free port, then close it again
-  ASSERT_TRUE(probe.listen(QHostAddress::LocalHost));
-  const quint16 port = probe.serverPort();
-  probe.close();
+  const quint16 port = RefusingPort();
+  ASSERT_NE(port, 0);
 
   auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
                                  QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
@@ -84,6 +98,106 @@ TEST(EthernetLinkAway, APeerThatStaysAwayIsRetriedCalmly) {
   EXPECT_GE(client.ConnectionChanges, 4);
   EXPECT_LE(client.ConnectionChanges, 12);
   EXPECT_TRUE(ui.Messages().isEmpty());  // connect errors are retried, never shown
+}
+
+// Accepts every connection and closes it at once, as a busy or misconfigured device does.
+class TClosingServer : public QTcpServer {
+ public:
+  int Accepted = 0;
+
+ protected:
+  void incomingConnection(qintptr descriptor) override {
+    ++Accepted;
+    QTcpSocket socket;
+    socket.setSocketDescriptor(descriptor);
+    socket.abort();
+  }
+};
+
+TEST(EthernetLinkClosing, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
+  TRecordingUIServices ui;
+  TScopedUIServices scope(ui);
+  TClosingServer server;
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
+                                 QStringLiteral("127.0.0.1:%1").arg(server.serverPort()), nullptr);
+  TCountingClient client(bus);
+  client.SetConnected(true);
+  PumpFor(1500);
+  // A connection that does not stay up does not reset the back-off: without that this would be
+  // thousands of connections a second.
+  EXPECT_GE(server.Accepted, 3);
+  EXPECT_LE(server.Accepted, 12);
+  // Each connection made and each one lost is told.
+  EXPECT_GE(client.ConnectionChanges, 2 * server.Accepted - 2);
+}
+
+TEST(EthernetLinkClosing, BytesThatNeverReachTheNetworkAreASendFailure) {
+  TRecordingUIServices ui;
+  TScopedUIServices scope(ui);
+  const quint16 port = RefusingPort();
+  ASSERT_NE(port, 0);
+  auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
+                                 QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
+  TCountingClient client(bus);
+  QStringList heard;
+  bus->SetOnError([&](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
+  client.SetConnected(true);
+  bus->SendCmd(BuildCommandPacket(0x21, 7, {9}));  // queued while connecting; then refused
+  ASSERT_TRUE(PumpUntil([&] { return !heard.isEmpty(); }));
+  EXPECT_EQ(heard[0], "The connection closed before 8 bytes were sent");
+  ASSERT_EQ(ui.Messages().size(), 1);  // nobody handled it: shown
+  EXPECT_EQ(ui.Messages()[0].Caption, "Error sending");
+}
+
+TEST(TransmitWorker, AWriteHeldByXoffFailsAfterThePortsTimeOut) {
+  TRecordingUIServices ui;
+  TScopedUIServices scope(ui);
+  TPseudoTerminal pty;
+  auto* bus = new TNorvaBusComms(pty.Path(), nullptr);  // RS232: XON/XOFF honoured
+  TCountingClient client(bus);
+  client.SetConnected(true);
+  ASSERT_TRUE(client.GetConnected());
+  pty.Write(QByteArray(1, '\x13'));  // XOFF, never followed by XON
+  PumpFor(20);
+  bus->SendRaw("hello");  // 10 ms a byte plus a second: the write gives up after 1.05 s
+  ASSERT_TRUE(PumpUntil([&] { return !ui.Messages().isEmpty(); }, 10000));
+  EXPECT_EQ(ui.Messages()[0].Text, QString::fromLocal8Bit(std::strerror(ETIMEDOUT)));
+  EXPECT_EQ(ui.Messages()[0].Caption, "Communications error");
+  EXPECT_FALSE(client.GetConnected());
+}
+
+// A receive worker with endless data whose hand-over dawdles right after its last look at the
+// stop request: a Close() landing there must still end it.
+class TDawdlingWorker : public TRXEventHandler {
+ public:
+  TDawdlingWorker() : TRXEventHandler(nullptr, -1, 1, "TDawdlingWorker") { Start(); }
+  ~TDawdlingWorker() override { Close(); }
+  std::atomic<bool> InWindow{false};
+
+ protected:
+  void Execute() override {
+    while (!Terminated()) {
+      rx_buf[0] = 'x';
+      rx_buf_len = 1;
+      SignalReceive(0);
+    }
+  }
+  void BeforeHandOver() override {
+    InWindow = true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+};
+
+TEST(ReceiveWorker, ACloseInTheHandOverWindowIsNeverMissed) {
+  auto worker = std::make_unique<TDawdlingWorker>();
+  while (!worker->InWindow) std::this_thread::yield();
+  auto closed = std::async(std::launch::async, [&] { worker->Close(); });
+  if (closed.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
+    // The worker can never be joined now; end here rather than hang the suite.
+    ADD_FAILURE() << "Close() missed the stop request and waits for ever";
+    std::_Exit(1);
+  }
 }
 
 TEST(TransmitWorker, CloseAbandonsQueuedItemsEvenWhileOutputIsHeld) {

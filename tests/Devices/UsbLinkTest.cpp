@@ -165,6 +165,27 @@ TEST_F(UsbLinkTest, AnEndpointOfTheWrongKindFailsTheOpen) {
   EXPECT_EQ(ui.Messages().size(), 1);
 }
 
+TEST_F(UsbLinkTest, ANamedDeviceThatIsAbsentIsNeverReplacedByAnother) {
+  backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100");  // another amplifier
+  QStringList heard;
+  bus = new TNorvaBusComms(USBInterface, {NorvaAmp}, QStringLiteral("usb:2"), nullptr);
+  bus->SetOnError([&](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
+  client = std::make_unique<TUsbClient>(bus);
+  client->SetConnected(true);
+  EXPECT_FALSE(client->GetConnected());
+  ASSERT_EQ(heard.size(), 1);
+  EXPECT_TRUE(heard[0].startsWith("USB device usb:2 is not connected\r\n\r\nError: "))
+      << heard[0].toStdString();
+  EXPECT_FALSE(bus->CheckConnections());  // checking again quietly waits for the named one
+  EXPECT_FALSE(client->GetConnected());
+  EXPECT_EQ(heard.size(), 1);
+
+  backend.AddDevice("usb:2", "USB\\VID_1781&PID_07DA&REV_0100");  // plugged in: taken
+  EXPECT_TRUE(bus->CheckConnections());
+  EXPECT_TRUE(client->GetConnected());
+  EXPECT_EQ(bus->DevicePath(), "usb:2");
+}
+
 TEST_F(UsbLinkTest, APermissionFailureSaysWhatToDo) {
   auto device = backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100");
   device->SetOpenError(EACCES);

@@ -5,6 +5,7 @@
 #include <NorvaGlobal/UIServices.h>
 
 #include <QCoreApplication>
+#include <QPointer>
 
 #include <cstring>
 
@@ -24,7 +25,7 @@ void TNorvaBusClientCore::Disconnect() {
   mBusComms = nullptr;
   bus->RemoveUser(this);
   if (bus->Owner() == &mHost) bus->SetOwner(nullptr);
-  if (bus->Users().empty()) delete bus;
+  if (bus->Users().empty()) bus->ReleaseLastClient();
   Disconnected();
 }
 
@@ -51,6 +52,9 @@ void TNorvaBusClientCore::WMRXEvent(int kind) {
 void TNorvaBusClientCore::WMThreadCrash(int errorCode) {
   if (mHandlingCrash) return;
   mHandlingCrash = true;
+  // The failure is still reported when a handler lets go of the bus on the way: the bus is only
+  // freed once this call has left it, and then the box speaks alone.
+  const QPointer<TNorvaBusComms> bus = mBusComms;
   // A device that was unplugged is found gone within this time, and then nothing is reported.
   const TTickCount start = GetTickCount();
   while (mBusComms && GetConnected() && TicksSince(start) < DeviceGoneWaitMs) {
@@ -61,11 +65,11 @@ void TNorvaBusClientCore::WMThreadCrash(int errorCode) {
     SetConnected(false);
     QCoreApplication::postEvent(&mHost, new TBusMessage(ConnectionDroppedMessage, 0));
     const QString text = QString::fromLocal8Bit(std::strerror(errorCode));
-    bool handled = false;
-    if (mBusComms->OnError()) mBusComms->OnError()(*mBusComms, text, handled);
-    if (!handled)
-      UIServices().MessageBox(text, QStringLiteral("Communications error"), TMessageIcon::Stop,
-                              TMessageButtons::OK);
+    const QString caption = QStringLiteral("Communications error");
+    if (bus)
+      bus->ReportError(text, caption, TMessageIcon::Stop, true);
+    else
+      UIServices().MessageBox(text, caption, TMessageIcon::Stop, TMessageButtons::OK);
   }
   mHandlingCrash = false;
 }

@@ -14,6 +14,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <stdexcept>
 
 namespace norva {
 
@@ -46,14 +47,16 @@ TNorvaBusComms::TNorvaBusComms(const TCommsDeviceTypes& usbDeviceTypes, QObject*
 
 TNorvaBusComms::TNorvaBusComms(TCommsInterface commsInterface, const TCommsDeviceTypes& deviceTypes,
                                const QString& devicePath, QObject* owner)
-    : mDevicePath(devicePath), mSelectedDeviceTypes(deviceTypes) {
+    : mDevicePath(devicePath),
+      mDevicePathNamed(!devicePath.isEmpty()),
+      mSelectedDeviceTypes(deviceTypes) {
   Init(owner);
   SetSelectedCommsInterface(commsInterface);
 }
 
 void TNorvaBusComms::Init(QObject* owner) {
   mDevice = -1;
-  mOwner = owner;
+  SetOwner(owner);
   SetTransport(this);
 }
 
@@ -62,11 +65,32 @@ TNorvaBusComms::~TNorvaBusComms() {
   SetTransport(nullptr);
 }
 
+void TNorvaBusComms::SetOwner(QObject* owner) {
+  if (owner && !dynamic_cast<TNorvaBusClientCore*>(owner))
+    throw std::invalid_argument(
+        "the bus object's message target must be a bus client (TNorvaBusClient, TNorvaBusForm)");
+  mOwner = owner;
+}
+
+bool TNorvaBusComms::CallingOut() const { return mCallingOut > 0 || InProcessCmd() > 0; }
+
+void TNorvaBusComms::ReleaseLastClient() {
+  if (CallingOut())
+    deleteLater();
+  else
+    delete this;
+}
+
 QStringList TNorvaBusComms::GetComPorts() { return SerialPortNames(); }
 
 // --- Opening and closing ---
 
 void TNorvaBusComms::SetDevicePath(const QString& path, bool report) {
+  mDevicePathNamed = !path.isEmpty();
+  OpenDevice(path, report);
+}
+
+void TNorvaBusComms::OpenDevice(const QString& path, bool report) {
   CloseDevice();
   mDevicePath = path;
   switch (SelectedCommsInterface()) {
@@ -99,9 +123,13 @@ void TNorvaBusComms::OpenSerial(const QString& path, bool softwareFlowControl, b
 
 void TNorvaBusComms::OpenEthernet(const QString& path, bool report) {
   if (!mTCPClient) {
-    mTCPClient = std::make_unique<TEthernetLink>(TEthernetLink::THooks{
-        [this](const QByteArray& bytes) { ReceiveBytes(SerialRXKind, bytes); },
-        [this] { TellUsersConnectionChanged(); }});
+    mTCPClient = std::make_unique<TEthernetLink>(
+        TEthernetLink::THooks{[this](const QByteArray& bytes) {
+                                const TCallOut callOut(*this);
+                                ReceiveBytes(SerialRXKind, bytes);
+                              },
+                              [this] { TellUsersConnectionChanged(); },
+                              [this](const QString& text) { ReportSendFailure(text); }});
   }
   if (!mTCPClient->Open(path)) {
     ReportOpenFailure(QStringLiteral("Cannot open device ") + path, EINVAL, report);
@@ -180,11 +208,21 @@ bool TNorvaBusComms::PreparePipes(bool report, bool& hasNotifyPipe, bool& hasCom
 void TNorvaBusComms::ReportOpenFailure(const QString& message, int code, bool report) {
   const QString text = message + QStringLiteral("\r\n\r\nError: ") + SystemText(code) +
                        QStringLiteral(" (") + QString::number(code) + QStringLiteral(")");
+  ReportError(text, QStringLiteral("Error"), TMessageIcon::Stop, report);
+  CloseDevice();
+}
+
+void TNorvaBusComms::ReportSendFailure(const QString& text) {
+  ReportError(text, TEthernetLink::ErrorCaption(QAbstractSocket::NetworkError, true),
+              TMessageIcon::Exclamation, true);
+}
+
+void TNorvaBusComms::ReportError(const QString& text, const QString& caption, TMessageIcon icon,
+                                 bool mayShowBox) {
+  const TCallOut callOut(*this);
   bool handled = false;
   if (mOnError) mOnError(*this, text, handled);
-  if (!handled && report)
-    UIServices().MessageBox(text, QStringLiteral("Error"), TMessageIcon::Stop, TMessageButtons::OK);
-  CloseDevice();
+  if (!handled && mayShowBox) UIServices().MessageBox(text, caption, icon, TMessageButtons::OK);
 }
 
 void TNorvaBusComms::CloseDevice() {
@@ -222,6 +260,10 @@ bool TNorvaBusComms::GetConnected() const {
 
 bool TNorvaBusComms::EthernetConnected() const { return mTCPClient && mTCPClient->Connected(); }
 
+bool TNorvaBusComms::LinkUp() const {
+  return SelectedCommsInterface() == EthernetInterface ? EthernetConnected() : GetConnected();
+}
+
 bool TNorvaBusComms::Sending() const {
   return MainTransmitterSending() || (mTCPClient && mTCPClient->BytesToWrite() > 0);
 }
@@ -233,17 +275,27 @@ void TNorvaBusComms::SetConnected(bool value) {
     return;
   }
   if (UsesWinUsb(mDevicePath))
-    ConnectUSB();
+    ConnectUSB(true);
   else
-    SetDevicePath(mDevicePath);
+    OpenDevice(mDevicePath, true);
 }
 
-void TNorvaBusComms::ConnectUSB() {
+// A device the application named is the only one to open: with two amplifiers, settings must
+// never go to the other one because the named one is unplugged.
+void TNorvaBusComms::ConnectUSB(bool reportMissing) {
   if (mSelectedDeviceTypes.IsEmpty()) return;
   if (mUSBDevices.empty()) SearchUSBDevices();
-  if (GetUSBDeviceIndex() >= 0) SetDevicePath(mDevicePath, false);
+  if (mDevicePathNamed) {
+    if (GetUSBDeviceIndex() >= 0)
+      OpenDevice(mDevicePath, false);
+    else if (reportMissing)
+      ReportOpenFailure(
+          QStringLiteral("USB device ") + mDevicePath + QStringLiteral(" is not connected"), ENODEV,
+          false);
+    return;
+  }
   for (std::size_t i = 0; i < mUSBDevices.size() && !GetConnected(); ++i)
-    SetDevicePath(mUSBDevices[i].Path, false);
+    OpenDevice(mUSBDevices[i].Path, false);
 }
 
 void TNorvaBusComms::SearchUSBDevices() {
@@ -297,13 +349,14 @@ bool TNorvaBusComms::CheckConnections() {
     CloseDevice();
     return wasOpen;
   }
-  SetDevicePath(mDevicePath, false);
+  OpenDevice(mDevicePath, false);
   return true;
 }
 
 // A USB device unplugged, or plugged in (again).
 bool TNorvaBusComms::CheckUSBConnections() {
   const int previousIndex = GetUSBDeviceIndex();
+  const bool wasConnected = GetConnected();
   SearchUSBDevices();
   if (mUSBDevices.empty()) {
     if (!GetConnected()) return false;
@@ -312,11 +365,12 @@ bool TNorvaBusComms::CheckUSBConnections() {
   }
   if (!mDevicePath.isEmpty() && GetUSBDeviceIndex() < 0) CloseDevice();
   if (GetConnected()) return GetUSBDeviceIndex() != previousIndex;
-  ConnectUSB();
-  return true;
+  ConnectUSB(false);
+  return wasConnected || GetConnected();
 }
 
 void TNorvaBusComms::TellUsersConnectionChanged() {
+  const TCallOut callOut(*this);
   const std::vector<TNorvaBusUser*> users = Users();  // a user may leave while told
   for (TNorvaBusUser* user : users) user->ConnectionChange();
 }
@@ -334,6 +388,7 @@ bool TNorvaBusComms::event(QEvent* event) {
   const TBusMessage* message = TBusMessage::Received(event);
   if (!message || message->type() == ConnectionDroppedMessage) return QObject::event(event);
   if (message->Generation() != mGeneration) return true;  // from a link closed since
+  const TCallOut callOut(*this);
   if (QObject* target = MessageTarget()) {
     TBusMessage forwarded(message->type(), message->Parameter(), message->Generation());
     QCoreApplication::sendEvent(target, &forwarded);

@@ -1,11 +1,13 @@
 #pragma once
 // The bus object: the one connection between the application and a device (serial port, USB
 // serial adapter or Ethernet), its worker threads, and the packet engine that talks over it.
-// Bus client objects share it; the last one to let go frees it. Runs on the UI thread.
+// Bus client objects share it; the last one to let go frees it (later, when it lets go from inside
+// a call the bus made to it). Runs on the UI thread.
 
 #include <NorvaBusComms/Devices/EthernetLink.h>
 #include <NorvaBusComms/Devices/UsbDeviceSearch.h>
 #include <NorvaBusComms/PacketEngine.h>
+#include <NorvaGlobal/UIServices.h>
 
 #include <QObject>
 #include <QPointer>
@@ -44,6 +46,9 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   Q_PROPERTY(norva::TCommsDeviceType ConnectedUSBDeviceType READ ConnectedUSBDeviceType)
 
  public:
+  // `owner` is the bus client whose host receives the workers' messages (none: the first client).
+  // Anything that is not a bus client's host would swallow them unseen, so it is refused with
+  // std::invalid_argument.
   // A serial port (RS232, talking to an amplifier) at `device`.
   TNorvaBusComms(const QString& device, QObject* owner);
   // USB devices of the given types (the USB interface).
@@ -53,7 +58,8 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   ~TNorvaBusComms() override;
 
   // Closes any open connection and opens `path` on the selected interface; `report` says whether
-  // an open failure may show a box (the OnError handler hears of it in any case).
+  // an open failure may show a box (the OnError handler hears of it in any case). A USB device
+  // named here is the only one the bus opens later (none: the first recognised device).
   void SetDevicePath(const QString& path) { SetDevicePath(path, true); }
   void SetDevicePath(const QString& path, bool report);
   QString DevicePath() const { return mDevicePath; }
@@ -71,10 +77,18 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
 
   const TCommsError& OnError() const { return mOnError; }
   void SetOnError(TCommsError handler) { mOnError = std::move(handler); }
+  // Offers a failure to the OnError handler, then, unless it was handled and when `mayShowBox`,
+  // shows it in a box.
+  void ReportError(const QString& text, const QString& caption, TMessageIcon icon, bool mayShowBox);
 
-  // The client whose messages the workers' messages go to (the first client, by default).
+  // The client whose messages the workers' messages go to (the first client, by default); see the
+  // constructors for what is refused.
   QObject* Owner() const { return mOwner; }
-  void SetOwner(QObject* owner) { mOwner = owner; }
+  void SetOwner(QObject* owner);
+
+  // Called by the last client letting go: frees the bus at once, or, while the bus is calling out
+  // (delivering, telling of a connection change, reporting an error), once control has left it.
+  void ReleaseLastClient();
 
   // The serial ports offered to the user.
   static QStringList GetComPorts();
@@ -93,6 +107,8 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
 
   // Ethernet: true once the socket is connected (GetConnected is already true while connecting).
   bool EthernetConnected() const;
+  // Bytes can reach the device now: connected, and for Ethernet the socket is up.
+  bool LinkUp() const;
   // True while bytes handed to the link wait to go out (queued items, unsent socket data).
   bool Sending() const;
 
@@ -100,19 +116,35 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   bool event(QEvent* event) override;
 
  private:
+  // Counts one call out of the bus (to a user, a client or a handler) for as long as it lives.
+  class TCallOut {
+   public:
+    explicit TCallOut(TNorvaBusComms& bus) : mBus(bus) { ++mBus.mCallingOut; }
+    ~TCallOut() { --mBus.mCallingOut; }
+    TCallOut(const TCallOut&) = delete;
+    TCallOut& operator=(const TCallOut&) = delete;
+
+   private:
+    TNorvaBusComms& mBus;
+  };
+  bool CallingOut() const;
+
   void Init(QObject* owner);
+  // Opens `path` without making it the named device (the tries of ConnectUSB).
+  void OpenDevice(const QString& path, bool report);
   void OpenSerial(const QString& path, bool softwareFlowControl, bool report);
   void OpenEthernet(const QString& path, bool report);
   void OpenWinUsb(const QString& path, bool report);
   // Checks the endpoints and sets their policy; false (after reporting) on a pipe of the wrong
   // kind.
   bool PreparePipes(bool report, bool& hasNotifyPipe, bool& hasCommandPipe);
-  void ConnectUSB();
+  void ConnectUSB(bool reportMissing);
   bool CheckUSBConnections();
   bool UsesWinUsb(const QString& path) const;
   void ReportOpenFailure(const QString& message, int code, bool report);
   bool DeviceNodePresent() const;
   void TellUsersConnectionChanged();
+  void ReportSendFailure(const QString& text);
   // Where worker messages go when the owner is gone: the first remaining client.
   QObject* MessageTarget();
 
@@ -136,7 +168,9 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   std::unique_ptr<TWinUsbInterface> mWinUSBHandle;
   std::vector<TUSBDevice> mUSBDevices;
   QString mDevicePath;
+  bool mDevicePathNamed = false;  // the application named the device: no other will do
   QPointer<QObject> mOwner;
+  int mCallingOut = 0;
   TCommsDeviceTypes mSelectedDeviceTypes;
   TCommsInterface mConnectedCommsInterface = NoCommsInterface;
   TCommsError mOnError;

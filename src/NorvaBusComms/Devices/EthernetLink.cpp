@@ -4,6 +4,8 @@
 
 #include <QTcpSocket>
 
+#include <utility>
+
 namespace norva {
 
 namespace {
@@ -53,6 +55,7 @@ void TEthernetLink::Reopen() {
 
 void TEthernetLink::Close() {
   mRetryTimer.stop();
+  mPendingWrite.clear();
   if (!mSocket) return;
   mSocket->disconnect(this);
   mSocket->abort();
@@ -69,14 +72,37 @@ bool TEthernetLink::Connected() const {
 }
 
 void TEthernetLink::Write(const QByteArray& bytes) {
-  if (Connected()) mSocket->write(bytes);
+  if (bytes.isEmpty()) return;
+  if (!Active()) {
+    SendFailed(QStringLiteral("Not connected: %1 bytes were not sent").arg(bytes.size()));
+    return;
+  }
+  if (Connected()) {
+    mSocket->write(bytes);
+    return;
+  }
+  // Kept until the connection is made: the socket itself only takes bytes once connected.
+  if (mPendingWrite.size() + bytes.size() > MaxPendingWriteBytes) {
+    SendFailed(QStringLiteral("Still connecting: %1 bytes were not sent").arg(bytes.size()));
+    return;
+  }
+  mPendingWrite += bytes;
 }
 
-qint64 TEthernetLink::BytesToWrite() const { return mSocket ? mSocket->bytesToWrite() : 0; }
+void TEthernetLink::SendFailed(const QString& text) {
+  DebugOutput(text);
+  if (mHooks.SendFailed) mHooks.SendFailed(text);
+}
+
+qint64 TEthernetLink::BytesToWrite() const {
+  return mPendingWrite.size() + (mSocket ? mSocket->bytesToWrite() : 0);
+}
 
 void TEthernetLink::EthernetConnect() {
   mConnectedOnce = true;
-  mFailedAttempts = 0;
+  mConnectedFor.start();
+  if (!mPendingWrite.isEmpty()) mSocket->write(std::exchange(mPendingWrite, QByteArray()));
+  if (mHooks.ConnectionChange) mHooks.ConnectionChange();
 }
 
 void TEthernetLink::EthernetRead() {
@@ -109,13 +135,25 @@ void TEthernetLink::EthernetError(QAbstractSocket::SocketError error) {
 
 void TEthernetLink::ConnectionLost() {
   if (mRetryTimer.isActive()) return;  // error and disconnected signals both report one loss
+  const qint64 unsent = BytesToWrite();
+  mPendingWrite.clear();
+  // Through the event loop, never by recursion.
+  mRetryTimer.start(NextRetryDelay());
+  if (unsent > 0)
+    SendFailed(QStringLiteral("The connection closed before %1 bytes were sent").arg(unsent));
   if (mHooks.ConnectionChange) mHooks.ConnectionChange();
   DebugOutput(QStringLiteral("Retrying Ethernet open"));
-  // Through the event loop, never by recursion; at once after a working connection dropped.
+}
+
+// At once after a working connection dropped; otherwise 50, 100, ... 800 ms, then every second. A
+// peer that accepts and closes at once is not a working connection, or it would be retried in a
+// tight loop.
+int TEthernetLink::NextRetryDelay() {
+  if (mConnectedOnce && mConnectedFor.elapsed() >= StableConnectionMs) mFailedAttempts = 0;
   const int delay =
       mFailedAttempts == 0 ? 0 : std::min(MaxRetryDelayMs, 50 << std::min(mFailedAttempts - 1, 5));
   ++mFailedAttempts;
-  mRetryTimer.start(delay);
+  return delay;
 }
 
 }  // namespace norva

@@ -17,11 +17,13 @@ QString SystemText(int code) { return QString::fromLocal8Bit(std::strerror(code)
 
 bool TRXEventHandler::SignalReceive(int kind) {
   if (rx_buf_len <= 0 || rx_buf_len >= OversizedRead || Terminated()) return false;
+  BeforeHandOver();
+  // Close() may come at any point from here on: it cancels the event, which no reset undoes, so the
+  // wait below returns whenever the stop was asked for.
   rx_buf_sync.Reset();
   mBufferWaiting = true;
   Post(RXEventMessage, kind);
-  rx_buf_sync.Wait();
-  return true;
+  return rx_buf_sync.Wait();
 }
 
 void TRXEventHandler::TakeBuffer(QByteArray& appendTo) {
@@ -33,7 +35,7 @@ void TRXEventHandler::TakeBuffer(QByteArray& appendTo) {
 
 void TRXEventHandler::Close() {
   RequestStop();
-  rx_buf_sync.Set();
+  rx_buf_sync.Cancel();
   Join();
 }
 

@@ -19,7 +19,7 @@ class TRXEventHandler : public TCommEventHandler {
   using TCommEventHandler::TCommEventHandler;
 
   // Run on the worker after a read: posts 0x500 with `kind` and waits for the UI thread. False
-  // (nothing posted) for an empty or oversized read, or when the worker is stopping.
+  // for an empty or oversized read (nothing posted), or when the worker is stopping.
   bool SignalReceive(int kind);
   // Run on the UI thread for a 0x500: appends the waiting bytes and releases the worker.
   void TakeBuffer(QByteArray& appendTo);
@@ -27,6 +27,10 @@ class TRXEventHandler : public TCommEventHandler {
   void Close();
 
  protected:
+  // Runs on the worker between its last look at the stop request and the hand-over; tests widen
+  // that window here to show that a Close() landing in it cannot be missed.
+  virtual void BeforeHandOver() {}
+
   std::array<char, BufferSize> rx_buf{};
   int rx_buf_len = 0;
   TManualResetEvent rx_buf_sync;

@@ -22,16 +22,25 @@ void TManualResetEvent::Reset() {
   mSet = false;
 }
 
-void TManualResetEvent::Wait() {
+void TManualResetEvent::Cancel() {
+  {
+    std::lock_guard lock(mLock);
+    mCancelled = true;
+  }
+  mChanged.notify_all();
+}
+
+bool TManualResetEvent::Wait() {
   const auto spinUntil =
       std::chrono::steady_clock::now() + std::chrono::microseconds(SpinMicroseconds);
-  while (!mSet.load(std::memory_order_acquire)) {
+  while (!Released()) {
     if (std::chrono::steady_clock::now() >= spinUntil) {
       std::unique_lock lock(mLock);
-      mChanged.wait(lock, [this] { return mSet.load(std::memory_order_acquire); });
-      return;
+      mChanged.wait(lock, [this] { return Released(); });
+      break;
     }
   }
+  return !mCancelled.load(std::memory_order_acquire);
 }
 
 TWakeDescriptor::TWakeDescriptor() : mFd(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {

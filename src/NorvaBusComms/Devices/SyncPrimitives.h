@@ -8,7 +8,9 @@
 
 namespace norva {
 
-// Stays set until reset, like a platform manual-reset event.
+// Stays set until reset, like a platform manual-reset event. Cancel() is sticky: a cancelled event
+// is not reset again, so a waiter that resets and then waits can never miss the cancellation, in
+// whatever order the two threads get there.
 class TManualResetEvent {
  public:
   // How long Wait spins before it sleeps. A receive worker's wait usually ends within a few
@@ -17,14 +19,22 @@ class TManualResetEvent {
   static constexpr int SpinMicroseconds = 50;
 
   void Set();
+  // Clears a set event; a cancelled one stays cancelled.
   void Reset();
-  // Waits until the event is set.
-  void Wait();
+  // Wakes every waiter, now and from then on.
+  void Cancel();
+  // Waits until the event is set (true) or cancelled (false).
+  bool Wait();
 
  private:
+  bool Released() const {
+    return mSet.load(std::memory_order_acquire) || mCancelled.load(std::memory_order_acquire);
+  }
+
   std::mutex mLock;
   std::condition_variable mChanged;
   std::atomic<bool> mSet{false};
+  std::atomic<bool> mCancelled{false};
 };
 
 // An eventfd that, once signalled, stays readable: poll() on it returns at once.

@@ -1,9 +1,12 @@
 #include <NorvaBusComms/Devices/TransmitWorkers.h>
+#include <NorvaGlobal/DebugOutput.h>
 
 #include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
+#include <cstdint>
 
 namespace norva {
 
@@ -22,7 +25,7 @@ int TTXEventHandler::TXQueueLength() const {
 
 void TTXEventHandler::Close() {
   RequestStop();
-  TXEvent.Set();
+  TXEvent.Cancel();
   Join();
 }
 
@@ -37,6 +40,10 @@ bool TTXEventHandler::PopItem(TTXItem& item) {
   item = std::move(TransmitQueue.front());
   TransmitQueue.pop_front();
   return true;
+}
+
+std::chrono::milliseconds TComTXEventHandler::WriteTimeout(qsizetype bytes) {
+  return std::chrono::milliseconds(WriteTimeoutPerByteMs * bytes + WriteTimeoutConstantMs);
 }
 
 TComTXEventHandler::TComTXEventHandler(QObject* window, int device, std::uint32_t generation)
@@ -64,6 +71,7 @@ bool TComTXEventHandler::WriteAll(const QByteArray& bytes) {
 }
 
 bool TComTXEventHandler::WriteChunk(const char* data, qsizetype size) {
+  const auto deadline = std::chrono::steady_clock::now() + WriteTimeout(size);
   while (size > 0) {
     if (Terminated()) return false;
     const ssize_t written = write(mDevice, data, static_cast<std::size_t>(size));
@@ -76,9 +84,17 @@ bool TComTXEventHandler::WriteChunk(const char* data, qsizetype size) {
       PostError(errno);
       return false;
     }
-    // The driver is full (or output is held by XOFF): wait until it takes more, or until Close.
+    // The driver is full (or output is held by XOFF): wait until it takes more, until Close, or
+    // until the port's write time-out has passed.
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+    if (left.count() <= 0) {
+      DebugOutput(QStringLiteral("WriteFile: time-out with %1 bytes unwritten").arg(size));
+      PostError(ETIMEDOUT);
+      return false;
+    }
     pollfd fds[2] = {{mDevice, POLLOUT, 0}, {mWake.Fd(), POLLIN, 0}};
-    poll(fds, 2, -1);
+    poll(fds, 2, static_cast<int>(std::min<std::int64_t>(left.count(), INT_MAX)));
     if (fds[0].revents & (POLLERR | POLLNVAL)) {
       PostError(EIO);
       return false;

@@ -6,6 +6,7 @@
 #include <NorvaBusComms/Devices/CommEventHandler.h>
 #include <NorvaBusComms/TXItem.h>
 
+#include <chrono>
 #include <deque>
 #include <mutex>
 
@@ -35,9 +36,15 @@ class TTXEventHandler : public TCommEventHandler {
   mutable std::mutex TransmitSync;
 };
 
-// Writes a serial port in chunks of at most 64 KiB; USB command items are discarded.
+// Writes a serial port in chunks of at most 64 KiB; USB command items are discarded. A write the
+// port has not taken within its time-out (output held by the device's XOFF for too long) ends the
+// worker with ETIMEDOUT.
 class TComTXEventHandler : public TTXEventHandler {
  public:
+  static constexpr qsizetype WriteTimeoutPerByteMs = 10;
+  static constexpr qsizetype WriteTimeoutConstantMs = 1000;
+  static std::chrono::milliseconds WriteTimeout(qsizetype bytes);
+
   TComTXEventHandler(QObject* window, int device, std::uint32_t generation);
 
  protected:
