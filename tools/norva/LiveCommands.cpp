@@ -1,4 +1,5 @@
 // norva ports / monitor / send / keypress: talking to a device (or norva-sim) for real.
+#include "LinkWatch.h"
 #include "Subcommands.h"
 #include "TracePrinter.h"
 
@@ -25,11 +26,17 @@ constexpr int DefaultEchoTimeoutMs = 2000;
 constexpr int DefaultListenMs = 300;
 constexpr int CheckConnectionsEveryMs = 500;
 
-// A connection that could not be made: reported as the library words it, exit code 1.
+// A connection that could not be made, or failed on the way: reported as the library words it,
+// exit code 1.
 class EConnection : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+// The library's failure texts on one line.
+QString OneLine(const QString& text) {
+  return QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": "));
+}
 
 void PumpWhile(const std::function<bool()>& condition, int timeoutMs) {
   QElapsedTimer timer;
@@ -66,6 +73,9 @@ TLinkOptions TakeLinkOptions(TArguments& arguments) {
   if (usbSerial && !serial) throw EUsage(QStringLiteral("--usb-serial goes with --serial"));
   if ((usbDevice || simulated) && !usb)
     throw EUsage(QStringLiteral("--usb-device and --simulated go with --usb"));
+  // Anything else would be taken for a native USB device.
+  if (usbSerial && !serial->startsWith(u'/'))
+    throw EUsage(QStringLiteral("--usb-serial needs the adapter's device path, starting with /"));
   if (tcp) return {EthernetInterface, *tcp};
   if (usb) return {USBInterface, usbDevice.value_or(QString()), simulated};
   return {usbSerial ? USBInterface : RS232Interface, *serial};
@@ -94,53 +104,85 @@ class TSimulatedUsbSession {
   QTimer mKeys;
 };
 
-TNorvaBusComms* OpenLink(const TLinkOptions& options) {
+// What the open link is, for the line that says which device the tool talks to.
+QString LinkDescription(const TNorvaBusComms& bus) {
+  if (bus.ConnectedCommsInterface() == EthernetInterface)
+    return QStringLiteral("connected to ") + bus.DevicePath();
+  QString text = QStringLiteral("opened ") + bus.DevicePath();
+  if (bus.ConnectedUSBDeviceType() != NoCommsDevice)
+    text += QStringLiteral(" (") + EnumName(bus.ConnectedUSBDeviceType()) + u')';
+  return text;
+}
+
+TNorvaBusComms* OpenLink(const TLinkOptions& options, QStringList& failures) {
   const TCommsDeviceTypes types =
       options.Link == USBInterface ? AllUsbDeviceTypes() : TCommsDeviceTypes{NorvaAmp};
   auto* bus = new TNorvaBusComms(options.Link, types, options.Path, nullptr);
-  QString failure;
-  bus->SetOnError([&failure](TNorvaBusComms&, const QString& text, bool& handled) {
-    failure = QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": "));
+  // Every failure the library reports, while opening and later, is the tool's to tell.
+  bus->SetOnError([&failures](TNorvaBusComms&, const QString& text, bool& handled) {
+    failures << OneLine(text);
     handled = true;
   });
   bus->SetConnected(true);
-  const bool ethernet = options.Link == EthernetInterface;
-  if (ethernet && failure.isEmpty())
+  if (options.Link == EthernetInterface && failures.isEmpty())
     PumpWhile([bus] { return !bus->EthernetConnected(); }, ConnectTimeoutMs);
-  bus->SetOnError(nullptr);
-  if (failure.isEmpty() && bus->GetConnected() && (!ethernet || bus->EthernetConnected()))
+  if (failures.isEmpty() && bus->LinkUp()) {
+    QTextStream(stderr) << LinkDescription(*bus) << Qt::endl;
     return bus;
+  }
   delete bus;
-  if (failure.isEmpty())
-    failure = options.Path.isEmpty() ? QStringLiteral("no recognised USB device found")
-                                     : QStringLiteral("cannot connect to ") + options.Path;
-  throw EConnection(failure.toStdString());
+  if (failures.isEmpty())
+    failures << (options.Path.isEmpty() ? QStringLiteral("no recognised USB device found")
+                                        : QStringLiteral("cannot connect to ") + options.Path);
+  throw EConnection(failures.front().toStdString());
 }
 
-int RunWithLink(const TLinkOptions& options, const std::function<int(TNorvaBusComms&)>& run) {
+// A run over an open link: what the subcommand does, and the failures the library reported.
+struct TLinkSession {
+  TNorvaBusComms& Bus;
+  const QStringList& Failures;
+};
+
+int RunWithLink(const TLinkOptions& options, const std::function<int(TLinkSession&)>& run) {
   try {
     std::unique_ptr<TSimulatedUsbSession> simulation;  // outlives the bus and its workers
     if (options.Simulated) simulation = std::make_unique<TSimulatedUsbSession>();
-    TNorvaBusClient keeper(OpenLink(options));  // the bus lives as long as this client
+    QStringList failures;
+    TNorvaBusClient keeper(OpenLink(options, failures));  // the bus lives as long as this client
     if (simulation) simulation->Start();
-    return run(*keeper.BusComms());
+    TLinkSession session{*keeper.BusComms(), failures};
+    return run(session);
   } catch (const EConnection& error) {
     QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
     return 1;
   }
 }
 
-// Sends one packet, waits for its echo where the link echoes, and prints what comes back.
-int SendAndListen(TNorvaBusComms& bus, const TCommandPacket& packet, int echoTimeoutMs,
+// Sends one packet, waits for its echo where the link echoes, and prints what comes back. A link
+// that failed or dropped on the way fails the exchange: the device may never have read the packet.
+int SendAndListen(TLinkSession& session, const TCommandPacket& packet, int echoTimeoutMs,
                   int listenMs, QTextStream& out) {
+  TNorvaBusComms& bus = session.Bus;
   TTracePrinter printer(bus, out, true);
   bus.AddUser(&printer);
+  TLinkWatch watch(bus, nullptr);
   out << "sent " << PacketText(packet).trimmed() << Qt::endl;
   bus.SendCmd(packet);
   const bool echoed = bus.WaitUntilEchoReceived(static_cast<TTickCount>(echoTimeoutMs));
   PumpWhile([&bus] { return bus.Sending(); }, echoTimeoutMs);
   PumpWhile([] { return true; }, listenMs);
+  watch.Check();
   bus.RemoveUser(&printer);
+  if (!session.Failures.isEmpty()) {
+    QTextStream(stderr) << "norva: " << session.Failures.front() << Qt::endl;
+    return 1;
+  }
+  if (watch.Drops() > 0) {
+    QTextStream(stderr) << "norva: the device closed the connection; the packet may not have "
+                           "arrived"
+                        << Qt::endl;
+    return 1;
+  }
   if (!echoed) {
     QTextStream(stderr) << "norva: no echo within " << echoTimeoutMs << " ms" << Qt::endl;
     return 3;
@@ -197,26 +239,28 @@ int RunMonitor(TArguments& arguments, QTextStream& out) {
     throw EUsage(
         QStringLiteral("monitor takes no arguments besides the link (--usb may name a device)"));
   if (!rest.isEmpty()) link.Path = rest.front();
-  return RunWithLink(link, [&](TNorvaBusComms& bus) {
+  return RunWithLink(link, [&](TLinkSession& session) {
+    TNorvaBusComms& bus = session.Bus;
     TTracePrinter printer(bus, out, true);
     bus.AddUser(&printer);
+    TLinkWatch watch(bus, [](bool up) {
+      QTextStream(stderr) << (up ? "connected again" : "connection lost; waiting for the device")
+                          << Qt::endl;
+    });
     QElapsedTimer timer;
     timer.start();
     qint64 lastCheck = 0;
-    bool connected = true;
+    qsizetype failuresTold = 0;
     while ((limit == 0 || printer.Packets() < limit) &&
            (durationMs == 0 || timer.elapsed() < durationMs)) {
       QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
       QThread::msleep(1);
+      for (; failuresTold < session.Failures.size(); ++failuresTold)
+        QTextStream(stderr) << "norva: " << session.Failures[failuresTold] << Qt::endl;
       if (timer.elapsed() - lastCheck < CheckConnectionsEveryMs) continue;
       lastCheck = timer.elapsed();
       bus.CheckConnections();  // comes back by itself when the device returns
-      if (bus.GetConnected() != connected) {
-        connected = !connected;
-        QTextStream(stderr) << (connected ? "connected again"
-                                          : "connection lost; waiting for the device")
-                            << Qt::endl;
-      }
+      watch.Check();
     }
     bus.RemoveUser(&printer);
     return 0;
@@ -229,8 +273,8 @@ int RunSend(TArguments& arguments, QTextStream& out) {
   const int listen = TimeoutOption(arguments, QStringLiteral("--listen"), DefaultListenMs);
   const TLinkOptions link = TakeLinkOptions(arguments);
   const TCommandPacket packet = TakePacket(arguments, QStringLiteral("send"));
-  return RunWithLink(link, [&](TNorvaBusComms& bus) {
-    return SendAndListen(bus, packet, echoTimeout, listen, out);
+  return RunWithLink(link, [&](TLinkSession& session) {
+    return SendAndListen(session, packet, echoTimeout, listen, out);
   });
 }
 
@@ -249,8 +293,8 @@ int RunKeypress(TArguments& arguments, QTextStream& out) {
   const TCommandPacket packet =
       BuildCommandPacket(KeypressCommand, EncodeZone(static_cast<std::int8_t>(zone), false, false),
                          {repeats * 32 | key});
-  return RunWithLink(link, [&](TNorvaBusComms& bus) {
-    return SendAndListen(bus, packet, echoTimeout, listen, out);
+  return RunWithLink(link, [&](TLinkSession& session) {
+    return SendAndListen(session, packet, echoTimeout, listen, out);
   });
 }
 
