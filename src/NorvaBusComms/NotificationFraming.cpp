@@ -4,7 +4,7 @@
 namespace norva {
 
 namespace {
-enum class TCut { Consumed, Wait, Dropped, Unknown };
+enum class TCut { Consumed, Wait, Unknown };
 
 std::uint8_t ByteAt(const QByteArray& buffer, qsizetype index) {
   return static_cast<std::uint8_t>(buffer[index]);
@@ -53,7 +53,7 @@ TCut CutLogFrame(const QByteArray& buffer, qsizetype start, const TNotificationH
     DebugOutput(QStringLiteral("USB notifications: dropped a log text of %1 bytes without its end")
                     .arg(end - start - 1));
     length = end - start;
-    return TCut::Dropped;
+    return TCut::Consumed;
   }
   length = bodyEnd - start;
   notify(usb_log_event, buffer.mid(start + 1, bodyEnd - start - 1));
@@ -64,9 +64,6 @@ TCut CutLogFrame(const QByteArray& buffer, qsizetype start, const TNotificationH
 qsizetype SkipToNextFrame(const QByteArray& buffer, qsizetype start) {
   qsizetype next = start + 1;
   while (next < buffer.size() && !StartsFrame(ByteAt(buffer, next))) ++next;
-  DebugOutput(QStringLiteral("USB notifications: dropped %1 bytes from unknown code %2")
-                  .arg(next - start)
-                  .arg(ByteAt(buffer, start)));
   return next - start;
 }
 }  // namespace
@@ -74,6 +71,7 @@ qsizetype SkipToNextFrame(const QByteArray& buffer, qsizetype start) {
 void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TCommandPacket>& packets,
                            const TNotificationHandler& notify) {
   qsizetype start = 0;
+  qsizetype skipped = 0;
   while (start < buffer.size()) {
     qsizetype length = 0;
     TCut cut = TCut::Unknown;
@@ -93,8 +91,15 @@ void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TComm
       default: break;
     }
     if (cut == TCut::Wait) break;
-    start += cut == TCut::Unknown ? SkipToNextFrame(buffer, start) : length;
+    if (cut == TCut::Unknown) {
+      length = SkipToNextFrame(buffer, start);
+      skipped += length;
+    }
+    start += length;
   }
+  if (skipped > 0)
+    DebugOutput(
+        QStringLiteral("USB notifications: dropped %1 bytes that start no frame").arg(skipped));
   buffer.remove(0, start);
 }
 

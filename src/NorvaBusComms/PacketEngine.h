@@ -90,6 +90,8 @@ class TNorvaPacketEngine {
   // Entry point for a receive worker's bytes of the given kind (0 serial, 130, 131).
   void RXEvent(int kind);
   // Appends bytes to the channel of `kind` and processes them (what RXEvent does once it has them).
+  // Bytes arriving while a handler is busy wait for it, up to MaxPendingBytes; see
+  // docs/receive-bounds.md for every bound and what happens past it.
   void ReceiveBytes(int kind, QByteArrayView bytes);
   // Parses bus text, delivers the packets and returns the number of characters consumed.
   qsizetype ProcessRawNorvaCommandString(QByteArrayView received);

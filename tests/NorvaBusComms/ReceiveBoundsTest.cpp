@@ -136,6 +136,7 @@ TEST(NotificationFrameBounds, WhatACutHolds) {
       {"an unterminated log text past the bound is dropped", longText, 0, 0, 1},
       {"an unknown code is skipped to the next frame", Bytes({1, 4, 3, 0x0B, 5, 0x23}), 0, 1, 1},
       {"unknown bytes to the end are dropped", Bytes({0x30, 0x31, 0, 0xFF}), 0, 0, 1},
+      {"noise between frames is one line", Bytes({0, 4, 1, 9, 0, 4, 1, 9, 0}), 0, 0, 1},
       {"after a complete frame too", Bytes({4, 2, 0x0C, 6, 9, 9, 4, 2, 0x0C, 7, 4, 2}), 2, 2, 1},
   };
   for (const TCase& c : cases) {
