@@ -1,4 +1,5 @@
 // The norva tool as an installer runs it: real process, real files, exit codes and messages.
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryFile>
 #include <QThread>
@@ -90,13 +91,98 @@ TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
   }
 }
 
-TEST(NorvaTool, HelpListsEveryCommand) {
-  const TRun run = Norva({"--help"});
-  EXPECT_EQ(run.ExitCode, 0);
-  for (const char* command :
-       {"packet encode", "packet decode", "zone encode", "zone decode", "error"})
-    EXPECT_TRUE(run.Out.contains(command)) << command;
+// Whatever the user typed, the error stays one line: the value is quoted with its line breaks and
+// control characters escaped.
+TEST(NorvaTool, BadValuesAreQuotedEscaped) {
+  const struct {
+    QStringList Call;
+    QString Err;
+  } cases[] = {
+      {{"packet", "encode", "1\n2", "3"},
+       R"(norva: CMD must be a number from 0 to 255, not "1\n2")"},
+      {{"zone", "decode", "\r\n0x10"},
+       R"(norva: BYTE must be a number from 0 to 255, not "\r\n0x10")"},
+      {{"error", "err\tQuote\"Back\\slash\x01"},
+       R"(norva: CODE must be a number from 0 to 255, not "err\tQuote\"Back\\slash\x01")"},
+      {{"packet", "encode", "1", "2", "--x\n"}, R"(norva: unknown option "--x\n")"},
+      {{"frob\nnicate", "x"}, R"(norva: unknown command "frob\nnicate x" (see norva --help))"},
+      {{"packet", "decode", "/no/such\ncapture"},
+       R"(norva: cannot read "/no/such\ncapture": No such file or directory)"},
+      {{"zone", "encode", QString::fromUtf8("5\u2028")},
+       R"(norva: ZONE must be a number from -1 to 95, not "5\u2028")"},
+  };
+  for (const auto& [call, err] : cases) {
+    const TRun run = Norva(call);
+    EXPECT_EQ(run.ExitCode, 2) << err.toStdString();
+    EXPECT_TRUE(run.Out.isEmpty()) << err.toStdString();
+    EXPECT_EQ(run.Err.toStdString(), (err + u'\n').toStdString());
+  }
+}
+
+// One reading of numbers everywhere: what the option check lets through as a negative number, the
+// number parser reads, and what it refuses is refused wherever it stands.
+TEST(NorvaTool, NumbersAreReadTheSameWherever) {
+  const struct {
+    const char* Text;
+    const char* DataByte;  // the byte encoded, or nullptr when refused
+  } cases[] = {
+      {"0x1F", "1F"},      {"0X1f", "1F"},     {"-0x1", "FF"},    {"-0x10", "F0"},
+      {"-1", "FF"},        {"-010", "F6"},     {"010", "0A"},     {"-0", "00"},
+      {"255", "FF"},       {"0x-1", nullptr},  {"0x+1", nullptr}, {"0x", nullptr},
+      {"-0x", nullptr},    {"1x", nullptr},    {"+1", nullptr},   {" 1", nullptr},
+      {"1 ", nullptr},     {"0x0x1", nullptr}, {"0x 1", nullptr}, {"--1", nullptr},
+      {"-", nullptr},      {"", nullptr},      {"1e2", nullptr},  {"256", nullptr},
+      {"-0x100", nullptr},
+  };
+  for (const auto& [text, byte] : cases) {
+    const TRun run = Norva({"packet", "encode", "1", "2", text});
+    if (byte) {
+      EXPECT_EQ(run.ExitCode, 0) << text << ": " << run.Err.toStdString();
+      EXPECT_EQ(run.Out, QStringLiteral("0102%1\n").arg(byte)) << text;
+    } else {
+      EXPECT_EQ(run.ExitCode, 2) << text << ": " << run.Out.toStdString();
+      EXPECT_EQ(run.Err.count(u'\n'), 1) << text << ": " << run.Err.toStdString();
+      EXPECT_TRUE(run.Err.endsWith(QStringLiteral("\"%1\"\n").arg(text))) << run.Err.toStdString();
+    }
+  }
+}
+
+TEST(NorvaTool, BareNorvaGivesAShortUsageAndHelpTheFullOne) {
+  const TRun bare = Norva({});
+  EXPECT_EQ(bare.ExitCode, 2);
+  EXPECT_TRUE(bare.Out.isEmpty()) << bare.Out.toStdString();
+  EXPECT_EQ(bare.Err, "norva: usage: norva COMMAND [ARGUMENTS] (norva --help lists them)\n");
+
+  const TRun help = Norva({"--help"});
+  EXPECT_EQ(help.ExitCode, 0);
+  EXPECT_TRUE(help.Err.isEmpty()) << help.Err.toStdString();
+  for (const char* command : {"packet encode", "packet decode", "zone encode", "zone decode",
+                              "error", "ports", "usb", "monitor", "send", "keypress"})
+    EXPECT_TRUE(help.Out.contains(QStringLiteral("norva ") + command)) << command;
   EXPECT_EQ(Norva({"packet", "decode", "--help"}).ExitCode, 0);
+}
+
+// The usage lines of the README's norva section, as they stand in the source tree of this build.
+QStringList ReadmeUsageLines() {
+  QFile cache(QStringLiteral(NORVA_BINARY_DIR "/CMakeCache.txt"));
+  if (!cache.open(QIODevice::ReadOnly)) return {};
+  QString source;
+  for (const QString& line : QString::fromUtf8(cache.readAll()).split(u'\n'))
+    if (line.startsWith("CMAKE_HOME_DIRECTORY:")) source = line.section(u'=', 1);
+  QFile readme(source + QStringLiteral("/README.md"));
+  if (!readme.open(QIODevice::ReadOnly)) return {};
+  QStringList usage;
+  for (const QString& line : QString::fromUtf8(readme.readAll()).split(u'\n'))
+    if (line.startsWith("norva ")) usage << line;
+  return usage;
+}
+
+TEST(NorvaTool, HelpShowsTheUsageTheReadmeShows) {
+  const QStringList usage = ReadmeUsageLines();
+  ASSERT_GE(usage.size(), 10);
+  const QString help = Norva({"--help"}).Out;
+  for (const QString& line : usage)
+    EXPECT_TRUE(help.contains(QStringLiteral("\n  ") + line)) << line.toStdString();
 }
 
 // The live commands against the simulator, as the main job runs them.

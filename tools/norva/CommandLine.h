@@ -34,7 +34,18 @@ class TArguments {
   QStringList mArguments;
 };
 
-// An integer in decimal or 0x-hexadecimal within [min, max]; `what` names it in the error.
+// Text on one line: backslashes, double quotes, line breaks and other control characters escaped
+// (a newline shows as \n), for messages that carry user-supplied text.
+QString Escaped(const QString& text);
+// A user-supplied value as an error message shows it: escaped, in double quotes.
+QString Quoted(const QString& value);
+
+// A whole number as the command line writes it: an optional minus sign, then decimal digits or 0x
+// and hexadecimal digits, and nothing else. Nothing when the text is not such a number; deciding
+// whether "-0x10" is an option asks the same question.
+std::optional<qlonglong> ParseNumber(const QString& text);
+
+// A number as ParseNumber reads it, within [min, max]; `what` names it in the error.
 int ParseInteger(const QString& text, int min, int max, const QString& what);
 
 // The packet named by the remaining arguments: CMD ZONE [DATA...] [--preamp] [--page-preset]

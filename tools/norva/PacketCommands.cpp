@@ -21,7 +21,8 @@ QByteArray ReadInput(const QString& path) {
   const bool isStdin = path.isEmpty() || path == QStringLiteral("-");
   const bool opened = isStdin ? file.open(stdin, QIODevice::ReadOnly)
                               : (file.setFileName(path), file.open(QIODevice::ReadOnly));
-  if (!opened) throw EUsage(QStringLiteral("cannot read %1: %2").arg(path, file.errorString()));
+  if (!opened)
+    throw EUsage(QStringLiteral("cannot read %1: %2").arg(Quoted(path), file.errorString()));
   return file.readAll();
 }
 

@@ -64,8 +64,10 @@ void PrintHelp(QTextStream& out) {
     out << "  norva " << command.Usage << "\n      " << command.Summary << '\n';
   out << "\nLINK is --serial DEVICE [--usb-serial], --tcp HOST:PORT, or --usb [--usb-device PATH]\n"
          "[--simulated] (the simulated USB amplifier, in this process).\n";
-  out << "\nBad input is reported on one line of standard error with exit code 2; a link that\n"
-         "cannot be opened with exit code 1.\n";
+  out << "\nNumbers are decimal or 0x hexadecimal, with an optional leading minus (-0x10).\n";
+  out << "\nBad input, bare norva included, is reported on one line of standard error with exit\n"
+         "code 2 (quoted values with their line breaks escaped); a link that cannot be opened\n"
+         "with exit code 1.\n";
 }
 
 const TSubcommand* FindSubcommand(const QStringList& arguments) {
@@ -76,15 +78,18 @@ const TSubcommand* FindSubcommand(const QStringList& arguments) {
 
 int Run(const QStringList& arguments) {
   QTextStream out(stdout);
-  if (arguments.isEmpty() || arguments.front() == QStringLiteral("--help") ||
+  // Bare norva is a slip, not a request for the help: a short usage line, as for bad input.
+  if (arguments.isEmpty())
+    throw EUsage(QStringLiteral("usage: norva COMMAND [ARGUMENTS] (norva --help lists them)"));
+  if (arguments.front() == QStringLiteral("--help") ||
       arguments.front() == QStringLiteral("help")) {
     PrintHelp(out);
-    return arguments.isEmpty() ? 2 : 0;
+    return 0;
   }
   const TSubcommand* command = FindSubcommand(arguments);
   if (!command)
     throw EUsage(
-        QStringLiteral("unknown command \"%1\" (see norva --help)").arg(arguments.join(u' ')));
+        QStringLiteral("unknown command %1 (see norva --help)").arg(Quoted(arguments.join(u' '))));
   TArguments rest(arguments.mid(command->Words.size()));
   if (rest.TakeFlag(QStringLiteral("--help"))) {
     out << "Usage: norva " << command->Usage << "\n  " << command->Summary << '\n';
