@@ -27,10 +27,9 @@ QString CommaHex(const TCommandPacket& packet) {
   return QString::fromLatin1(text);
 }
 
-std::atomic<bool>& TraceFlag() {
-  static std::atomic<bool> enabled{IsDebuggerPresent()};
-  return enabled;
-}
+// Decided while the library loads, not at the first packet: a debugger attached later does not
+// switch the trace on.
+std::atomic<bool> gTraceEnabled{DebuggerAttachedAtStartUp()};
 }  // namespace
 
 QByteArray TCommandPacket::GetDataBytes() const {
@@ -75,8 +74,8 @@ QString ReceiveTraceLine(const TCommandPacket& packet, bool echo, TTickCount tic
   return line;
 }
 
-bool PacketTraceEnabled() { return TraceFlag().load(std::memory_order_relaxed); }
+bool PacketTraceEnabled() { return gTraceEnabled.load(std::memory_order_relaxed); }
 
-void SetPacketTraceEnabled(bool enabled) { TraceFlag().store(enabled); }
+void SetPacketTraceEnabled(bool enabled) { gTraceEnabled.store(enabled); }
 
 }  // namespace norva

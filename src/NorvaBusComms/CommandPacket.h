@@ -52,8 +52,8 @@ QByteArray PacketText(const TCommandPacket& packet);
 QString SendTraceLine(const TCommandPacket& packet, TTickCount tick);
 QString ReceiveTraceLine(const TCommandPacket& packet, bool echo, TTickCount tick);
 
-// The packet trace is written only while a debugger is attached, decided once at start-up;
-// tools and tests may switch it explicitly.
+// The packet trace is written only when a debugger was attached as the library loaded, decided
+// once then; tools and tests may switch it explicitly.
 bool PacketTraceEnabled();
 void SetPacketTraceEnabled(bool enabled);
 

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QtGlobal>
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 
@@ -12,11 +13,20 @@ namespace {
 std::mutex gSinkLock;  // workers write their creation lines from their own threads
 TDebugSink gSink;
 
-bool DefaultSinkEnabled() {
-  static const bool enabled =
-      IsDebuggerPresent() || qEnvironmentVariableIntValue("NORVA_DEBUG_OUTPUT") == 1;
-  return enabled;
+std::atomic<TDebuggerProbe> gDebuggerProbe{nullptr};  // constant-initialised: usable while loading
+
+bool TracerAttached() {
+  QFile status(QStringLiteral("/proc/self/status"));
+  if (!status.open(QIODevice::ReadOnly)) return false;
+  for (QByteArray line = status.readLine(); !line.isEmpty(); line = status.readLine()) {
+    if (line.startsWith("TracerPid:")) return line.mid(10).trimmed().toLongLong() != 0;
+  }
+  return false;
 }
+
+// Decided while the library loads, before any line is written.
+const bool gDefaultSinkEnabled =
+    DebuggerAttachedAtStartUp() || qEnvironmentVariableIntValue("NORVA_DEBUG_OUTPUT") == 1;
 }  // namespace
 
 void DebugOutput(const QString& line) {
@@ -25,7 +35,7 @@ void DebugOutput(const QString& line) {
     gSink(line);
     return;
   }
-  if (!DefaultSinkEnabled()) return;
+  if (!gDefaultSinkEnabled) return;
   const QByteArray text = line.toLocal8Bit();
   std::fprintf(stderr, "%s\n", text.constData());
 }
@@ -37,12 +47,15 @@ TDebugSink SetDebugOutputSink(TDebugSink sink) {
 }
 
 bool IsDebuggerPresent() {
-  QFile status(QStringLiteral("/proc/self/status"));
-  if (!status.open(QIODevice::ReadOnly)) return false;
-  for (QByteArray line = status.readLine(); !line.isEmpty(); line = status.readLine()) {
-    if (line.startsWith("TracerPid:")) return line.mid(10).trimmed().toLongLong() != 0;
-  }
-  return false;
+  const TDebuggerProbe probe = gDebuggerProbe.load();
+  return probe ? probe() : TracerAttached();
 }
+
+bool DebuggerAttachedAtStartUp() {
+  static const bool attached = IsDebuggerPresent();
+  return attached;
+}
+
+TDebuggerProbe SetDebuggerProbe(TDebuggerProbe probe) { return gDebuggerProbe.exchange(probe); }
 
 }  // namespace norva
