@@ -1,11 +1,14 @@
 #include <OrbGlobal/XmlDocument.h>
 
+#include <OrbGlobal/XmlCharacters.h>
 #include <OrbGlobal/XmlErrors.h>
+#include <OrbGlobal/XmlWellFormed.h>
 
 #include <QFile>
 #include <QSaveFile>
+#include <QStringConverter>
 
-#include <algorithm>
+#include <string_view>
 
 namespace norva {
 
@@ -13,75 +16,70 @@ namespace {
 
 // Kept as written: no end-of-line normalisation (parse_eol), whitespace-only text kept, and text
 // beside the document element allowed (parse_fragment) so that it survives a load and save; the
-// single document element is checked afterwards.
+// strict reading has already made sure there is one document element and no other text.
 constexpr unsigned ParseOptions =
     (pugi::parse_full & ~pugi::parse_eol) | pugi::parse_ws_pcdata | pugi::parse_fragment;
 constexpr unsigned SaveFlags = pugi::format_raw | pugi::format_no_declaration;
 
-bool StartsWith(const QByteArray& bytes, const char* mark) { return bytes.startsWith(mark); }
-
-// The bytes the parser sees: UTF-8 without a byte-order mark.
-QByteArray AsUtf8(const QByteArray& bytes) {
-  if (StartsWith(bytes, "\xEF\xBB\xBF")) return bytes.mid(3);
-  const bool littleEndian = StartsWith(bytes, "\xFF\xFE");
-  if (!littleEndian && !StartsWith(bytes, "\xFE\xFF")) return bytes;
-  QString text;
-  text.reserve((bytes.size() - 2) / 2);
-  for (qsizetype i = 2; i + 1 < bytes.size(); i += 2) {
-    const auto first = static_cast<unsigned char>(bytes[i]);
-    const auto second = static_cast<unsigned char>(bytes[i + 1]);
-    text.append(QChar(littleEndian ? (second << 8 | first) : (first << 8 | second)));
-  }
-  return text.toUtf8();
+bool HoldsCharacterXmlCannotHold(const char* text) {
+  return FindCharacterXmlCannotHold(text) != std::string_view::npos;
 }
 
-bool IsUtf8ContinuationByte(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+// A declaration naming another encoding than the UTF-8 the document is written in.
+bool DeclaresForeignEncoding(pugi::xml_node node) {
+  if (node.type() != pugi::node_declaration) return false;
+  const pugi::xml_attribute encoding = node.attribute("encoding");
+  return encoding && QStringConverter::encodingForName(encoding.value()) != QStringConverter::Utf8;
+}
 
-[[noreturn]] void RaiseParseError(const QString& reason, const QByteArray& utf8, qsizetype offset) {
-  offset = std::clamp<qsizetype>(offset, 0, utf8.size());
-  int line = 1;
-  int column = 1;
-  for (qsizetype i = 0; i < offset; ++i) {
-    if (utf8[i] == '\n') {
-      ++line;
-      column = 1;
-    } else if (!IsUtf8ContinuationByte(utf8[i])) {
-      ++column;
+bool DeclaresForeignEncoding(const pugi::xml_document& document) {
+  for (const pugi::xml_node node : document.children()) {
+    if (DeclaresForeignEncoding(node)) return true;
+  }
+  return false;
+}
+
+// pugixml writes a control character in text or an attribute value as a two-digit character
+// reference ("&#01;"), which XML allows only for tab, line feed and carriage return. Text gives
+// "&#" in no other way ('&' is written "&amp;"); a comment might, and then the document is merely
+// cleaned for nothing.
+bool HoldsForbiddenReference(std::string_view written) {
+  for (std::size_t at = written.find("&#"); at != written.npos; at = written.find("&#", at + 2)) {
+    const std::string_view reference = written.substr(at, 5);
+    if (reference != "&#09;" && reference != "&#10;" && reference != "&#13;") return true;
+  }
+  return false;
+}
+
+// The whole written document is looked at rather than every node: far quicker.
+bool IsXml(const QByteArray& bytes) {
+  const std::string_view written(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+  return FindCharacterXmlCannotHold(written) == written.npos && !HoldsForbiddenReference(written);
+}
+
+template <typename TNameAndValue>
+void DropCharactersXmlCannotHold(TNameAndValue item) {
+  if (HoldsCharacterXmlCannotHold(item.name())) {
+    item.set_name(WithoutCharactersXmlCannotHold(item.name()).c_str());
+  }
+  if (HoldsCharacterXmlCannotHold(item.value())) {
+    item.set_value(WithoutCharactersXmlCannotHold(item.value()).c_str());
+  }
+}
+
+// Makes a copy of the document writable: what XML cannot hold is dropped, and the declaration
+// names UTF-8. The walk is pugixml's, which does not recurse.
+class TWritableMaker : public pugi::xml_tree_walker {
+ public:
+  bool for_each(pugi::xml_node& node) override {
+    DropCharactersXmlCannotHold(node);
+    for (const pugi::xml_attribute attribute : node.attributes()) {
+      DropCharactersXmlCannotHold(attribute);
     }
+    if (DeclaresForeignEncoding(node)) node.attribute("encoding").set_value("UTF-8");
+    return true;
   }
-  throw EXMLParseError(reason, line, column);
-}
-
-bool IsWhitespaceText(pugi::xml_node node) {
-  if (node.type() != pugi::node_pcdata) return false;
-  for (const char* c = node.value(); *c != '\0'; ++c) {
-    if (*c != ' ' && *c != '\t' && *c != '\r' && *c != '\n') return false;
-  }
-  return true;
-}
-
-// What the fragment parse lets through but a document must not have: text beside the document
-// element, and no document element or more than one.
-void CheckDocumentLevel(const pugi::xml_document& document, const QByteArray& utf8) {
-  pugi::xml_node documentElement;
-  for (pugi::xml_node node = document.first_child(); node; node = node.next_sibling()) {
-    if (node.type() == pugi::node_element) {
-      if (documentElement) {
-        RaiseParseError(QStringLiteral("Only one top level element is allowed"), utf8,
-                        node.offset_debug());
-      }
-      documentElement = node;
-    } else if (node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata) {
-      if (!IsWhitespaceText(node)) {
-        RaiseParseError(QStringLiteral("Text is not allowed outside the document element"), utf8,
-                        node.offset_debug());
-      }
-    }
-  }
-  if (!documentElement) {
-    RaiseParseError(QStringLiteral("No document element found"), utf8, utf8.size());
-  }
-}
+};
 
 class TByteArrayWriter : public pugi::xml_writer {
  public:
@@ -94,20 +92,22 @@ class TByteArrayWriter : public pugi::xml_writer {
   QByteArray mBytes;
 };
 
+QByteArray WriteAsItIs(const pugi::xml_document& document) {
+  TByteArrayWriter writer;
+  document.save(writer, "", SaveFlags, pugi::encoding_utf8);
+  return writer.Take();
+}
+
 }  // namespace
 
 void LoadXMLDocument(pugi::xml_document& document, const QByteArray& bytes) {
-  const QByteArray utf8 = AsUtf8(bytes);
+  document.reset();
+  const QByteArray utf8 = WellFormedUtf8(bytes);
   const pugi::xml_parse_result result = document.load_buffer(
       utf8.constData(), static_cast<size_t>(utf8.size()), ParseOptions, pugi::encoding_utf8);
-  try {
-    if (!result) {
-      RaiseParseError(QString::fromUtf8(result.description()), utf8, result.offset);
-    }
-    CheckDocumentLevel(document, utf8);
-  } catch (...) {
+  if (!result) {
     document.reset();
-    throw;
+    throw EXMLParseError::AtOffset(QString::fromUtf8(result.description()), utf8, result.offset);
   }
 }
 
@@ -120,13 +120,21 @@ void LoadXMLDocumentFromFile(pugi::xml_document& document, const QString& path) 
   if (file.error() != QFileDevice::NoError) {
     throw EXMLError(QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
   }
-  LoadXMLDocument(document, bytes);
+  try {
+    LoadXMLDocument(document, bytes);
+  } catch (const EXMLParseError& error) {
+    throw EXMLParseError(error.Reason(), error.Line(), error.Column(), path);
+  }
 }
 
 QByteArray SaveXMLDocument(const pugi::xml_document& document) {
-  TByteArrayWriter writer;
-  document.save(writer, "", SaveFlags, pugi::encoding_utf8);
-  return writer.Take();
+  QByteArray written = WriteAsItIs(document);
+  if (IsXml(written) && !DeclaresForeignEncoding(document)) return written;
+  pugi::xml_document writable;
+  writable.reset(document);
+  TWritableMaker maker;
+  writable.traverse(maker);
+  return WriteAsItIs(writable);
 }
 
 void SaveXMLDocumentToFile(const pugi::xml_document& document, const QString& path) {

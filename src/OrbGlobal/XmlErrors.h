@@ -4,7 +4,7 @@
 
 #include <NorvaGlobal/Exceptions.h>
 
-#include <utility>
+#include <QByteArrayView>
 
 namespace norva {
 
@@ -14,14 +14,15 @@ class EXMLError : public ENorvaError {
   using ENorvaError::ENorvaError;
 };
 
-// A document that is not well formed. Line and Column are 1-based; the column counts characters.
+// A document that is not well formed: the parser's reason with a 1-based line and column (the
+// column counts characters). The message is the reason followed by "\r\nLine: <line>, position:
+// <column>", and starts with "Error loading <path>\r\n\r\n" when the document came from a file.
 class EXMLParseError : public EXMLError {
  public:
-  EXMLParseError(QString reason, int line, int column)
-      : EXMLError(QStringLiteral("%1 (line %2, column %3)").arg(reason).arg(line).arg(column)),
-        mReason(std::move(reason)),
-        mLine(line),
-        mColumn(column) {}
+  EXMLParseError(QString reason, int line, int column, const QString& path = QString());
+  // The error at byte `offset` of the UTF-8 text `utf8`, whose line and column it works out.
+  static EXMLParseError AtOffset(QString reason, QByteArrayView utf8, qsizetype offset);
+
   const QString& Reason() const noexcept { return mReason; }
   int Line() const noexcept { return mLine; }
   int Column() const noexcept { return mColumn; }

@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStringEncoder>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -22,6 +23,12 @@ const QByteArray SampleFile =
 QByteArray ReadFile(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size())
+      << path.toStdString();
 }
 
 EXMLParseError ParseErrorOf(const QByteArray& bytes) {
@@ -65,23 +72,132 @@ TEST(XmlDocumentLoadSave, ReadsByteOrderMarkedFilesAndWritesPlainUtf8) {
   EXPECT_EQ(SaveXMLDocument(document), "<r>\xC3\xBC</r>");
 }
 
+// XML 1.0 cannot hold these even as character references: the save leaves them out, wherever they
+// are, so that what is written always loads again. The document itself keeps them.
+TEST(XmlDocumentLoadSave, SaveLeavesOutWhatXmlCannotHold) {
+  const struct {
+    QString Text;
+    QString Written;
+  } texts[] = {
+      {QStringLiteral("a\x01"
+                      "b\x1F"),
+       QStringLiteral("ab")},
+      {QStringLiteral("x\uFFFEy\uFFFF"), QStringLiteral("xy")},
+      {QStringLiteral("tab\tcr\rlf\n\x7F\x85\uFFFD"),
+       QStringLiteral("tab\tcr\rlf\n\x7F\x85\uFFFD")},
+  };
+  for (const auto& c : texts) {
+    pugi::xml_document document;
+    SetXMLDOMText(document.append_child("root"), c.Text);
+    const QByteArray saved = SaveXMLDocument(document);
+    EXPECT_FALSE(saved.contains("&#")) << saved.toStdString();
+    pugi::xml_document loaded;
+    LoadXMLDocument(loaded, saved);
+    EXPECT_EQ(GetXMLDOMText(loaded), c.Written);
+    EXPECT_EQ(GetXMLDOMText(document), c.Text);
+  }
+
+  pugi::xml_document document;
+  pugi::xml_node root = document.append_child("root");
+  root.append_attribute("note").set_value(
+      "a\x02"
+      "b\tc");
+  root.append_child(pugi::node_comment)
+      .set_value(
+          "c\x03"
+          "d");
+  root.append_child(pugi::node_pcdata).set_value("caf\xE9 \x1B[0m");
+  EXPECT_EQ(SaveXMLDocument(document), "<root note=\"ab&#09;c\"><!--cd-->caf [0m</root>");
+}
+
 TEST(XmlDocumentParseErrors, CarryTheReasonAndAOneBasedPositionInCharacters) {
   const EXMLParseError error = ParseErrorOf("<a>\r\n\t<b></a>");
-  EXPECT_FALSE(error.Reason().isEmpty());
+  EXPECT_EQ(error.Reason(), QStringLiteral("Opening and ending tag mismatch."));
   EXPECT_EQ(error.Line(), 2);
-  EXPECT_EQ(error.Column(), 7) << "at the end tag's name, after \"\\t<b></\"";
-  EXPECT_TRUE(QString::fromUtf8(error.what()).contains(QStringLiteral("line 2, column 7")));
-  EXPECT_EQ(ParseErrorOf("<r>\n<\xC3\xBC\xC3\xBC></r>").Column(), 7) << "6 characters, 8 bytes";
+  EXPECT_EQ(error.Column(), 8) << "at the end of \"\\t<b></a>\"";
+  EXPECT_EQ(QString::fromUtf8(error.what()),
+            QStringLiteral("Opening and ending tag mismatch.\r\nLine: 2, position: 8"));
+  EXPECT_EQ(ParseErrorOf("<r>\n<\xC3\xBC\xC3\xBC></r>").Column(), 8) << "8 characters, 10 bytes";
+}
+
+// Documents the DOM parser alone would take and the next save would change.
+TEST(XmlDocumentParseErrors, RefuseWhatIsNotWellFormedXml) {
+  const struct {
+    QByteArray Bytes;
+    int Line;
+    int Column;
+    const char* Reason;
+  } cases[] = {
+      {"<a x='1' x='2'/>", 1, 16, "Attribute 'x' redefined"},
+      {"<r>\r\n\t<a>&nbsp;</a></r>", 2, 10, "Entity 'nbsp' not declared"},
+      {"<!DOCTYPE a SYSTEM 'a.dtd'><a>&e;</a>", 1, 33, "Entity 'e' not declared"},
+      {"<!DOCTYPE a [<!ENTITY e 'x'>]>\n<a>&e;</a>", 1, 30, "Entity declarations"},
+      {"<a>fish & chips</a>", 1, 10, "Expected '#'"},
+      {"<a title='a<b'/>", 1, 12, "Unexpected '<'"},
+      {"<a>]]></a>", 1, 6, "']]>' not allowed"},
+      {"<a><!-- a--b --></a>", 1, 12, "Expected '>'"},
+      {"<a>&#1;</a>", 1, 7, "Invalid character reference"},
+      {"<a>\x01</a>", 1, 4, "Character U+0001 is not allowed"},
+      {"<a x='\x1F'/>", 1, 7, "Character U+001F is not allowed"},
+      {"<a>\xEF\xBF\xBE</a>", 1, 4, "Character U+FFFE is not allowed"},
+      {"<r>\n<a>caf\xE9</a></r>", 2, 7, "Invalid UTF-8 byte 0xE9"},
+      {"<a>\xED\xA0\x80</a>", 1, 4, "Invalid UTF-8 byte 0xED"},
+      {"<?xml version='1.0' encoding='ISO-8859-1'?><a>\x01</a>", 1, 47, "U+0001"},
+      {QByteArray("\xFF\xFE<\0a\0>\0\x02\0<\0/\0a\0>\0", 18), 1, 4, "U+0002"},
+      {"<?xml version='1.0' encoding='bogus'?><a/>", 1, 38, "Encoding bogus is unsupported"},
+  };
+  for (const auto& c : cases) {
+    const EXMLParseError error = ParseErrorOf(c.Bytes);
+    EXPECT_TRUE(error.Reason().contains(QLatin1String(c.Reason)))
+        << c.Bytes.toStdString() << ": " << error.Reason().toStdString();
+    EXPECT_EQ(error.Line(), c.Line) << c.Bytes.toStdString();
+    EXPECT_EQ(error.Column(), c.Column) << c.Bytes.toStdString();
+  }
 }
 
 TEST(XmlDocumentParseErrors, RequireOneDocumentElementAndNoStrayText) {
   EXPECT_EQ(ParseErrorOf("  \r\n<!-- only a comment -->").Line(), 2);
   const EXMLParseError twoRoots = ParseErrorOf("<a/>\n<b/>");
   EXPECT_EQ(twoRoots.Line(), 2);
-  EXPECT_EQ(twoRoots.Column(), 2);
+  EXPECT_EQ(twoRoots.Column(), 4);
   EXPECT_EQ(ParseErrorOf("<a/>stray").Column(), 5);
   for (const char* broken : {"", "stray<a/>", "<a>", "<a x=1/>", "<1a/>", "<a><</a>"}) {
     ParseErrorOf(broken);
+  }
+}
+
+QString NameDocument(const char* declaredEncoding, const QString& name) {
+  return QStringLiteral("<?xml version=\"1.0\" encoding=\"%1\"?>\r\n<Name>%2</Name>")
+      .arg(QLatin1String(declaredEncoding), name);
+}
+
+// A file keeps its text whatever it was encoded in, and is written in UTF-8 (without a byte-order
+// mark) under a declaration that says so; a UTF-8 declaration stays as it was written.
+TEST(XmlDocumentFiles, AreReadInTheirEncodingAndSavedAsUtf8SayingSo) {
+  const QString latin1Name = QStringLiteral("Caf\u00e9\r\n");
+  const QString name = QStringLiteral("Caf\u00e9 \U0001F3B5\r\n");
+  const struct {
+    QStringConverter::Encoding FileEncoding;
+    const char* Declared;
+    QString Name;
+    const char* SavedDeclaration;
+  } cases[] = {
+      {QStringConverter::Latin1, "ISO-8859-1", latin1Name, "UTF-8"},
+      {QStringConverter::Utf16LE, "UTF-16", name, "UTF-8"},
+      {QStringConverter::Utf16BE, "UTF-16", name, "UTF-8"},
+      {QStringConverter::Utf8, "utf-8", name, "utf-8"},
+  };
+  QTemporaryDir folder;
+  for (const auto& c : cases) {
+    QStringEncoder encoder(c.FileEncoding, QStringConverter::Flag::WriteBom);
+    WriteFile(folder.filePath("in.xml"), encoder.encode(NameDocument(c.Declared, c.Name)));
+    pugi::xml_document document;
+    LoadXMLDocumentFromFile(document, folder.filePath("in.xml"));
+    EXPECT_EQ(GetElementText(document.document_element()), c.Name) << c.Declared;
+    SaveXMLDocumentToFile(document, folder.filePath("out.xml"));
+    EXPECT_EQ(ReadFile(folder.filePath("out.xml")),
+              NameDocument(c.SavedDeclaration, c.Name).toUtf8())
+        << c.Declared;
   }
 }
 
@@ -107,6 +223,21 @@ TEST(XmlDocumentFiles, SaveReplacesTheFileWhichLoadsBack) {
   pugi::xml_document loaded;
   LoadXMLDocumentFromFile(loaded, target);
   EXPECT_EQ(SaveXMLDocument(loaded), SampleFile);
+}
+
+TEST(XmlDocumentFiles, AParseErrorNamesTheFile) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath("broken.xml");
+  WriteFile(path, "<a>\n<b x='1' x='2'/></a>");
+  pugi::xml_document document;
+  try {
+    LoadXMLDocumentFromFile(document, path);
+    ADD_FAILURE() << "loaded";
+  } catch (const EXMLParseError& error) {
+    EXPECT_EQ(error.Message(), QStringLiteral("Error loading %1\r\n\r\nAttribute 'x' redefined."
+                                              "\r\nLine: 2, position: 16")
+                                   .arg(path));
+  }
 }
 
 TEST(XmlDocumentFiles, FailuresRaise) {
