@@ -10,7 +10,6 @@
 #include "support/EventLoop.h"
 
 #include <QTcpServer>
-#include <QTcpSocket>
 
 #include <gtest/gtest.h>
 
@@ -100,36 +99,30 @@ TEST(EthernetLinkAway, APeerThatStaysAwayIsRetriedCalmly) {
   EXPECT_TRUE(ui.Messages().isEmpty());  // connect errors are retried, never shown
 }
 
-// Accepts every connection and closes it at once, as a busy or misconfigured device does.
-class TClosingServer : public QTcpServer {
- public:
-  int Accepted = 0;
-
- protected:
-  void incomingConnection(qintptr descriptor) override {
-    ++Accepted;
-    QTcpSocket socket;
-    socket.setSocketDescriptor(descriptor);
-    socket.abort();
-  }
-};
-
 TEST(EthernetLinkClosing, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
   TRecordingUIServices ui;
   TScopedUIServices scope(ui);
-  TClosingServer server;
-  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  sim::TDeviceSimulator sim;
+  const quint16 port = sim.ServeTcp();
+  ASSERT_NE(port, 0);
+  sim.SetBusy(true);
   auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
-                                 QStringLiteral("127.0.0.1:%1").arg(server.serverPort()), nullptr);
+                                 QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
   TCountingClient client(bus);
   client.SetConnected(true);
   PumpFor(1500);
   // A connection that does not stay up does not reset the back-off: without that this would be
   // thousands of connections a second.
-  EXPECT_GE(server.Accepted, 3);
-  EXPECT_LE(server.Accepted, 12);
+  EXPECT_GE(sim.TcpConnections(), 3);
+  EXPECT_LE(sim.TcpConnections(), 12);
   // Each connection made and each one lost is told.
-  EXPECT_GE(client.ConnectionChanges, 2 * server.Accepted - 2);
+  EXPECT_GE(client.ConnectionChanges, 2 * sim.TcpConnections() - 2);
+  EXPECT_TRUE(ui.Messages().isEmpty());  // a device that closes is no error box
+
+  sim.SetBusy(false);  // the device settles: the link comes back and stays
+  ASSERT_TRUE(PumpUntil([&] { return bus->EthernetConnected(); }));
+  PumpFor(100);
+  EXPECT_TRUE(bus->LinkUp());
 }
 
 TEST(EthernetLinkClosing, BytesThatNeverReachTheNetworkAreASendFailure) {

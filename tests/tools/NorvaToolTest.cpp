@@ -1,6 +1,7 @@
 // The norva tool as an installer runs it: real process, real files, exit codes and messages.
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryFile>
 #include <QThread>
 
@@ -259,7 +260,29 @@ TEST_F(NorvaToolLive, MissingEchoesAndDeadLinksAreReportedByExitCode) {
 
   const TRun refused = Norva({"send", "--tcp", "127.0.0.1:1", "1", "2"});
   EXPECT_EQ(refused.ExitCode, 1);
-  EXPECT_TRUE(refused.Err.contains("cannot connect to 127.0.0.1:1")) << refused.Err.toStdString();
+  EXPECT_TRUE(refused.Err.contains("cannot connect to \"127.0.0.1:1\""))
+      << refused.Err.toStdString();
+}
+
+TEST_F(NorvaToolLive, ADeviceThatClosesAtOnceFailsTheSendAndIsWatchedCalmly) {
+  simulator.write("busy on\n");
+  simulator.waitForBytesWritten(5000);
+  QThread::msleep(200);
+  const TRun send = Norva({"send", "--tcp", tcp, "0x21", "7", "9"});
+  EXPECT_EQ(send.ExitCode, 1);
+  // Whether the close came before the bytes left or after, the exchange failed.
+  static const QRegularExpression closed(
+      QStringLiteral("^norva: (The connection closed before 8 bytes were sent|the device closed "
+                     "the connection; the packet may not have arrived)$"),
+      QRegularExpression::MultilineOption);
+  EXPECT_TRUE(send.Err.contains(closed)) << send.Err.toStdString();
+
+  const TRun monitor = Norva({"monitor", "--tcp", tcp, "--seconds", "2"});
+  EXPECT_EQ(monitor.ExitCode, 0);
+  const qsizetype drops = monitor.Err.count("connection lost; waiting for the device");
+  EXPECT_GE(drops, 1) << monitor.Err.toStdString();
+  EXPECT_LE(drops, 12);  // backed off, not thousands a second
+  EXPECT_GE(monitor.Err.count("connected again"), drops - 1);
 }
 
 // The USB path of the tool, against the simulated amplifier plugged into its own process.
@@ -280,8 +303,19 @@ TEST(NorvaToolUsb, ListsMonitorsAndSendsToTheSimulatedAmplifier) {
   EXPECT_TRUE(send.Out.contains("Receive: 20,05,01 (echo)")) << send.Out.toStdString();
   EXPECT_TRUE(send.Out.contains("Receive: A0,05,01")) << send.Out.toStdString();
 
+  EXPECT_TRUE(send.Err.startsWith("opened sim-usb:1 (NorvaAmp)\n")) << send.Err.toStdString();
+
+  // A named device that is not there is never replaced by the one that is.
+  const TRun absent =
+      Norva({"send", "--usb", "--usb-device", "sim-usb:2", "--simulated", "0x20", "5", "1"});
+  EXPECT_EQ(absent.ExitCode, 1);
+  EXPECT_TRUE(absent.Err.startsWith("norva: USB device sim-usb:2 is not connected"))
+      << absent.Err.toStdString();
+  EXPECT_EQ(absent.Out, "");
+
   const TRun none = Norva({"monitor", "--usb", "--usb-device", "usb:999:999", "--seconds", "1"});
   EXPECT_EQ(none.ExitCode, 1);
+  EXPECT_EQ(Norva({"send", "--serial", "ttyUSB0", "--usb-serial", "1", "2"}).ExitCode, 2);
   EXPECT_EQ(Norva({"monitor", "--usb", "--tcp", "x:1"}).ExitCode, 2);
   EXPECT_EQ(Norva({"send", "--serial", "/dev/x", "--simulated", "1", "2"}).ExitCode, 2);
 }

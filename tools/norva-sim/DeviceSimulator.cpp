@@ -83,6 +83,12 @@ void TDeviceSimulator::ReadPty() {
 
 void TDeviceSimulator::AcceptTcp() {
   while (QTcpSocket* socket = mServer->nextPendingConnection()) {
+    ++mTcpConnections;
+    if (mBusy) {
+      socket->abort();
+      socket->deleteLater();
+      continue;
+    }
     socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     auto link = std::make_unique<TLink>();
     link->Socket = socket;

@@ -40,6 +40,10 @@ class TDeviceSimulator : public QObject {
 
   // Received bytes are taken in but never answered.
   void SetSilent(bool silent) { mSilent = silent; }
+  // TCP connections are accepted and closed at once, as a busy or misconfigured device does.
+  void SetBusy(bool busy) { mBusy = busy; }
+  // TCP connections accepted so far.
+  int TcpConnections() const { return mTcpConnections; }
   // Closes the pseudo-terminal (its device node disappears, as an unplugged adapter's does) and
   // drops every TCP client.
   void HangUp();
@@ -75,6 +79,8 @@ class TDeviceSimulator : public QObject {
   std::vector<std::unique_ptr<TLink>> mLinks;
   std::vector<TCommandPacket> mReceived;
   bool mSilent = false;
+  bool mBusy = false;
+  int mTcpConnections = 0;
 };
 
 }  // namespace norva::sim

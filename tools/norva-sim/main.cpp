@@ -22,6 +22,7 @@ const char* const ControlHelp =
     "  burst COUNT                   send COUNT numbered packets as fast as the links take them\n"
     "  silent on|off                 stop or resume answering (received bytes are still read)\n"
     "  hangup                        close the serial line and drop TCP clients\n"
+    "  busy on|off                   accept TCP connections and close them at once (or stop)\n"
     "  quit                          exit\n";
 
 std::uint8_t ZoneByte(const QString& text, bool& ok) {
@@ -58,6 +59,9 @@ QString Control(TDeviceSimulator& sim, const QString& line) {
     }
   } else if (verb == "silent" && words.size() == 2 && (words[1] == "on" || words[1] == "off")) {
     sim.SetSilent(words[1] == "on");
+    return {};
+  } else if (verb == "busy" && words.size() == 2 && (words[1] == "on" || words[1] == "off")) {
+    sim.SetBusy(words[1] == "on");
     return {};
   } else if (verb == "hangup" && words.size() == 1) {
     sim.HangUp();

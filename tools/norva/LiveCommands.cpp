@@ -33,9 +33,9 @@ class EConnection : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// The library's failure texts on one line.
+// The library's failure texts on one line (they may quote what the user typed).
 QString OneLine(const QString& text) {
-  return QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": "));
+  return Escaped(QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": ")));
 }
 
 void PumpWhile(const std::function<bool()>& condition, int timeoutMs) {
@@ -132,8 +132,9 @@ TNorvaBusComms* OpenLink(const TLinkOptions& options, QStringList& failures) {
   }
   delete bus;
   if (failures.isEmpty())
-    failures << (options.Path.isEmpty() ? QStringLiteral("no recognised USB device found")
-                                        : QStringLiteral("cannot connect to ") + options.Path);
+    failures << (options.Path.isEmpty()
+                     ? QStringLiteral("no recognised USB device found")
+                     : QStringLiteral("cannot connect to ") + Quoted(options.Path));
   throw EConnection(failures.front().toStdString());
 }
 
