@@ -66,8 +66,9 @@ void PrintHelp(QTextStream& out) {
          "[--simulated] (the simulated USB amplifier, in this process).\n";
   out << "\nNumbers are decimal or 0x hexadecimal, with an optional leading minus (-0x10).\n";
   out << "\nBad input, bare norva included, is reported on one line of standard error with exit\n"
-         "code 2 (quoted values with their line breaks escaped); a link that cannot be opened\n"
-         "with exit code 1.\n";
+         "code 2 (quoted values with their line breaks escaped); a link that cannot be opened,\n"
+         "or that fails or drops while send or keypress uses it, with exit code 1; a missing\n"
+         "echo with exit code 3. Live commands say on standard error which device they opened.\n";
 }
 
 const TSubcommand* FindSubcommand(const QStringList& arguments) {
