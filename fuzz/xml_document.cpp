@@ -1,5 +1,6 @@
-// Arbitrary bytes as a document: parsing either succeeds or raises EXMLParseError; a parsed
-// document can be walked with the lookup helpers and saved, and what is saved loads again.
+// Arbitrary bytes as a document: loading either succeeds or raises EXMLParseError with a
+// position. A loaded document can be walked with the lookup helpers and saved; refused bytes are
+// saved as text. Either way what is saved loads again.
 #include <OrbGlobal/XmlDocument.h>
 #include <OrbGlobal/XmlErrors.h>
 #include <OrbGlobal/XmlLookup.h>
@@ -31,6 +32,24 @@ void WalkElements(pugi::xml_node root) {
   }
 }
 
+// What is saved is well-formed XML: it loads again strictly, or this raises and fails the run.
+QByteArray SaveAndLoadAgain(const pugi::xml_document& document, pugi::xml_document& reloaded) {
+  const QByteArray saved = norva::SaveXMLDocument(document);
+  norva::LoadXMLDocument(reloaded, saved);
+  return saved;
+}
+
+// Refused bytes as the text and an attribute value of a built document, for the save to leave out
+// what XML cannot hold.
+void CheckSaveOfRawText(const QByteArray& bytes) {
+  pugi::xml_document document;
+  pugi::xml_node root = document.append_child("r");
+  root.append_attribute("a").set_value(bytes.constData());
+  root.text().set(bytes.constData());
+  pugi::xml_document reloaded;
+  SaveAndLoadAgain(document, reloaded);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -40,11 +59,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     norva::LoadXMLDocument(document, bytes);
   } catch (const norva::EXMLParseError& error) {
     if (error.Line() < 1 || error.Column() < 1) std::abort();
+    CheckSaveOfRawText(bytes);
     return 0;
   }
   WalkElements(document);
-  const QByteArray saved = norva::SaveXMLDocument(document);
   pugi::xml_document reloaded;
-  norva::LoadXMLDocument(reloaded, saved);  // what was written must parse again
+  const QByteArray saved = SaveAndLoadAgain(document, reloaded);
+  if (norva::SaveXMLDocument(reloaded) != saved)
+    std::abort();  // a loaded document is kept as it is
   return 0;
 }
