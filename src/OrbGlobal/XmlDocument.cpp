@@ -51,8 +51,9 @@ bool HoldsForbiddenReference(std::string_view written) {
   return false;
 }
 
-// The whole written document is looked at rather than every node: far quicker.
-bool IsXml(const QByteArray& bytes) {
+// Whether the bytes pugixml wrote are XML as they stand. Looking at them is far quicker than
+// visiting every node of the document.
+bool IsWrittenXml(const QByteArray& bytes) {
   const std::string_view written(bytes.constData(), static_cast<std::size_t>(bytes.size()));
   return FindCharacterXmlCannotHold(written) == written.npos && !HoldsForbiddenReference(written);
 }
@@ -129,7 +130,7 @@ void LoadXMLDocumentFromFile(pugi::xml_document& document, const QString& path) 
 
 QByteArray SaveXMLDocument(const pugi::xml_document& document) {
   QByteArray written = WriteAsItIs(document);
-  if (IsXml(written) && !DeclaresForeignEncoding(document)) return written;
+  if (IsWrittenXml(written) && !DeclaresForeignEncoding(document)) return written;
   pugi::xml_document writable;
   writable.reset(document);
   TWritableMaker maker;
