@@ -1,4 +1,5 @@
 // USB notification frames: the framing alone, then through the engine in arrivals of varying size.
+// What is held for the next arrival never exceeds its bound.
 #include <NorvaBusComms/NorvaBusComms.h>
 
 #include <cstdlib>
@@ -18,6 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // Nothing is invented: what was delivered and what is left never exceed the input.
   if (buffer.size() + notified > input.size()) std::abort();
   if (!input.endsWith(buffer)) std::abort();
+  if (buffer.size() > MaxHeldNotificationBytes) std::abort();
   for (const TCommandPacket& packet : packets)
     for (std::int32_t value : packet.Data)
       if (value < 0 || value > 255) std::abort();
@@ -29,6 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (qsizetype offset = 0; offset < input.size(); offset += step)
     engine.ReceiveBytes(NotificationPipeRXKind, QByteArrayView(input).sliced(
                                                     offset, std::min(step, input.size() - offset)));
-  if (engine.PendingNotificationData().size() > input.size()) std::abort();
+  const QByteArray& left = engine.PendingNotificationData();
+  if (left.size() > MaxHeldNotificationBytes || !input.endsWith(left)) std::abort();
   return 0;
 }
