@@ -1,7 +1,9 @@
 #pragma once
-// The transmit seam: what carries bytes between the packet engine and a device. The connection
-// manager implements it over serial, USB and Ethernet; tests implement it by recording.
+// The transmit seam: what carries bytes between the packet engine and a device. Every device link
+// implements it over its own kind of connection; tests implement it by recording. The engine asks
+// it questions, never what kind of link it is.
 
+#include <NorvaBusComms/CommsTypes.h>
 #include <NorvaBusComms/TXItem.h>
 
 #include <QByteArray>
@@ -15,24 +17,21 @@ class TBusTransport {
   // True while a device is open (Ethernet: while the socket is active).
   virtual bool IsOpen() const = 0;
 
-  // Ethernet: append to the socket's write buffer and start writing, only while it is connected.
-  virtual void WriteToSocket(const QByteArray& bytes) = 0;
+  // Sends one packet's bus text the way this link carries packets. True when the device may echo
+  // it, so that the engine remembers it among the recently sent packets.
+  virtual bool SendPacketText(const QByteArray& text) = 0;
+  // Whether a device of the connected type echoes the packets it is sent over this link.
+  virtual bool EchoesPackets(TCommsDeviceType connected) const = 0;
 
-  // The main transmit worker (serial port, or the USB data pipe).
-  virtual bool HasMainTransmitter() const = 0;
-  virtual void QueueOnMainTransmitter(const TTXItem& item) = 0;
-  // True while the main transmit worker still has queued items.
-  virtual bool MainTransmitterSending() const = 0;
-
-  // The dedicated USB command-pipe worker, where the device has one.
-  virtual bool HasCommandTransmitter() const = 0;
-  virtual void QueueOnCommandTransmitter(const TTXItem& item) = 0;
+  // Queues raw data or a USB vendor command; a link that cannot carry the item drops it.
+  virtual void Send(const TTXItem& item) = 0;
+  // True while queued items wait to go out.
+  virtual bool Sending() const = 0;
 
   // Appends the bytes a receive worker of this source kind holds, and releases that worker.
   virtual void TakeReceivedBytes(int kind, QByteArray& appendTo) = 0;
-
-  // Flushes the device's receive pipe, where a USB interface is open.
-  virtual void FlushReceivePipe() = 0;
+  // Drops what the device has ready on its raw-data channel, where the link can.
+  virtual void FlushReceived() = 0;
 };
 
 }  // namespace norva

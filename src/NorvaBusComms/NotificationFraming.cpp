@@ -103,4 +103,22 @@ void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TComm
   buffer.remove(0, start);
 }
 
+QByteArray EncodeCommandFrame(const TCommandPacket& packet) {
+  if (packet.Data.size() > MaxCommandFrameData) return {};
+  QByteArray frame;
+  frame.append(static_cast<char>(usb_norva_command));
+  frame.append(static_cast<char>(2 + packet.Data.size()));
+  frame.append(static_cast<char>(packet.Cmd));
+  frame.append(static_cast<char>(packet.Zone));
+  frame.append(packet.GetDataBytes());
+  return frame;
+}
+
+QByteArray EncodeLogFrame(const QByteArray& text) {
+  QByteArray frame(1, static_cast<char>(usb_log_event));
+  frame += text;
+  frame.append('\0');
+  return frame;
+}
+
 }  // namespace norva

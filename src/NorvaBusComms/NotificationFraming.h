@@ -30,4 +30,13 @@ using TNotificationHandler = std::function<void(TUSBNotification kind, const QBy
 void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TCommandPacket>& packets,
                            const TNotificationHandler& notify);
 
+// The most data bytes a command frame carries: its length byte counts Cmd and Zone too.
+inline constexpr std::size_t MaxCommandFrameData = 253;
+
+// The frames a device sends, as CutNotificationFrames reads them back. A packet with more than
+// MaxCommandFrameData data bytes has no frame: the result is empty.
+QByteArray EncodeCommandFrame(const TCommandPacket& packet);
+// A code-5 log frame; `text` must hold no byte below 4, which would end it early.
+QByteArray EncodeLogFrame(const QByteArray& text);
+
 }  // namespace norva

@@ -32,6 +32,10 @@ constexpr bool IsStatusReport(TCommand cmd) { return cmd >= 4 && cmd <= 7; }
 constexpr std::size_t StatusReportKeys = std::size_t{4} * 256;  // command 4-7 by zone byte
 }  // namespace
 
+TNorvaPacketEngine::TCallOut::~TCallOut() {
+  if (--mEngine.mCallingOut == 0) mEngine.CallOutsEnded();
+}
+
 void TNorvaPacketEngine::AddUser(TNorvaBusUser* user) {
   if (user && std::find(mUsers.begin(), mUsers.end(), user) == mUsers.end()) mUsers.push_back(user);
 }
@@ -45,6 +49,7 @@ void TNorvaPacketEngine::RemoveUser(TNorvaBusUser* user) {
 // is still in its place. Stops at the first user whose handler returns true.
 template <typename Deliver>
 bool TNorvaPacketEngine::DeliverToUsers(Deliver&& deliver) {
+  const TCallOut callOut(*this);
   for (std::size_t i = 0; i < mUsers.size();) {
     TNorvaBusUser* const user = mUsers[i];
     if (deliver(user)) return true;
@@ -59,20 +64,8 @@ void TNorvaPacketEngine::SendCmd(const TCommandPacket& packet) {
   if (!IsOpen()) return;
   const QByteArray text = PacketText(packet);
   if (PacketTraceEnabled()) DebugOutput(SendTraceLine(packet, GetTickCount()));
-  if (mSelectedCommsInterface == EthernetInterface) {
-    // Ethernet devices do not echo, so the packet is not remembered.
-    mTransport->WriteToSocket(text);
-    return;
-  }
-  if (mTransport->HasCommandTransmitter()) {
-    mTransport->QueueOnCommandTransmitter(TTXItem{usb_no_command, 0, 0, text});
-  } else {
-    // Without a command pipe the device is told how many bytes of bus text follow on the data pipe;
-    // a serial worker discards the announcement.
-    SendUSBCommand(usb_norva_cmd_num_bytes, static_cast<std::uint16_t>(text.size()), 1, {}, false);
-    SendRaw(text);
-  }
-  RecordSent(packet);
+  // A link whose devices never echo (Ethernet) does not have its packets remembered.
+  if (mTransport->SendPacketText(text)) RecordSent(packet);
 }
 
 void TNorvaPacketEngine::AckCmd(const TCommandPacket& packet) {
@@ -95,17 +88,16 @@ void TNorvaPacketEngine::SendRaw(const QByteArray& bytes) {
 }
 
 void TNorvaPacketEngine::Send(const TTXItem& item) {
-  if (!IsOpen() || mSelectedCommsInterface == EthernetInterface) return;
-  if (mTransport->HasMainTransmitter()) mTransport->QueueOnMainTransmitter(item);
+  if (IsOpen()) mTransport->Send(item);
 }
 
 void TNorvaPacketEngine::SendUSBCommand(TUSBCommand command, std::uint16_t wValue,
                                         std::uint16_t wIndex, const QByteArray& data,
                                         bool waitForQueue) {
   if (waitForQueue) {
+    const TCallOut callOut(*this);
     const TTickCount start = GetTickCount();
-    while (IsOpen() && mTransport->MainTransmitterSending() &&
-           TicksSince(start) < QueueDrainLimitMs)
+    while (IsOpen() && mTransport->Sending() && TicksSince(start) < QueueDrainLimitMs)
       SleepAndPumpEvents(WaitStepMs);
   }
   Send(TTXItem{command, wValue, wIndex, data});
@@ -303,19 +295,16 @@ bool TNorvaPacketEngine::ProcessNotification(TUSBNotification kind, const QByteA
 
 void TNorvaPacketEngine::FlushRawData() {
   mRawData.clear();
-  if (mTransport) mTransport->FlushReceivePipe();
+  if (mTransport) mTransport->FlushReceived();
 }
 
 bool TNorvaPacketEngine::ExpectEcho() const {
-  switch (mSelectedCommsInterface) {
-    case EthernetInterface: return false;
-    case USBInterface: return EchoesOverUSB(mConnectedDeviceType);
-    default: return true;
-  }
+  return !mTransport || mTransport->EchoesPackets(mConnectedDeviceType);
 }
 
 bool TNorvaPacketEngine::WaitUntilEchoReceived(TTickCount timeoutMs) {
   if (!ExpectEcho()) return true;
+  const TCallOut callOut(*this);
   const TTickCount start = GetTickCount();
   do {
     if (TicksSince(start) > timeoutMs) return false;

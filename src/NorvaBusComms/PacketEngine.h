@@ -126,6 +126,9 @@ class TNorvaPacketEngine {
   void WaitForCommands(TTickCount timeoutMs, bool commandsExpected);
 
   int InProcessCmd() const { return mInProcessCmd; }
+  // True while the engine has called out to a user, a handler or the event loop and not yet
+  // returned: whoever owns the engine must not free it now.
+  bool CallingOut() const { return mCallingOut > 0; }
   bool ProcessingEcho() const { return mProcessingEcho; }
   bool ForceRawProcessing() const { return mForceRawProcessing; }
   void SetForceRawProcessing(bool value) { mForceRawProcessing = value; }
@@ -134,6 +137,21 @@ class TNorvaPacketEngine {
   // Bytes received but not yet processed on the main channel and on the notification channel.
   const QByteArray& PendingRawData() const { return mRawData; }
   const QByteArray& PendingNotificationData() const { return mNotificationData; }
+
+ protected:
+  // Counts one call out of the engine (to users, handlers, or pumped events) while it lives.
+  class TCallOut {
+   public:
+    explicit TCallOut(TNorvaPacketEngine& engine) : mEngine(engine) { ++mEngine.mCallingOut; }
+    ~TCallOut();
+    TCallOut(const TCallOut&) = delete;
+    TCallOut& operator=(const TCallOut&) = delete;
+
+   private:
+    TNorvaPacketEngine& mEngine;
+  };
+  // The outermost call out has returned.
+  virtual void CallOutsEnded() {}
 
  private:
   struct TSentEntry {
@@ -164,6 +182,7 @@ class TNorvaPacketEngine {
   TCommsInterface mSelectedCommsInterface = NoCommsInterface;
   TCommsDeviceType mConnectedDeviceType = NoCommsDevice;
   std::vector<TNorvaBusUser*> mUsers;
+  int mCallingOut = 0;
 
   QByteArray mRawData;
   int mRawDataProcessCount = 0;

@@ -10,6 +10,7 @@ void TNorvaPacketEngine::SetUSBCommandStatus(TUSBCommandStatus newStatus,
                                              std::shared_ptr<TIUSBCommandUser> user) {
   const TUSBCommandStatus oldStatus = mUSBCommandStatus;
   if (newStatus != oldStatus && mUSBCommandUser) {
+    const TCallOut callOut(*this);
     const std::shared_ptr<TIUSBCommandUser> current = mUSBCommandUser;  // may let go of itself
     current->USBCommandStatusChange(*this, newStatus, oldStatus);
   }
@@ -21,6 +22,7 @@ void TNorvaPacketEngine::SetUSBCommandStatus(TUSBCommandStatus newStatus,
 }
 
 bool TNorvaPacketEngine::WaitUSBCommandResponse(TTickCount timeoutMs, bool canIgnoreError) {
+  const TCallOut callOut(*this);
   mLastRX = GetTickCount();
   while (mUSBCommandStatus != NoUSBCommand) {
     SleepAndPumpEvents(WaitStepMs);
@@ -51,6 +53,7 @@ bool TNorvaPacketEngine::WaitUSBCommandResponse(TTickCount timeoutMs, bool canIg
 }
 
 void TNorvaPacketEngine::WaitForCommands(TTickCount timeoutMs, bool commandsExpected) {
+  const TCallOut callOut(*this);
   if (commandsExpected) mTimeLastCommand = GetTickCount();
   while (TicksSince(mTimeLastCommand) < timeoutMs) SleepAndPumpEvents(WaitStepMs);
 }

@@ -395,34 +395,25 @@ std::shared_ptr<TLibUsbSession> TLibUsbBackend::Session() {
   return session;
 }
 
-bool TLibUsbBackend::LoadWinUsb(QString& error) {
+TPlatformResult TLibUsbBackend::LoadWinUsb() {
   const std::shared_ptr<TLibUsbSession> session = Session();
-  if (session && session->Context != nullptr) return true;
-  error = QStringLiteral("Error loading winusb.dll");
-  return false;
+  if (session && session->Context != nullptr) return {};
+  return TPlatformResult::Failure(ELIBACC, QStringLiteral("Error loading winusb.dll"));
 }
 
-bool TLibUsbBackend::EnumerateDevices(std::vector<TUsbDeviceEntry>& devices, QString& error) {
+TPlatformResult TLibUsbBackend::EnumerateDevices(std::vector<TUsbDeviceEntry>& devices) {
   devices.clear();
   const std::shared_ptr<TLibUsbSession> session = Session();
-  if (!session) {
-    error = QStringLiteral("Cannot load Setup API");
-    return false;
-  }
-  const auto reason = [&session](int code) {
-    return QStringLiteral("Error enumerating USB devices: ") +
-           QString::fromUtf8(session->StrError(code));
+  if (!session) return TPlatformResult::Failure(ELIBACC, QStringLiteral("Cannot load Setup API"));
+  const auto failure = [&session](int code) {
+    return TPlatformResult::Failure(ErrnoFromLibUsb(code),
+                                    QStringLiteral("Error enumerating USB devices: ") +
+                                        QString::fromUtf8(session->StrError(code)));
   };
-  if (session->Context == nullptr) {
-    error = reason(session->InitError);
-    return false;
-  }
+  if (session->Context == nullptr) return failure(session->InitError);
   libusb_device** list = nullptr;
   const ssize_t count = session->GetDeviceList(session->Context, &list);
-  if (count < 0) {
-    error = reason(static_cast<int>(count));
-    return false;
-  }
+  if (count < 0) return failure(static_cast<int>(count));
   std::vector<std::pair<std::pair<int, int>, TUsbDeviceEntry>> found;
   for (ssize_t i = 0; i < count; ++i) {
     libusb_device_descriptor descriptor{};
@@ -439,58 +430,54 @@ bool TLibUsbBackend::EnumerateDevices(std::vector<TUsbDeviceEntry>& devices, QSt
   std::sort(found.begin(), found.end(),
             [](const auto& left, const auto& right) { return left.first < right.first; });
   for (auto& entry : found) devices.push_back(std::move(entry.second));
-  return true;
+  return {};
 }
 
-std::unique_ptr<TWinUsbInterface> TLibUsbBackend::Open(const QString& devicePath, int& errorCode) {
-  errorCode = 0;
+std::unique_ptr<TWinUsbInterface> TLibUsbBackend::Open(const QString& devicePath,
+                                                       TPlatformResult& result) {
+  result = {};
   int bus = 0;
   int address = 0;
   if (!ParseUsbDevicePath(devicePath, bus, address)) {
-    errorCode = EINVAL;
+    result = TPlatformResult::Failure(EINVAL, QStringLiteral("Not a USB device path"));
     return nullptr;
   }
   const std::shared_ptr<TLibUsbSession> session = Session();
   if (!session) {
-    errorCode = ELIBACC;
+    result = TPlatformResult::Failure(ELIBACC, QStringLiteral("libusb-1.0 cannot be loaded"));
     return nullptr;
   }
-  if (session->Context == nullptr) {
-    errorCode = ErrnoFromLibUsb(session->InitError);
+  const auto failure = [&session, &result](int libusbError) {
+    result = TPlatformResult::Failure(ErrnoFromLibUsb(libusbError),
+                                      QString::fromUtf8(session->StrError(libusbError)));
     return nullptr;
-  }
+  };
+  if (session->Context == nullptr) return failure(session->InitError);
 
   libusb_device** list = nullptr;
   const ssize_t count = session->GetDeviceList(session->Context, &list);
-  if (count < 0) {
-    errorCode = ErrnoFromLibUsb(static_cast<int>(count));
-    return nullptr;
-  }
+  if (count < 0) return failure(static_cast<int>(count));
   libusb_device_handle* handle = nullptr;
-  int result = LIBUSB_ERROR_NO_DEVICE;
+  int opened = LIBUSB_ERROR_NO_DEVICE;
   for (ssize_t i = 0; i < count; ++i) {
     if (session->GetBusNumber(list[i]) == bus && session->GetDeviceAddress(list[i]) == address) {
-      result = session->Open(list[i], &handle);
+      opened = session->Open(list[i], &handle);
       break;
     }
   }
   session->FreeDeviceList(list, 1);  // an open handle keeps its own reference to the device
-  if (result != LIBUSB_SUCCESS) {
-    errorCode = ErrnoFromLibUsb(result);
-    return nullptr;
-  }
+  if (opened != LIBUSB_SUCCESS) return failure(opened);
 
   bool detached = false;
   if (session->KernelDriverActive(handle, 0) == 1) {
-    result = session->DetachKernelDriver(handle, 0);
-    detached = result == LIBUSB_SUCCESS;
+    opened = session->DetachKernelDriver(handle, 0);
+    detached = opened == LIBUSB_SUCCESS;
   }
-  if (result == LIBUSB_SUCCESS) result = session->ClaimInterface(handle, 0);
-  if (result != LIBUSB_SUCCESS) {
+  if (opened == LIBUSB_SUCCESS) opened = session->ClaimInterface(handle, 0);
+  if (opened != LIBUSB_SUCCESS) {
     if (detached) session->AttachKernelDriver(handle, 0);
     session->Close(handle);
-    errorCode = ErrnoFromLibUsb(result);
-    return nullptr;
+    return failure(opened);
   }
   return std::make_unique<TLibUsbInterface>(session, handle, detached);
 }

@@ -22,9 +22,11 @@ class TLibUsbBackend final : public TUsbBackend {
   TLibUsbBackend(const TLibUsbBackend&) = delete;
   TLibUsbBackend& operator=(const TLibUsbBackend&) = delete;
 
-  bool LoadWinUsb(QString& error) override;
-  bool EnumerateDevices(std::vector<TUsbDeviceEntry>& devices, QString& error) override;
-  std::unique_ptr<TWinUsbInterface> Open(const QString& devicePath, int& errorCode) override;
+  TPlatformResult LoadWinUsb() override;
+  TPlatformResult EnumerateDevices(std::vector<TUsbDeviceEntry>& devices) override;
+  // Failures carry libusb's text of its error, or say that the path or the library is wrong.
+  std::unique_ptr<TWinUsbInterface> Open(const QString& devicePath,
+                                         TPlatformResult& result) override;
 
  private:
   // The loaded library and its context; nullptr when the library cannot be loaded. A failed load

@@ -1,3 +1,4 @@
+#include <NorvaBusComms/UsbPipes.h>
 #include <libraries/PipePolicies.h>
 #include <libraries/SimulatedUsb.h>
 
@@ -18,6 +19,10 @@ bool IsInPipe(std::uint8_t pipeId) { return (pipeId & 0x80) != 0; }
 bool Fail(int code) {
   tLastError = code;
   return false;
+}
+
+TPlatformResult SystemFailure(int code) {
+  return TPlatformResult::Failure(code, QString::fromLocal8Bit(std::strerror(code)));
 }
 
 }  // namespace
@@ -109,8 +114,7 @@ std::shared_ptr<TSimulatedUsbDevice> TSimulatedUsbDevice::Create(
 
 std::vector<TWinUsbPipeInformation> TSimulatedUsbDevice::DefaultPipes() {
   std::vector<TWinUsbPipeInformation> pipes;
-  for (const std::uint8_t id :
-       {std::uint8_t{0x82}, std::uint8_t{0x83}, std::uint8_t{0x01}, std::uint8_t{0x04}}) {
+  for (const std::uint8_t id : {DataInPipe, NotifyInPipe, DataOutPipe, CommandOutPipe}) {
     TWinUsbPipeInformation pipe;
     pipe.PipeType = TUsbPipeType::Bulk;
     pipe.PipeId = id;
@@ -130,10 +134,11 @@ TSimulatedUsbDevice::TSimulatedUsbDevice(QString devicePath, QString hardwareId,
 
 TSimulatedUsbDevice::~TSimulatedUsbDevice() = default;
 
-std::unique_ptr<TWinUsbInterface> TSimulatedUsbDevice::Open(int& errorCode) {
+std::unique_ptr<TWinUsbInterface> TSimulatedUsbDevice::Open(TPlatformResult& result) {
   std::lock_guard<std::mutex> lock(mLock);
-  errorCode = !mPlugged ? ENODEV : mOpenError != 0 ? mOpenError : mClaimed ? EBUSY : 0;
-  if (errorCode != 0) return nullptr;
+  const int code = !mPlugged ? ENODEV : mOpenError != 0 ? mOpenError : mClaimed ? EBUSY : 0;
+  result = code != 0 ? SystemFailure(code) : TPlatformResult{};
+  if (code != 0) return nullptr;
   mClaimed = true;
   ++mCounters.Opens;
   return std::make_unique<TSimulatedUsbInterface>(shared_from_this(), mGeneration);
@@ -498,51 +503,47 @@ void TSimulatedUsbBackend::SetEnumerationError(const QString& reason) {
   mEnumerationError = reason;
 }
 
-bool TSimulatedUsbBackend::LoadWinUsb(QString& error) {
+TPlatformResult TSimulatedUsbBackend::LoadWinUsb() {
   std::lock_guard<std::mutex> lock(mLock);
-  if (mLoadable) return true;
-  error = QStringLiteral("Error loading winusb.dll");
-  return false;
+  if (mLoadable) return {};
+  return TPlatformResult::Failure(ELIBACC, QStringLiteral("Error loading winusb.dll"));
 }
 
-bool TSimulatedUsbBackend::EnumerateDevices(std::vector<TUsbDeviceEntry>& devices, QString& error) {
+TPlatformResult TSimulatedUsbBackend::EnumerateDevices(std::vector<TUsbDeviceEntry>& devices) {
   devices.clear();
   std::vector<std::shared_ptr<TSimulatedUsbDevice>> known;
   {
     std::lock_guard<std::mutex> lock(mLock);
-    if (!mLoadable) {
-      error = QStringLiteral("Cannot load Setup API");
-      return false;
-    }
-    if (!mEnumerationError.isEmpty()) {
-      error = QStringLiteral("Error enumerating USB devices: ") + mEnumerationError;
-      return false;
-    }
+    if (!mLoadable)
+      return TPlatformResult::Failure(ELIBACC, QStringLiteral("Cannot load Setup API"));
+    if (!mEnumerationError.isEmpty())
+      return TPlatformResult::Failure(
+          EIO, QStringLiteral("Error enumerating USB devices: ") + mEnumerationError);
     known = mDevices;
   }
   // Each device has its own lock; it is not taken while holding the backend's.
   for (const auto& device : known)
     if (device->IsPlugged()) devices.push_back({device->DevicePath(), device->HardwareId()});
-  return true;
+  return {};
 }
 
 std::unique_ptr<TWinUsbInterface> TSimulatedUsbBackend::Open(const QString& devicePath,
-                                                             int& errorCode) {
+                                                             TPlatformResult& result) {
   bool loadable = false;
   {
     std::lock_guard<std::mutex> lock(mLock);
     loadable = mLoadable;
   }
   if (!loadable) {
-    errorCode = ELIBACC;
+    result = SystemFailure(ELIBACC);
     return nullptr;
   }
   const std::shared_ptr<TSimulatedUsbDevice> device = Device(devicePath);
   if (!device) {
-    errorCode = ENODEV;
+    result = SystemFailure(ENODEV);
     return nullptr;
   }
-  return device->Open(errorCode);
+  return device->Open(result);
 }
 
 }  // namespace norva

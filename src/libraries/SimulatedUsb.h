@@ -70,8 +70,8 @@ class TSimulatedUsbDevice : public std::enable_shared_from_this<TSimulatedUsbDev
   const std::vector<TWinUsbPipeInformation>& Pipes() const { return mPipes; }
 
   // Opens interface 0 as the backend does: ENODEV when unplugged, EBUSY while another interface
-  // holds it, or the code given to SetOpenError.
-  std::unique_ptr<TWinUsbInterface> Open(int& errorCode);
+  // holds it, or the code given to SetOpenError; the text is the system's for the code.
+  std::unique_ptr<TWinUsbInterface> Open(TPlatformResult& result);
 
   // --- Device side ---
 
@@ -191,12 +191,14 @@ class TSimulatedUsbBackend final : public TUsbBackend {
   // With false, the library "cannot be loaded": LoadWinUsb, EnumerateDevices and Open fail as
   // they do without libusb.
   void SetLoadable(bool loadable);
-  // A non-empty reason makes EnumerateDevices fail with "Error enumerating USB devices: " + it.
+  // A non-empty reason makes EnumerateDevices fail (EIO) with "Error enumerating USB devices: "
+  // + it.
   void SetEnumerationError(const QString& reason);
 
-  bool LoadWinUsb(QString& error) override;
-  bool EnumerateDevices(std::vector<TUsbDeviceEntry>& devices, QString& error) override;
-  std::unique_ptr<TWinUsbInterface> Open(const QString& devicePath, int& errorCode) override;
+  TPlatformResult LoadWinUsb() override;
+  TPlatformResult EnumerateDevices(std::vector<TUsbDeviceEntry>& devices) override;
+  std::unique_ptr<TWinUsbInterface> Open(const QString& devicePath,
+                                         TPlatformResult& result) override;
 
  private:
   mutable std::mutex mLock;

@@ -5,6 +5,8 @@
 // "USB\VID_xxxx&PID_xxxx&REV_xxxx". The real backend is libusb-1.0, loaded at run time on first
 // use; tests and norva-sim plug in a simulated backend instead.
 
+#include <NorvaGlobal/PlatformResult.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -85,14 +87,16 @@ class TUsbBackend {
  public:
   virtual ~TUsbBackend() = default;
 
-  // Loads the USB library on first use. False with "Error loading winusb.dll" when it cannot be.
-  virtual bool LoadWinUsb(QString& error) = 0;
-  // Lists the USB devices present. False with "Cannot load Setup API" when the library cannot be
-  // loaded, or "Error enumerating USB devices: " and the reason.
-  virtual bool EnumerateDevices(std::vector<TUsbDeviceEntry>& devices, QString& error) = 0;
-  // Opens and initialises interface 0 of a device; nullptr with an errno-style `errorCode`
-  // (EACCES: no permission on the device node).
-  virtual std::unique_ptr<TWinUsbInterface> Open(const QString& devicePath, int& errorCode) = 0;
+  // Loads the USB library on first use. Fails (ELIBACC) with "Error loading winusb.dll" when it
+  // cannot be.
+  virtual TPlatformResult LoadWinUsb() = 0;
+  // Lists the USB devices present. Fails (ELIBACC) with "Cannot load Setup API" when the library
+  // cannot be loaded, or with "Error enumerating USB devices: " and the reason.
+  virtual TPlatformResult EnumerateDevices(std::vector<TUsbDeviceEntry>& devices) = 0;
+  // Opens and initialises interface 0 of a device; nullptr with `result` saying why (EACCES: no
+  // permission on the device node; EBUSY: claimed by another program; ENODEV: not there).
+  virtual std::unique_ptr<TWinUsbInterface> Open(const QString& devicePath,
+                                                 TPlatformResult& result) = 0;
 };
 
 // The backend in use: libusb unless another was installed.

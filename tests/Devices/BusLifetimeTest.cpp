@@ -65,6 +65,20 @@ TEST_F(BusLifetime, TheLastClientLeavingInsideADeliveryFreesTheBusAfterIt) {
   EXPECT_EQ(client.Packets, 1);
 }
 
+TEST_F(BusLifetime, TheLastClientLeavingWhileTheBusWaitsFreesTheBusAfterTheWait) {
+  QPointer<TNorvaBusComms> bus = new TNorvaBusComms(path, nullptr);
+  TLeavingClient client(bus);
+  client.SetConnected(true);
+  ASSERT_TRUE(client.GetConnected());
+  client.LeaveAtPacket = true;  // the echo arrives inside the wait, and the client leaves on it
+  bus->SendCmd(BuildCommandPacket(0x20, 5, {1}));
+  bus->WaitForCommands(300, true);  // goes on pumping events after the client has left
+  EXPECT_EQ(client.Packets, 1);
+  ASSERT_FALSE(bus.isNull());  // the wait was still on its stack
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(bus.isNull());
+}
+
 TEST_F(BusLifetime, AWorkerFailureIsReportedWhenTheClientLetsGoOnTheWay) {
   // A device that stays while its worker fails: the client is told of the dropped connection
   // and lets go of the bus in that very call.

@@ -32,49 +32,33 @@ class PacketEngineTest : public ::testing::Test {
   TRecordingUser user{&engine};
 };
 
-TEST_F(PacketEngineTest, SendCmdQueuesBusTextAndRemembersThePacket) {
+TEST_F(PacketEngineTest, SendCmdHandsTheLinkBusTextAndRemembersWhatMayEcho) {
   engine.SendKeypress(5, 3, 1);
-  EXPECT_EQ(transport.MainData(), "0B0523\r\n");
-  // Without a command pipe the byte count is announced first; serial workers discard it.
-  ASSERT_EQ(transport.MainItems.size(), 2);
-  EXPECT_EQ(transport.MainItems[0].USBCommand, usb_norva_cmd_num_bytes);
-  EXPECT_EQ(transport.MainItems[0].wValue, 8);
-  EXPECT_EQ(transport.MainItems[0].wIndex, 1);
+  EXPECT_EQ(transport.PacketTexts, QList<QByteArray>{"0B0523\r\n"});
   EXPECT_EQ(engine.CommandRecentlySent(0).Cmd, 0x0B);
   EXPECT_EQ(engine.CommandRecentlySent(0).Data, TCommandData{0x23});
-}
 
-TEST_F(PacketEngineTest, RoutingByInterface) {
-  transport.CommandTransmitter = true;
-  engine.SendCmd(BuildCommandPacket(0x20, 1, {-1}));
-  ASSERT_EQ(transport.CommandItems.size(), 1);
-  EXPECT_EQ(transport.CommandItems[0].RawData, "2001FF\r\n");
-  EXPECT_TRUE(transport.MainItems.isEmpty());
-
-  engine.SetSelectedCommsInterface(EthernetInterface);
+  transport.RemembersPackets = false;  // a link whose devices never echo
   engine.SendCmd(BuildCommandPacket(0x21, 2));
-  EXPECT_EQ(transport.SocketBytes, "2102\r\n");
-  EXPECT_EQ(engine.CommandRecentlySent(0).Cmd, 0x20);  // Ethernet sends are not remembered
-  engine.SendRaw("xyz");
-  EXPECT_TRUE(transport.MainItems.isEmpty());  // raw items never go to a socket
+  EXPECT_EQ(transport.PacketTexts.last(), "2102\r\n");
+  EXPECT_EQ(engine.CommandRecentlySent(0).Cmd, 0x0B);
 
-  transport.Open = false;
-  engine.SetSelectedCommsInterface(RS232Interface);
+  transport.Open = false;  // sending while closed does nothing
   engine.SendCmd(BuildCommandPacket(0x22, 3));
   engine.SendXON();
-  EXPECT_EQ(transport.CommandItems.size(), 1);
-  EXPECT_TRUE(transport.MainItems.isEmpty());
+  EXPECT_EQ(transport.PacketTexts.size(), 2);
+  EXPECT_TRUE(transport.Items.isEmpty());
 }
 
 TEST_F(PacketEngineTest, FlowControlAcknowledgementAndRawBytes) {
   engine.SendXOFF();
   engine.SendXON();
   engine.SendRaw(QByteArray());
-  EXPECT_EQ(transport.MainData(), "\x13\x11");
+  EXPECT_EQ(transport.ItemData(), "\x13\x11");
 
   TCommandPacket received = BuildCommandPacket(0x85, 0x45, {1, 2});
   engine.AckCmd(received);
-  EXPECT_TRUE(transport.MainData().endsWith("05450102\r\n"));  // 0x85 + 0x80 wraps to 0x05
+  EXPECT_EQ(transport.PacketTexts.last(), "05450102\r\n");  // 0x85 + 0x80 wraps to 0x05
 }
 
 TEST_F(PacketEngineTest, HistoryKeepsTheLast80) {
@@ -135,20 +119,14 @@ TEST_F(PacketEngineTest, EchoAcrossTheTickCountWrap) {
   EXPECT_TRUE(user.Packets[0].Echo);
 }
 
-TEST_F(PacketEngineTest, WhoEchoes) {
-  EXPECT_TRUE(engine.ExpectEcho());
-  engine.SetSelectedCommsInterface(NoCommsInterface);
-  EXPECT_TRUE(engine.ExpectEcho());
-  engine.SetSelectedCommsInterface(USBInterface);
-  engine.SetConnectedDeviceType(VideoSwitch_V2);
+TEST_F(PacketEngineTest, TheLinkSaysWhoEchoes) {
   EXPECT_TRUE(engine.ExpectEcho());
   engine.SetConnectedDeviceType(NorvaAmp_Zr900);
+  transport.Echoes = false;
   EXPECT_FALSE(engine.ExpectEcho());
-  engine.SetSelectedCommsInterface(EthernetInterface);
-  EXPECT_FALSE(engine.ExpectEcho());
-  EXPECT_TRUE(engine.WaitUntilEchoReceived(0));  // nothing to wait for
+  EXPECT_EQ(transport.AskedAboutEchoes, NorvaAmp_Zr900);  // asked about the connected type
+  EXPECT_TRUE(engine.WaitUntilEchoReceived(0));           // nothing to wait for
 
-  engine.SetSelectedCommsInterface(USBInterface);
   engine.SendCmd(BuildCommandPacket(0x0B, 5, {0x23}));
   engine.ReceiveBytes(SerialRXKind, "0B0523\r\n");
   EXPECT_FALSE(user.Packets.back().Echo);
@@ -276,7 +254,7 @@ TEST_F(PacketEngineTest, FlushDropsPendingBytesAndThePipe) {
   engine.ReceiveBytes(SerialRXKind, "0B05");
   engine.FlushRawData();
   EXPECT_TRUE(engine.PendingRawData().isEmpty());
-  EXPECT_EQ(transport.PipeFlushes, 1);
+  EXPECT_EQ(transport.Flushes, 1);
 }
 
 TEST_F(PacketEngineTest, TraceLinesWhileEnabled) {
@@ -313,10 +291,10 @@ TEST(PacketEngineWait, WaitForQueueLetsTheTransmitterDrainFirst) {
   engine.SetSelectedCommsInterface(USBInterface);
   transport.QueuedStillSending = 3;
   engine.SendUSBCommand(usb_fetch_system_info, 1, 2, "abc", true);
-  EXPECT_FALSE(transport.MainTransmitterSending());  // all three busy answers were polled
-  ASSERT_EQ(transport.MainItems.size(), 1);
-  EXPECT_EQ(transport.MainItems[0].USBCommand, usb_fetch_system_info);
-  EXPECT_EQ(transport.MainItems[0].RawData, "abc");
+  EXPECT_FALSE(transport.Sending());  // all three busy answers were polled
+  ASSERT_EQ(transport.Items.size(), 1);
+  EXPECT_EQ(transport.Items[0].USBCommand, usb_fetch_system_info);
+  EXPECT_EQ(transport.Items[0].RawData, "abc");
 }
 
 }  // namespace

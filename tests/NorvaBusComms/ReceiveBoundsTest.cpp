@@ -153,6 +153,35 @@ TEST(NotificationFrameBounds, WhatACutHolds) {
   }
 }
 
+// What a device sends, encoded frame after frame, cuts back to the packets and text it was made
+// from; a packet whose data cannot be counted in the length byte gets no frame.
+TEST(NotificationFrameBounds, EncodedFramesCutBackToWhatWasEncoded) {
+  std::vector<int> longest(MaxCommandFrameData);
+  for (std::size_t i = 0; i < longest.size(); ++i) longest[i] = static_cast<int>(i + 3) % 256;
+  const TCommandPacket packets[] = {
+      BuildCommandPacket(KeypressCommand, 5, {0x23}),
+      BuildCommandPacket(0x8B, 0xFF),  // no data
+      BuildCommandPacket(0x20, 7, longest),
+  };
+  QByteArray frames;
+  for (const TCommandPacket& packet : packets) frames += EncodeCommandFrame(packet);
+  frames += EncodeLogFrame("Keypad 5 online");
+
+  std::vector<TCommandPacket> cut;
+  QList<QByteArray> logs;
+  CutNotificationFrames(frames, 0, cut, [&logs](TUSBNotification kind, const QByteArray& body) {
+    EXPECT_EQ(kind, usb_log_event);
+    logs << body;
+  });
+  EXPECT_TRUE(frames.isEmpty());
+  ASSERT_EQ(cut.size(), std::size(packets));
+  for (std::size_t i = 0; i < cut.size(); ++i) EXPECT_TRUE(cut[i].SameContent(packets[i])) << i;
+  EXPECT_EQ(logs, QList<QByteArray>{QByteArray("Keypad 5 online", 16)});  // with its zero
+
+  longest.push_back(1);
+  EXPECT_TRUE(EncodeCommandFrame(BuildCommandPacket(0x20, 7, longest)).isEmpty());
+}
+
 TEST_F(ReceiveBoundsTest, UnknownNotificationCodeNoLongerBlocksTheChannel) {
   engine.SetSelectedCommsInterface(USBInterface);
   engine.ReceiveBytes(NotificationPipeRXKind, Bytes({1}));

@@ -24,10 +24,10 @@ class SimulatedUsbTest : public ::testing::Test {
  protected:
   void SetUp() override {
     device = backend.AddDevice(AmpPath, AmpId);
-    int error = -1;
-    usb = backend.Open(AmpPath, error);
+    TPlatformResult opened = TPlatformResult::Failure(EIO, "left from before");
+    usb = backend.Open(AmpPath, opened);
     ASSERT_NE(usb, nullptr);
-    ASSERT_EQ(error, 0);
+    ASSERT_TRUE(opened.Ok());
   }
 
   QByteArray Read(std::uint8_t pipe, int length, int timeoutMs) {
@@ -99,12 +99,11 @@ TEST_F(SimulatedUsbTest, UnpluggedDeviceFailsEveryCallAndLeavesTheList) {
   EXPECT_FALSE(device->PushIn(0x82, "while away"));
 
   std::vector<TUsbDeviceEntry> found;
-  QString error;
-  ASSERT_TRUE(backend.EnumerateDevices(found, error));
+  ASSERT_TRUE(backend.EnumerateDevices(found).Ok());
   EXPECT_TRUE(found.empty());
-  int code = 0;
-  EXPECT_EQ(backend.Open(AmpPath, code), nullptr);
-  EXPECT_EQ(code, ENODEV);
+  TPlatformResult opened;
+  EXPECT_EQ(backend.Open(AmpPath, opened), nullptr);
+  EXPECT_EQ(opened.Code, ENODEV);
 }
 
 TEST_F(SimulatedUsbTest, ReplugNeedsANewOpenAndStartsEmpty) {
@@ -116,26 +115,26 @@ TEST_F(SimulatedUsbTest, ReplugNeedsANewOpenAndStartsEmpty) {
   EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, 10), -1);  // the old handle stays dead
   EXPECT_EQ(usb->LastError(), ENODEV);
 
-  int code = -1;
-  auto fresh = backend.Open(AmpPath, code);  // the old handle no longer holds the interface
+  TPlatformResult opened;
+  auto fresh = backend.Open(AmpPath, opened);  // the old handle no longer holds the interface
   ASSERT_NE(fresh, nullptr);
   EXPECT_EQ(fresh->ReadPipe(0x82, buffer, sizeof buffer, 10), 0);  // queued data did not survive
   std::vector<TUsbDeviceEntry> found;
-  QString error;
-  ASSERT_TRUE(backend.EnumerateDevices(found, error));
+  ASSERT_TRUE(backend.EnumerateDevices(found).Ok());
   ASSERT_EQ(found.size(), 1U);
   EXPECT_EQ(found[0].DevicePath, AmpPath);
   EXPECT_EQ(found[0].HardwareId, AmpId);
 }
 
 TEST_F(SimulatedUsbTest, InterfaceIsClaimedByOneHandleAtATime) {
-  int code = 0;
-  EXPECT_EQ(backend.Open(AmpPath, code), nullptr);
-  EXPECT_EQ(code, EBUSY);
+  TPlatformResult opened;
+  EXPECT_EQ(backend.Open(AmpPath, opened), nullptr);
+  EXPECT_EQ(opened.Code, EBUSY);
   usb.reset();
   EXPECT_FALSE(device->IsOpen());
-  auto again = backend.Open(AmpPath, code);
+  auto again = backend.Open(AmpPath, opened);
   EXPECT_NE(again, nullptr);
+  EXPECT_TRUE(opened.Ok());
   EXPECT_EQ(device->Counters().Opens, 2);
   EXPECT_EQ(device->Counters().Closes, 1);
 }
@@ -286,8 +285,7 @@ TEST(SimulatedUsbBackendTest, ListsPluggedDevicesInTheOrderAdded) {
   backend.AddDevice("sim:a", "USB\\VID_0746&PID_4700&REV_0002");
   backend.AddDevice("sim:c", "USB\\VID_1781&PID_07E0&REV_0003")->Unplug();
   std::vector<TUsbDeviceEntry> found;
-  QString error;
-  ASSERT_TRUE(backend.EnumerateDevices(found, error));
+  ASSERT_TRUE(backend.EnumerateDevices(found).Ok());
   ASSERT_EQ(found.size(), 2U);
   EXPECT_EQ(found[0].DevicePath, "sim:b");
   EXPECT_EQ(found[1].HardwareId, "USB\\VID_0746&PID_4700&REV_0002");
@@ -295,30 +293,49 @@ TEST(SimulatedUsbBackendTest, ListsPluggedDevicesInTheOrderAdded) {
   EXPECT_TRUE(backend.RemoveDevice("sim:b"));
   EXPECT_FALSE(backend.RemoveDevice("sim:b"));
   EXPECT_EQ(backend.Device("sim:b"), nullptr);
-  int code = 0;
-  EXPECT_EQ(backend.Open("sim:b", code), nullptr);
-  EXPECT_EQ(code, ENODEV);
+  TPlatformResult opened;
+  EXPECT_EQ(backend.Open("sim:b", opened), nullptr);
+  EXPECT_EQ(opened.Code, ENODEV);
 }
 
-TEST(SimulatedUsbBackendTest, LoadAndEnumerationFailuresCarryTheirTexts) {
+TEST(SimulatedUsbBackendTest, LoadAndEnumerationFailuresCarryTheirCodesAndTexts) {
   TSimulatedUsbBackend backend;
   backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DA&REV_0100");
-  QString error;
   std::vector<TUsbDeviceEntry> found;
 
   backend.SetEnumerationError("device list unavailable");
-  EXPECT_TRUE(backend.LoadWinUsb(error));
-  EXPECT_FALSE(backend.EnumerateDevices(found, error));
-  EXPECT_EQ(error, "Error enumerating USB devices: device list unavailable");
+  EXPECT_TRUE(backend.LoadWinUsb().Ok());
+  TPlatformResult enumerated = backend.EnumerateDevices(found);
+  EXPECT_EQ(enumerated.Code, EIO);
+  EXPECT_EQ(enumerated.Text, "Error enumerating USB devices: device list unavailable");
 
   backend.SetLoadable(false);
-  EXPECT_FALSE(backend.LoadWinUsb(error));
-  EXPECT_EQ(error, "Error loading winusb.dll");
-  EXPECT_FALSE(backend.EnumerateDevices(found, error));
-  EXPECT_EQ(error, "Cannot load Setup API");
-  int code = 0;
-  EXPECT_EQ(backend.Open("sim:a", code), nullptr);
-  EXPECT_NE(code, 0);
+  const TPlatformResult loaded = backend.LoadWinUsb();
+  EXPECT_EQ(loaded.Code, ELIBACC);
+  EXPECT_EQ(loaded.Text, "Error loading winusb.dll");
+  enumerated = backend.EnumerateDevices(found);
+  EXPECT_EQ(enumerated.Code, ELIBACC);
+  EXPECT_EQ(enumerated.Text, "Cannot load Setup API");
+  TPlatformResult opened;
+  EXPECT_EQ(backend.Open("sim:a", opened), nullptr);
+  EXPECT_EQ(opened.Code, ELIBACC);
+  EXPECT_FALSE(opened.Text.isEmpty());
+}
+
+TEST(SimulatedUsbBackendTest, OpenReportsTheCodeTheDeviceWasGiven) {
+  TSimulatedUsbBackend backend;
+  const auto device = backend.AddDevice("sim:a", "USB\\VID_1781&PID_07DA&REV_0100");
+  for (const int code : {EACCES, EIO}) {
+    device->SetOpenError(code);
+    TPlatformResult opened;
+    EXPECT_EQ(backend.Open("sim:a", opened), nullptr);
+    EXPECT_EQ(opened.Code, code);
+    EXPECT_FALSE(opened.Text.isEmpty());
+  }
+  device->SetOpenError(0);
+  TPlatformResult opened;
+  EXPECT_NE(backend.Open("sim:a", opened), nullptr);
+  EXPECT_TRUE(opened.Ok());
 }
 
 }  // namespace

@@ -59,8 +59,7 @@ TEST(UsbBackendTest, InstalledBackendServesUntilRestored) {
   TUsbBackend* previous = SetUsbBackend(&simulated);
   EXPECT_EQ(previous, original);
   std::vector<TUsbDeviceEntry> found;
-  QString error;
-  ASSERT_TRUE(UsbBackend().EnumerateDevices(found, error));
+  ASSERT_TRUE(UsbBackend().EnumerateDevices(found).Ok());
   ASSERT_EQ(found.size(), 1U);
   EXPECT_EQ(found[0].DevicePath, "sim:amp");
 
@@ -70,36 +69,39 @@ TEST(UsbBackendTest, InstalledBackendServesUntilRestored) {
 
 TEST(LibUsbBackendTest, MissingLibraryGivesTheLoadTexts) {
   TLibUsbBackend backend("libusb-absent-for-this-test.so.0");
-  QString error;
-  EXPECT_FALSE(backend.LoadWinUsb(error));
-  EXPECT_EQ(error, "Error loading winusb.dll");
+  const TPlatformResult loaded = backend.LoadWinUsb();
+  EXPECT_EQ(loaded.Code, ELIBACC);
+  EXPECT_EQ(loaded.Text, "Error loading winusb.dll");
 
   std::vector<TUsbDeviceEntry> found{{"stale", "stale"}};
-  EXPECT_FALSE(backend.EnumerateDevices(found, error));
-  EXPECT_EQ(error, "Cannot load Setup API");
+  const TPlatformResult enumerated = backend.EnumerateDevices(found);
+  EXPECT_EQ(enumerated.Code, ELIBACC);
+  EXPECT_EQ(enumerated.Text, "Cannot load Setup API");
   EXPECT_TRUE(found.empty());
 
-  int code = 0;
-  EXPECT_EQ(backend.Open("usb:001:001", code), nullptr);
-  EXPECT_EQ(code, ELIBACC);
+  TPlatformResult opened;
+  EXPECT_EQ(backend.Open("usb:001:001", opened), nullptr);
+  EXPECT_EQ(opened.Code, ELIBACC);
+  EXPECT_FALSE(opened.Text.isEmpty());
 }
 
 TEST(LibUsbBackendTest, LibraryWithoutTheEntryPointsIsNotLoaded) {
   // A library that loads but is not libusb must not be called into.
   TLibUsbBackend backend("libz.so.1");
-  QString error;
-  EXPECT_FALSE(backend.LoadWinUsb(error));
-  EXPECT_EQ(error, "Error loading winusb.dll");
+  const TPlatformResult loaded = backend.LoadWinUsb();
+  EXPECT_EQ(loaded.Code, ELIBACC);
+  EXPECT_EQ(loaded.Text, "Error loading winusb.dll");
 }
 
 TEST(LibUsbBackendTest, ListsThisMachinesDevicesInTheDesignedForms) {
   // Whatever this machine has (often nothing): every entry has a path Open understands and a
   // hardware identifier the bus can compare.
   TLibUsbBackend backend;
-  QString error;
-  ASSERT_TRUE(backend.LoadWinUsb(error)) << error.toStdString();
+  const TPlatformResult loaded = backend.LoadWinUsb();
+  ASSERT_TRUE(loaded.Ok()) << loaded.Text.toStdString();
   std::vector<TUsbDeviceEntry> found;
-  ASSERT_TRUE(backend.EnumerateDevices(found, error)) << error.toStdString();
+  const TPlatformResult enumerated = backend.EnumerateDevices(found);
+  ASSERT_TRUE(enumerated.Ok()) << enumerated.Text.toStdString();
   const QRegularExpression id(
       QStringLiteral("^USB\\\\VID_[0-9A-F]{4}&PID_[0-9A-F]{4}&REV_[0-9A-F]{4}$"));
   for (const TUsbDeviceEntry& entry : found) {
@@ -113,12 +115,21 @@ TEST(LibUsbBackendTest, ListsThisMachinesDevicesInTheDesignedForms) {
 
 TEST(LibUsbBackendTest, OpenRefusesBadPathsAndAbsentDevices) {
   TLibUsbBackend backend;
-  int code = 0;
-  EXPECT_EQ(backend.Open("not a usb path", code), nullptr);
-  EXPECT_EQ(code, EINVAL);
-  // Address 0 is never given to a configured device.
-  EXPECT_EQ(backend.Open("usb:255:000", code), nullptr);
-  EXPECT_EQ(code, ENODEV);
+  struct TCase {
+    const char* Path;
+    int Code;
+  };
+  const TCase cases[] = {
+      {"not a usb path", EINVAL},
+      {"usb:255:000", ENODEV},  // address 0 is never given to a configured device
+  };
+  for (const TCase& c : cases) {
+    SCOPED_TRACE(c.Path);
+    TPlatformResult opened;
+    EXPECT_EQ(backend.Open(QString::fromLatin1(c.Path), opened), nullptr);
+    EXPECT_EQ(opened.Code, c.Code);
+    EXPECT_FALSE(opened.Text.isEmpty());
+  }
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include "EmulatedUsbDevice.h"
 
+#include <NorvaBusComms/UsbPipes.h>
+
 #include <linux/usbdevice_fs.h>
 #include <sys/ioctl.h>
 
@@ -35,7 +37,10 @@ unsigned High(unsigned value) { return (value >> 8) & 0xFF; }
 }  // namespace
 
 std::vector<TEmulatedEndpoint> TEmulatedUsbDevice::DefaultEndpoints() {
-  return {{0x82, 2, 64, 0}, {0x83, 2, 64, 0}, {0x01, 2, 64, 0}, {0x04, 2, 64, 0}};
+  return {{DataInPipe, 2, 64, 0},
+          {NotifyInPipe, 2, 64, 0},
+          {DataOutPipe, 2, 64, 0},
+          {CommandOutPipe, 2, 64, 0}};
 }
 
 TEmulatedUsbDevice::TEmulatedUsbDevice(std::uint16_t vendorId, std::uint16_t productId,

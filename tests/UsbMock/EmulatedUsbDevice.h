@@ -58,7 +58,7 @@ class TEmulatedUsbDevice {
   TEmulatedUsbDevice(const TEmulatedUsbDevice&) = delete;
   TEmulatedUsbDevice& operator=(const TEmulatedUsbDevice&) = delete;
 
-  // Bulk IN 0x82 and 0x83, bulk OUT 0x01 and 0x04, 64-byte packets.
+  // The installation's four bulk pipes, 64-byte packets.
   static std::vector<TEmulatedEndpoint> DefaultEndpoints();
 
   // Empty when the testbed is ready; otherwise what failed while building it.

@@ -37,9 +37,9 @@ class LibUsbEmulatedTest : public ::testing::Test {
   }
 
   std::unique_ptr<TWinUsbInterface> OpenDevice() {
-    int code = -1;
-    auto usb = backend->Open(TEmulatedUsbDevice::DevicePath(), code);
-    EXPECT_EQ(code, 0);
+    TPlatformResult opened = TPlatformResult::Failure(EIO, "left from before");
+    auto usb = backend->Open(TEmulatedUsbDevice::DevicePath(), opened);
+    EXPECT_TRUE(opened.Ok()) << opened.Text.toStdString();
     return usb;
   }
 
@@ -53,8 +53,7 @@ class LibUsbEmulatedTest : public ::testing::Test {
 
   bool Listed() {
     std::vector<TUsbDeviceEntry> found;
-    QString error;
-    if (!backend->EnumerateDevices(found, error)) return false;
+    if (!backend->EnumerateDevices(found).Ok()) return false;
     return std::any_of(found.begin(), found.end(), [](const TUsbDeviceEntry& entry) {
       return entry.DevicePath == TEmulatedUsbDevice::DevicePath();
     });
@@ -65,10 +64,10 @@ class LibUsbEmulatedTest : public ::testing::Test {
 };
 
 TEST_F(LibUsbEmulatedTest, EnumerationFindsTheDeviceWithItsHardwareId) {
-  QString error;
-  ASSERT_TRUE(backend->LoadWinUsb(error));
+  ASSERT_TRUE(backend->LoadWinUsb().Ok());
   std::vector<TUsbDeviceEntry> found;
-  ASSERT_TRUE(backend->EnumerateDevices(found, error)) << error.toStdString();
+  const TPlatformResult enumerated = backend->EnumerateDevices(found);
+  ASSERT_TRUE(enumerated.Ok()) << enumerated.Text.toStdString();
   ASSERT_EQ(found.size(), 1U);
   EXPECT_EQ(found[0].DevicePath, "usb:003:007");
   EXPECT_EQ(found[0].HardwareId, "USB\\VID_1781&PID_07DA&REV_0100");
@@ -89,9 +88,10 @@ TEST_F(LibUsbEmulatedTest, OpenClaimsInterfaceZeroAndListsItsFourPipes) {
 }
 
 TEST_F(LibUsbEmulatedTest, OpenOfAnAbsentDeviceFailsWithNoDevice) {
-  int code = 0;
-  EXPECT_EQ(backend->Open("usb:003:008", code), nullptr);
-  EXPECT_EQ(code, ENODEV);
+  TPlatformResult opened;
+  EXPECT_EQ(backend->Open("usb:003:008", opened), nullptr);
+  EXPECT_EQ(opened.Code, ENODEV);
+  EXPECT_FALSE(opened.Text.isEmpty());
 }
 
 TEST_F(LibUsbEmulatedTest, BulkWriteReachesTheDevice) {

@@ -13,28 +13,26 @@ namespace norva::testing {
 class TRecordingTransport : public TBusTransport {
  public:
   bool Open = true;
-  bool MainTransmitter = true;
-  bool CommandTransmitter = false;
-  int QueuedStillSending = 0;  // MainTransmitterSending answers true this many times
+  bool RemembersPackets = true;  // what SendPacketText answers
+  bool Echoes = true;            // what EchoesPackets answers
+  int QueuedStillSending = 0;    // Sending answers true this many times
 
-  QList<TTXItem> MainItems;
-  QList<TTXItem> CommandItems;
-  QByteArray SocketBytes;
-  int PipeFlushes = 0;
+  QList<QByteArray> PacketTexts;
+  QList<TTXItem> Items;
+  int Flushes = 0;
+  mutable TCommsDeviceType AskedAboutEchoes = NoCommsDevice;
   std::map<int, QByteArray> WorkerBuffers;  // by source kind
 
   bool IsOpen() const override { return Open; }
-  void WriteToSocket(const QByteArray& bytes) override { SocketBytes += bytes; }
-  bool HasMainTransmitter() const override { return MainTransmitter; }
-  void QueueOnMainTransmitter(const TTXItem& item) override { MainItems.append(item); }
-  bool MainTransmitterSending() const override;
-  bool HasCommandTransmitter() const override { return CommandTransmitter; }
-  void QueueOnCommandTransmitter(const TTXItem& item) override { CommandItems.append(item); }
+  bool SendPacketText(const QByteArray& text) override;
+  bool EchoesPackets(TCommsDeviceType connected) const override;
+  void Send(const TTXItem& item) override { Items.append(item); }
+  bool Sending() const override;
   void TakeReceivedBytes(int kind, QByteArray& appendTo) override;
-  void FlushReceivePipe() override { ++PipeFlushes; }
+  void FlushReceived() override { ++Flushes; }
 
-  // The plain data bytes queued on the main transmitter, in order.
-  QByteArray MainData() const;
+  // The plain data bytes of the queued items, in order.
+  QByteArray ItemData() const;
 
  private:
   mutable int mSendingPolls = 0;

@@ -1,7 +1,8 @@
 #pragma once
 // What every simulated or emulated amplifier interface must show: interface 0 with the four bulk
-// pipes 0x82, 0x83, 0x01, 0x04 of 64-byte packets, and nothing beyond them.
+// pipes of the installation's devices, 64-byte packets, and nothing beyond them.
 
+#include <NorvaBusComms/UsbPipes.h>
 #include <libraries/WINUSB.h>
 
 #include <gtest/gtest.h>
@@ -24,7 +25,8 @@ inline void ExpectTheFourBulkPipes(TWinUsbInterface& usb) {
     EXPECT_EQ(pipe.MaximumPacketSize, 64);
     ids.push_back(pipe.PipeId);
   }
-  EXPECT_EQ(ids, (std::vector<std::uint8_t>{0x82, 0x83, 0x01, 0x04}));
+  EXPECT_EQ(ids,
+            (std::vector<std::uint8_t>{DataInPipe, NotifyInPipe, DataOutPipe, CommandOutPipe}));
   TWinUsbPipeInformation beyond;
   EXPECT_FALSE(usb.QueryPipe(0, 4, beyond));
   EXPECT_EQ(usb.LastError(), ENOENT);

@@ -1,24 +1,11 @@
 #include "UsbAmplifier.h"
 
 #include <NorvaBusComms/BusTextParser.h>
+#include <NorvaBusComms/NotificationFraming.h>
+#include <NorvaBusComms/UsbPipes.h>
 #include <NorvaGlobal/Vocabulary.h>
 
 namespace norva::sim {
-
-namespace {
-constexpr std::uint8_t DataInPipe = 0x82;
-constexpr std::uint8_t NotifyInPipe = 0x83;
-}  // namespace
-
-QByteArray CommandFrame(const TCommandPacket& packet) {
-  QByteArray frame;
-  frame.append(static_cast<char>(usb_norva_command));
-  frame.append(static_cast<char>(2 + packet.Data.size()));
-  frame.append(static_cast<char>(packet.Cmd));
-  frame.append(static_cast<char>(packet.Zone));
-  frame.append(packet.GetDataBytes());
-  return frame;
-}
 
 TUsbAmplifier::TUsbAmplifier(TSimulatedUsbBackend& backend)
     : mDevice(backend.AddDevice(QString::fromLatin1(DevicePath), QString::fromLatin1(HardwareId))) {
@@ -44,14 +31,12 @@ void TUsbAmplifier::SendKeypress(std::uint8_t zoneByte, std::uint8_t key, std::u
 }
 
 void TUsbAmplifier::SendLog(const QByteArray& text) {
-  QByteArray frame(1, static_cast<char>(usb_log_event));
-  frame += text;
-  frame.append('\0');
-  mDevice->PushIn(NotifyInPipe, frame);
+  mDevice->PushIn(NotifyInPipe, EncodeLogFrame(text));
 }
 
 void TUsbAmplifier::SendPacket(const TCommandPacket& packet) {
-  mDevice->PushIn(NotifyInPipe, CommandFrame(packet));
+  if (const QByteArray frame = EncodeCommandFrame(packet); !frame.isEmpty())
+    mDevice->PushIn(NotifyInPipe, frame);
 }
 
 void TUsbAmplifier::AnswerEnumeration() {

@@ -1,12 +1,12 @@
 #pragma once
 // An amplifier on the simulated USB backend, for running the USB path without hardware. It
 // plays the device side of the pipes:
-//   - bus text written to the command pipe 0x04 (or announced with usb_norva_cmd_num_bytes and
-//     written to the data pipe 0x01) is answered on the notification pipe 0x83 with command frames:
-//     the echo of each packet, then its acknowledgement (command + 0x80);
-//   - usb_enumerate_objects is answered with the demonstration object list as raw data on the data
-//     pipe 0x82 (per object: id, 4-byte little-endian size, name, zero), then the log event
-//     "enumerated N objects" on 0x83;
+//   - bus text written to CommandOutPipe (or announced with usb_norva_cmd_num_bytes and written to
+//     DataOutPipe) is answered on NotifyInPipe with command frames: the echo of each packet, then
+//     its acknowledgement (command + 0x80);
+//   - usb_enumerate_objects is answered with the demonstration object list as raw data on
+//     DataInPipe (per object: id, 4-byte little-endian size, name, zero), then the log event
+//     "enumerated N objects" on NotifyInPipe;
 //   - key presses and log events can be sent at will.
 
 #include <NorvaBusComms/CommandPacket.h>
@@ -45,6 +45,7 @@ class TUsbAmplifier {
 
   void SendKeypress(std::uint8_t zoneByte, std::uint8_t key, std::uint8_t repeats);
   void SendLog(const QByteArray& text);
+  // A packet with more data than a command frame carries is not sent.
   void SendPacket(const TCommandPacket& packet);
   // The enumeration answer: the object list on the data pipe, then the closing log event.
   void AnswerEnumeration();
@@ -62,8 +63,5 @@ class TUsbAmplifier {
   QByteArray mPendingText;
   std::vector<std::uint8_t> mControlRequests;
 };
-
-// The command frame of `packet` on the notification pipe: 4, n, Cmd, Zone, data.
-QByteArray CommandFrame(const TCommandPacket& packet);
 
 }  // namespace norva::sim

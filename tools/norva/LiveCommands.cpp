@@ -204,9 +204,8 @@ int RunUsb(TArguments& arguments, QTextStream& out) {
   std::unique_ptr<TSimulatedUsbSession> simulation;
   if (simulated) simulation = std::make_unique<TSimulatedUsbSession>();
   std::vector<TUsbDeviceEntry> devices;
-  QString error;
-  if (!UsbBackend().EnumerateDevices(devices, error)) {
-    QTextStream(stderr) << "norva: " << error << Qt::endl;
+  if (const TPlatformResult result = UsbBackend().EnumerateDevices(devices); !result.Ok()) {
+    QTextStream(stderr) << "norva: " << result.Text << Qt::endl;
     return 1;
   }
   int recognised = 0;

@@ -1,26 +1,20 @@
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/BusMessages.h>
-#include <NorvaBusComms/Devices/ReceiveWorkers.h>
+#include <NorvaBusComms/Devices/EthernetLink.h>
+#include <NorvaBusComms/Devices/SerialLink.h>
 #include <NorvaBusComms/Devices/SerialPort.h>
-#include <NorvaBusComms/Devices/TransmitWorkers.h>
-#include <NorvaBusComms/Devices/WinUsbWorkers.h>
-#include <NorvaGlobal/UIServices.h>
+#include <NorvaBusComms/Devices/WinUsbLink.h>
 
 #include <QCoreApplication>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace norva {
 
 namespace {
-QString SystemText(int code) { return QString::fromLocal8Bit(std::strerror(code)); }
-
 // Serial and Ethernet links cannot tell what is at the other end: the first selected type says.
 TCommsDeviceType AssumedDeviceType(const TCommsDeviceTypes& selected) {
   TCommsDeviceType result = NoCommsDevice;
@@ -32,31 +26,21 @@ TCommsDeviceType AssumedDeviceType(const TCommsDeviceTypes& selected) {
 
 // A path that names a serial device rather than a native USB device.
 bool IsSerialDevicePath(const QString& path) { return path.startsWith(u'/'); }
-
-constexpr std::uint8_t DataInPipe = 0x82;
-constexpr std::uint8_t NotifyInPipe = 0x83;
-constexpr std::uint8_t DataOutPipe = 0x01;
-constexpr std::uint8_t CommandOutPipe = 0x04;
 }  // namespace
 
-TNorvaBusComms::TNorvaBusComms(const QString& device, QObject* owner)
-    : TNorvaBusComms(RS232Interface, TCommsDeviceTypes{NorvaAmp}, device, owner) {}
+TNorvaBusComms::TNorvaBusComms(const QString& device, QObject* messageTarget)
+    : TNorvaBusComms(RS232Interface, TCommsDeviceTypes{NorvaAmp}, device, messageTarget) {}
 
-TNorvaBusComms::TNorvaBusComms(const TCommsDeviceTypes& usbDeviceTypes, QObject* owner)
-    : TNorvaBusComms(USBInterface, usbDeviceTypes, QString(), owner) {}
+TNorvaBusComms::TNorvaBusComms(const TCommsDeviceTypes& usbDeviceTypes, QObject* messageTarget)
+    : TNorvaBusComms(USBInterface, usbDeviceTypes, QString(), messageTarget) {}
 
 TNorvaBusComms::TNorvaBusComms(TCommsInterface commsInterface, const TCommsDeviceTypes& deviceTypes,
-                               const QString& devicePath, QObject* owner)
+                               const QString& devicePath, QObject* messageTarget)
     : mDevicePath(devicePath),
       mDevicePathNamed(!devicePath.isEmpty()),
       mSelectedDeviceTypes(deviceTypes) {
-  Init(owner);
+  SetOwner(messageTarget);
   SetSelectedCommsInterface(commsInterface);
-}
-
-void TNorvaBusComms::Init(QObject* owner) {
-  mDevice = -1;
-  SetOwner(owner);
   SetTransport(this);
 }
 
@@ -65,20 +49,24 @@ TNorvaBusComms::~TNorvaBusComms() {
   SetTransport(nullptr);
 }
 
-void TNorvaBusComms::SetOwner(QObject* owner) {
-  if (owner && !dynamic_cast<TNorvaBusClientCore*>(owner))
+void TNorvaBusComms::SetOwner(QObject* messageTarget) {
+  if (messageTarget && !dynamic_cast<TNorvaBusClientCore*>(messageTarget))
     throw std::invalid_argument(
         "the bus object's message target must be a bus client (TNorvaBusClient, TNorvaBusForm)");
-  mOwner = owner;
+  mOwner = messageTarget;
 }
-
-bool TNorvaBusComms::CallingOut() const { return mCallingOut > 0 || InProcessCmd() > 0; }
 
 void TNorvaBusComms::ReleaseLastClient() {
   if (CallingOut())
-    deleteLater();
+    mReleaseRequested = true;
   else
     delete this;
+}
+
+// The outermost call out of the bus has returned; what is left of the bus's own call on the stack
+// only returns, so the deletion is posted rather than done here.
+void TNorvaBusComms::CallOutsEnded() {
+  if (mReleaseRequested) deleteLater();
 }
 
 QStringList TNorvaBusComms::GetComPorts() { return SerialPortNames(); }
@@ -90,131 +78,51 @@ void TNorvaBusComms::SetDevicePath(const QString& path, bool report) {
   OpenDevice(path, report);
 }
 
-void TNorvaBusComms::OpenDevice(const QString& path, bool report) {
-  CloseDevice();
-  mDevicePath = path;
-  switch (SelectedCommsInterface()) {
-    case EthernetInterface: OpenEthernet(path, report); break;
-    case RS232Interface: OpenSerial(path, true, report); break;
-    case USBInterface:
-      if (UsesWinUsb(path))
-        OpenWinUsb(path, report);
-      else
-        OpenSerial(path, false, report);  // a USB device that presents itself as a serial port
-      break;
-    case NoCommsInterface: break;
-  }
-}
-
-void TNorvaBusComms::OpenSerial(const QString& path, bool softwareFlowControl, bool report) {
-  TSerialOpenError error;
-  const int fd = OpenSerialPort(path, softwareFlowControl, error);
-  if (fd < 0) {
-    ReportOpenFailure(error.Message, error.Code, report);
-    return;
-  }
-  mDevice = fd;
-  ++mGeneration;
-  mConnectedCommsInterface = SelectedCommsInterface();
-  SetConnectedDeviceType(AssumedDeviceType(mSelectedDeviceTypes));
-  RXEventHandler = std::make_unique<TComRXEventHandle>(this, mDevice, mGeneration);
-  TXEventHandler = std::make_unique<TComTXEventHandler>(this, mDevice, mGeneration);
-}
-
-void TNorvaBusComms::OpenEthernet(const QString& path, bool report) {
-  if (!mTCPClient) {
-    mTCPClient = std::make_unique<TEthernetLink>(
-        TEthernetLink::THooks{[this](const QByteArray& bytes) {
-                                const TCallOut callOut(*this);
-                                ReceiveBytes(SerialRXKind, bytes);
-                              },
-                              [this] { TellUsersConnectionChanged(); },
-                              [this](const QString& text) { ReportSendFailure(text); }});
-  }
-  if (!mTCPClient->Open(path)) {
-    ReportOpenFailure(QStringLiteral("Cannot open device ") + path, EINVAL, report);
-    return;
-  }
-  ++mGeneration;
-  mConnectedCommsInterface = EthernetInterface;
-  SetConnectedDeviceType(AssumedDeviceType(mSelectedDeviceTypes));
-}
-
 bool TNorvaBusComms::UsesWinUsb(const QString& path) const {
   return SelectedCommsInterface() == USBInterface && !IsSerialDevicePath(path);
 }
 
-void TNorvaBusComms::OpenWinUsb(const QString& path, bool report) {
-  QString loadError;
-  if (!UsbBackend().LoadWinUsb(loadError)) {
-    ReportOpenFailure(loadError, ELIBACC, report);
+TLink* TNorvaBusComms::LinkFor(const QString& path) {
+  TLinkHost& host = *this;
+  const auto kept = [this](TLinkKind kind, auto make) {
+    if (!mLinks[kind]) mLinks[kind] = make();
+    return mLinks[kind].get();
+  };
+  switch (SelectedCommsInterface()) {
+    case EthernetInterface:
+      return kept(EthernetLink, [&host] { return std::make_unique<TEthernetLink>(host); });
+    case RS232Interface:
+      return kept(SerialLink, [&host] { return std::make_unique<TSerialLink>(host); });
+    case USBInterface:
+      if (UsesWinUsb(path))
+        return kept(WinUsbLink, [&host] { return std::make_unique<TWinUsbLink>(host); });
+      return kept(UsbSerialLink, [&host] { return std::make_unique<TUsbSerialLink>(host); });
+    case NoCommsInterface: break;
+  }
+  return nullptr;
+}
+
+void TNorvaBusComms::OpenDevice(const QString& path, bool report) {
+  CloseDevice();
+  mDevicePath = path;
+  TLink* link = LinkFor(path);
+  if (!link) return;
+  const TPlatformResult opened = link->Open(path, ++mGeneration);
+  if (!opened.Ok()) {
+    ReportOpenFailure(opened, report);
     return;
   }
-  int code = 0;
-  mWinUSBHandle = UsbBackend().Open(path, code);
-  if (!mWinUSBHandle) {
-    QString message = code == EBUSY ? QStringLiteral("Error opening WinUSB device")
-                                    : QStringLiteral("Cannot open device ") + path;
-    if (code == EACCES) message += QStringLiteral("\r\n\r\n") + UsbPermissionHint(path);
-    ReportOpenFailure(message, code, report);
-    return;
-  }
-  bool hasNotifyPipe = false;
-  bool hasCommandPipe = false;
-  if (!PreparePipes(report, hasNotifyPipe, hasCommandPipe)) return;
-  ++mGeneration;
-  TWinUsbInterface& usb = *mWinUSBHandle;
-  RXEventHandler = std::make_unique<TWinUSBRXEventHandler>(this, usb, DataInPipe, mGeneration);
-  TXEventHandler = std::make_unique<TWinUSBTXEventHandler>(this, usb, DataOutPipe, mGeneration);
-  if (hasNotifyPipe)
-    NotifyEventHandler =
-        std::make_unique<TWinUSBRXEventHandler>(this, usb, NotifyInPipe, mGeneration);
-  if (hasCommandPipe)
-    NorvaCommandTXEventHandler =
-        std::make_unique<TWinUSBTXEventHandler>(this, usb, CommandOutPipe, mGeneration);
-  mConnectedCommsInterface = USBInterface;
-  const int index = GetUSBDeviceIndex();
+  mLink = link;
+  mConnectedCommsInterface = SelectedCommsInterface();
+  const int index = UsesWinUsb(path) ? GetUSBDeviceIndex() : -1;
   SetConnectedDeviceType(index >= 0 ? mUSBDevices[static_cast<std::size_t>(index)].DeviceType
                                     : AssumedDeviceType(mSelectedDeviceTypes));
+  emit ConnectionChanged();
 }
 
-bool TNorvaBusComms::PreparePipes(bool report, bool& hasNotifyPipe, bool& hasCommandPipe) {
-  TUsbInterfaceDescriptor descriptor;
-  if (!mWinUSBHandle->QueryInterfaceSettings(0, descriptor)) {
-    ReportOpenFailure(QStringLiteral("Error: WinUsb_QueryInterfaceSettings"),
-                      mWinUSBHandle->LastError(), report);
-    return false;
-  }
-  for (std::uint8_t index = 0; index < descriptor.NumEndpoints; ++index) {
-    TWinUsbPipeInformation pipe;
-    if (!mWinUSBHandle->QueryPipe(0, index, pipe) || pipe.PipeType != TUsbPipeType::Bulk) continue;
-    const bool in = pipe.PipeId & 0x80;
-    if (in && pipe.PipeId != DataInPipe && pipe.PipeId != NotifyInPipe) {
-      ReportOpenFailure(QStringLiteral("Error: In pipe ID incorrect"), EINVAL, report);
-      return false;
-    }
-    if (!in && pipe.PipeId != DataOutPipe && pipe.PipeId != CommandOutPipe) {
-      ReportOpenFailure(QStringLiteral("Error: Out pipe ID incorrect"), EINVAL, report);
-      return false;
-    }
-    hasNotifyPipe |= pipe.PipeId == NotifyInPipe;
-    hasCommandPipe |= pipe.PipeId == CommandOutPipe;
-    mWinUSBHandle->SetPipePolicy(pipe.PipeId, TPipePolicy::AutoClearStall, true);
-    mWinUSBHandle->SetPipePolicy(pipe.PipeId, TPipePolicy::ShortPacketTerminate, true);
-  }
-  return true;
-}
-
-void TNorvaBusComms::ReportOpenFailure(const QString& message, int code, bool report) {
-  const QString text = message + QStringLiteral("\r\n\r\nError: ") + SystemText(code) +
-                       QStringLiteral(" (") + QString::number(code) + QStringLiteral(")");
-  ReportError(text, QStringLiteral("Error"), TMessageIcon::Stop, report);
+void TNorvaBusComms::ReportOpenFailure(const TPlatformResult& failure, bool report) {
+  ReportError(failure.Described(), QStringLiteral("Error"), TMessageIcon::Stop, report);
   CloseDevice();
-}
-
-void TNorvaBusComms::ReportSendFailure(const QString& text) {
-  ReportError(text, TEthernetLink::ErrorCaption(QAbstractSocket::NetworkError, true),
-              TMessageIcon::Exclamation, true);
 }
 
 void TNorvaBusComms::ReportError(const QString& text, const QString& caption, TMessageIcon icon,
@@ -222,51 +130,35 @@ void TNorvaBusComms::ReportError(const QString& text, const QString& caption, TM
   const TCallOut callOut(*this);
   bool handled = false;
   if (mOnError) mOnError(*this, text, handled);
+  emit ErrorOccurred(text);
   if (!handled && mayShowBox) UIServices().MessageBox(text, caption, icon, TMessageButtons::OK);
 }
 
+void TNorvaBusComms::LinkFailed(const TPlatformResult& failure, const QString& caption,
+                                TMessageIcon icon) {
+  ReportError(failure.Text, caption, icon, true);
+}
+
 void TNorvaBusComms::CloseDevice() {
-  // Workers first: they must not touch the descriptor or the interface once it is closed.
-  for (auto* receiver : {&RXEventHandler, &NotifyEventHandler}) {
-    if (*receiver) (*receiver)->Close();
-    receiver->reset();
-  }
-  for (auto* transmitter : {&TXEventHandler, &NorvaCommandTXEventHandler}) {
-    if (*transmitter) (*transmitter)->Close();
-    transmitter->reset();
-  }
-  mWinUSBHandle.reset();
-  if (mDevice >= 0 && close(mDevice) != 0)
-    UIServices().MessageBox(QStringLiteral("Error closing device"), QStringLiteral("Error"),
-                            TMessageIcon::Stop, TMessageButtons::OK);
-  mDevice = -1;
-  if (mTCPClient) mTCPClient->Close();
+  TLink* link = std::exchange(mLink, nullptr);
   mConnectedCommsInterface = NoCommsInterface;
+  if (!link) return;
+  const TPlatformResult closed = link->Close();
+  if (!closed.Ok()) ReportError(closed.Text, QStringLiteral("Error"), TMessageIcon::Stop, true);
+  emit ConnectionChanged();
 }
 
 // --- Connection state ---
 
-bool TNorvaBusComms::DeviceNodePresent() const {
-  struct stat info {};
-  return stat(mDevicePath.toLocal8Bit().constData(), &info) == 0;
+bool TNorvaBusComms::GetConnected() const { return mLink && mLink->IsOpen(); }
+
+bool TNorvaBusComms::EthernetConnected() const {
+  return SelectedCommsInterface() == EthernetInterface && LinkUp();
 }
 
-bool TNorvaBusComms::GetConnected() const {
-  if (SelectedCommsInterface() == EthernetInterface) return mTCPClient && mTCPClient->Active();
-  if (mWinUSBHandle) return true;
-  // An unplugged adapter (or a simulator that hung up) takes its device node with it.
-  return mDevice >= 0 && DeviceNodePresent();
-}
+bool TNorvaBusComms::LinkUp() const { return mLink && mLink->IsUp(); }
 
-bool TNorvaBusComms::EthernetConnected() const { return mTCPClient && mTCPClient->Connected(); }
-
-bool TNorvaBusComms::LinkUp() const {
-  return SelectedCommsInterface() == EthernetInterface ? EthernetConnected() : GetConnected();
-}
-
-bool TNorvaBusComms::Sending() const {
-  return MainTransmitterSending() || (mTCPClient && mTCPClient->BytesToWrite() > 0);
-}
+bool TNorvaBusComms::Sending() const { return mLink && mLink->Sending(); }
 
 void TNorvaBusComms::SetConnected(bool value) {
   if (GetConnected() == value) return;
@@ -290,7 +182,8 @@ void TNorvaBusComms::ConnectUSB(bool reportMissing) {
       OpenDevice(mDevicePath, false);
     else if (reportMissing)
       ReportOpenFailure(
-          QStringLiteral("USB device ") + mDevicePath + QStringLiteral(" is not connected"), ENODEV,
+          TPlatformResult::Failure(ENODEV, QStringLiteral("USB device ") + mDevicePath +
+                                               QStringLiteral(" is not connected")),
           false);
     return;
   }
@@ -301,9 +194,9 @@ void TNorvaBusComms::ConnectUSB(bool reportMissing) {
 void TNorvaBusComms::SearchUSBDevices() {
   mUSBDevices.clear();
   std::vector<TUsbDeviceEntry> found;
-  QString error;
-  if (!UsbBackend().EnumerateDevices(found, error)) {
-    UIServices().MessageBox(error, QStringLiteral("Error"), TMessageIcon::Stop,
+  const TPlatformResult searched = UsbBackend().EnumerateDevices(found);
+  if (!searched.Ok()) {
+    UIServices().MessageBox(searched.Text, QStringLiteral("Error"), TMessageIcon::Stop,
                             TMessageButtons::OK);
     return;
   }
@@ -336,16 +229,16 @@ TCommsDeviceType TNorvaBusComms::GetUSBDeviceType(int index) const {
 }
 
 TCommsDeviceType TNorvaBusComms::ConnectedUSBDeviceType() const {
-  return mWinUSBHandle ? ConnectedDeviceType() : NoCommsDevice;
+  return GetConnected() && UsesWinUsb(mDevicePath) ? ConnectedDeviceType() : NoCommsDevice;
 }
 
 bool TNorvaBusComms::CheckConnections() {
   if (mSelectedDeviceTypes.IsEmpty()) return false;
   if (UsesWinUsb(mDevicePath)) return CheckUSBConnections();
   if (GetConnected()) return false;
-  if (SelectedCommsInterface() != EthernetInterface && !DeviceNodePresent()) {
+  if (SelectedCommsInterface() != EthernetInterface && !DeviceNodePresent(mDevicePath)) {
     // Nothing to open: just let go of what is left of the old connection.
-    const bool wasOpen = mDevice >= 0;
+    const bool wasOpen = mLink != nullptr;
     CloseDevice();
     return wasOpen;
   }
@@ -371,6 +264,7 @@ bool TNorvaBusComms::CheckUSBConnections() {
 
 void TNorvaBusComms::TellUsersConnectionChanged() {
   const TCallOut callOut(*this);
+  emit ConnectionChanged();
   const std::vector<TNorvaBusUser*> users = Users();  // a user may leave while told
   for (TNorvaBusUser* user : users) user->ConnectionChange();
 }
@@ -400,35 +294,37 @@ bool TNorvaBusComms::event(QEvent* event) {
   return true;
 }
 
+void TNorvaBusComms::LinkReceived(const QByteArray& bytes) {
+  const TCallOut callOut(*this);
+  ReceiveBytes(SerialRXKind, bytes);
+}
+
 // --- The transmit seam ---
 
-void TNorvaBusComms::WriteToSocket(const QByteArray& bytes) {
-  if (mTCPClient) mTCPClient->Write(bytes);
+bool TNorvaBusComms::SendPacketText(const QByteArray& text) {
+  return mLink && mLink->SendPacketText(text);
 }
 
-bool TNorvaBusComms::HasMainTransmitter() const { return TXEventHandler != nullptr; }
-
-void TNorvaBusComms::QueueOnMainTransmitter(const TTXItem& item) {
-  if (TXEventHandler) TXEventHandler->Send(item);
+// While no link is open, the selected interface says what the link will do.
+bool TNorvaBusComms::EchoesPackets(TCommsDeviceType connected) const {
+  if (mLink) return mLink->EchoesPackets(connected);
+  switch (SelectedCommsInterface()) {
+    case EthernetInterface: return false;
+    case USBInterface: return EchoesOverUSB(connected);
+    default: return true;
+  }
 }
 
-bool TNorvaBusComms::MainTransmitterSending() const {
-  return TXEventHandler && TXEventHandler->Sending();
-}
-
-void TNorvaBusComms::QueueOnCommandTransmitter(const TTXItem& item) {
-  if (NorvaCommandTXEventHandler) NorvaCommandTXEventHandler->Send(item);
+void TNorvaBusComms::Send(const TTXItem& item) {
+  if (mLink) mLink->Send(item);
 }
 
 void TNorvaBusComms::TakeReceivedBytes(int kind, QByteArray& appendTo) {
-  TRXEventHandler* worker =
-      kind == NotificationPipeRXKind ? NotifyEventHandler.get() : RXEventHandler.get();
-  if (worker) worker->TakeBuffer(appendTo);
+  if (mLink) mLink->TakeReceivedBytes(kind, appendTo);
 }
 
-// Received raw data not yet taken by the device's data pipe is dropped along with ours.
-void TNorvaBusComms::FlushReceivePipe() {
-  if (mWinUSBHandle) mWinUSBHandle->FlushPipe(DataInPipe);
+void TNorvaBusComms::FlushReceived() {
+  if (mLink) mLink->FlushReceived();
 }
 
 }  // namespace norva

@@ -1,10 +1,13 @@
 #pragma once
-// The bus object: the one connection between the application and a device (serial port, USB
-// serial adapter or Ethernet), its worker threads, and the packet engine that talks over it.
-// Bus client objects share it; the last one to let go frees it (later, when it lets go from inside
-// a call the bus made to it). Runs on the UI thread.
+// The bus object: the one connection between the application and a device, and the packet engine
+// that talks over it. It picks the link for the selected interface and path (a serial port, a USB
+// adapter that presents itself as one, Ethernet, or a WinUSB-style USB device), opens and closes
+// it, forwards the links' worker messages to its owner client, and is the one place where
+// failures become OnError calls, signals and message boxes. Bus client objects share it; the last
+// one to let go frees it (later, when it lets go from inside a call the bus made to it). Runs on
+// the UI thread.
 
-#include <NorvaBusComms/Devices/EthernetLink.h>
+#include <NorvaBusComms/Devices/Link.h>
 #include <NorvaBusComms/Devices/UsbDeviceSearch.h>
 #include <NorvaBusComms/PacketEngine.h>
 #include <NorvaGlobal/UIServices.h>
@@ -13,15 +16,13 @@
 #include <QPointer>
 #include <QStringList>
 
+#include <array>
+
 #include <functional>
 #include <memory>
 
 namespace norva {
 
-class TRXEventHandler;
-class TTXEventHandler;
-class TWinUsbInterface;
-class TNorvaBusClientCore;
 class TNorvaBusComms;
 
 // A connection failure offered to the application before any box is shown; set `handled` to
@@ -29,7 +30,10 @@ class TNorvaBusComms;
 using TCommsError =
     std::function<void(TNorvaBusComms& sender, const QString& errorMsg, bool& handled)>;
 
-class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTransport {
+class TNorvaBusComms : public QObject,
+                       public TNorvaPacketEngine,
+                       private TBusTransport,
+                       private TLinkHost {
   Q_OBJECT
   Q_PROPERTY(QString DevicePath READ DevicePath WRITE SetDevicePath)
   Q_PROPERTY(norva::TCommsInterface SelectedCommsInterface READ SelectedCommsInterface WRITE
@@ -37,7 +41,7 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   Q_PROPERTY(norva::TCommsInterface ConnectedCommsInterface READ ConnectedCommsInterface)
   Q_PROPERTY(norva::TCommsDeviceType ConnectedDeviceType READ ConnectedDeviceType WRITE
                  SetConnectedDeviceType)
-  Q_PROPERTY(bool Connected READ GetConnected WRITE SetConnected)
+  Q_PROPERTY(bool Connected READ GetConnected WRITE SetConnected NOTIFY ConnectionChanged)
   Q_PROPERTY(int InProcessCmd READ InProcessCmd)
   Q_PROPERTY(bool ProcessingEcho READ ProcessingEcho)
   Q_PROPERTY(bool ForceRawProcessing READ ForceRawProcessing WRITE SetForceRawProcessing)
@@ -46,15 +50,15 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   Q_PROPERTY(norva::TCommsDeviceType ConnectedUSBDeviceType READ ConnectedUSBDeviceType)
 
  public:
-  // `owner` is the bus client whose host receives the workers' messages (none: the first client).
-  // Anything that is not a bus client's host would swallow them unseen, so it is refused with
-  // std::invalid_argument.
+  // `messageTarget` is the bus client whose host receives the workers' messages (none: the first
+  // client). Anything that is not a bus client's host would swallow them unseen, so it is refused
+  // with std::invalid_argument.
   // A serial port (RS232, talking to an amplifier) at `device`.
-  TNorvaBusComms(const QString& device, QObject* owner);
+  TNorvaBusComms(const QString& device, QObject* messageTarget);
   // USB devices of the given types (the USB interface).
-  TNorvaBusComms(const TCommsDeviceTypes& usbDeviceTypes, QObject* owner);
+  TNorvaBusComms(const TCommsDeviceTypes& usbDeviceTypes, QObject* messageTarget);
   TNorvaBusComms(TCommsInterface commsInterface, const TCommsDeviceTypes& deviceTypes,
-                 const QString& devicePath, QObject* owner);
+                 const QString& devicePath, QObject* messageTarget);
   ~TNorvaBusComms() override;
 
   // Closes any open connection and opens `path` on the selected interface; `report` says whether
@@ -77,17 +81,18 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
 
   const TCommsError& OnError() const { return mOnError; }
   void SetOnError(TCommsError handler) { mOnError = std::move(handler); }
-  // Offers a failure to the OnError handler, then, unless it was handled and when `mayShowBox`,
-  // shows it in a box.
+  // Offers a failure to the OnError handler and emits ErrorOccurred; then, unless it was handled
+  // and when `mayShowBox`, shows it in a box.
   void ReportError(const QString& text, const QString& caption, TMessageIcon icon, bool mayShowBox);
 
   // The client whose messages the workers' messages go to (the first client, by default); see the
   // constructors for what is refused.
   QObject* Owner() const { return mOwner; }
-  void SetOwner(QObject* owner);
+  void SetOwner(QObject* messageTarget);
 
   // Called by the last client letting go: frees the bus at once, or, while the bus is calling out
-  // (delivering, telling of a connection change, reporting an error), once control has left it.
+  // (delivering, waiting, telling of a connection change, reporting an error), once control has
+  // left it.
   void ReleaseLastClient();
 
   // The serial ports offered to the user.
@@ -110,71 +115,59 @@ class TNorvaBusComms : public QObject, public TNorvaPacketEngine, private TBusTr
   // Bytes can reach the device now: connected, and for Ethernet the socket is up.
   bool LinkUp() const;
   // True while bytes handed to the link wait to go out (queued items, unsent socket data).
-  bool Sending() const;
+  bool Sending() const override;
+
+ signals:
+  // The connection was opened, closed, or made or lost by the link itself.
+  void ConnectionChanged();
+  // A failure was reported (the text OnError is given).
+  void ErrorOccurred(const QString& text);
 
  protected:
   bool event(QEvent* event) override;
+  void CallOutsEnded() override;
 
  private:
-  // Counts one call out of the bus (to a user, a client or a handler) for as long as it lives.
-  class TCallOut {
-   public:
-    explicit TCallOut(TNorvaBusComms& bus) : mBus(bus) { ++mBus.mCallingOut; }
-    ~TCallOut() { --mBus.mCallingOut; }
-    TCallOut(const TCallOut&) = delete;
-    TCallOut& operator=(const TCallOut&) = delete;
-
-   private:
-    TNorvaBusComms& mBus;
-  };
-  bool CallingOut() const;
-
-  void Init(QObject* owner);
   // Opens `path` without making it the named device (the tries of ConnectUSB).
   void OpenDevice(const QString& path, bool report);
-  void OpenSerial(const QString& path, bool softwareFlowControl, bool report);
-  void OpenEthernet(const QString& path, bool report);
-  void OpenWinUsb(const QString& path, bool report);
-  // Checks the endpoints and sets their policy; false (after reporting) on a pipe of the wrong
-  // kind.
-  bool PreparePipes(bool report, bool& hasNotifyPipe, bool& hasCommandPipe);
+  // The link that serves `path` on the selected interface (none without an interface). Each kind
+  // of link is made once and kept: a link may be closed from inside its own call to the bus.
+  TLink* LinkFor(const QString& path);
   void ConnectUSB(bool reportMissing);
   bool CheckUSBConnections();
   bool UsesWinUsb(const QString& path) const;
-  void ReportOpenFailure(const QString& message, int code, bool report);
-  bool DeviceNodePresent() const;
+  void ReportOpenFailure(const TPlatformResult& failure, bool report);
   void TellUsersConnectionChanged();
-  void ReportSendFailure(const QString& text);
   // Where worker messages go when the owner is gone: the first remaining client.
   QObject* MessageTarget();
 
   // The transmit seam, over whichever link is open.
   bool IsOpen() const override { return GetConnected(); }
-  void WriteToSocket(const QByteArray& bytes) override;
-  bool HasMainTransmitter() const override;
-  void QueueOnMainTransmitter(const TTXItem& item) override;
-  bool MainTransmitterSending() const override;
-  bool HasCommandTransmitter() const override { return NorvaCommandTXEventHandler != nullptr; }
-  void QueueOnCommandTransmitter(const TTXItem& item) override;
+  bool SendPacketText(const QByteArray& text) override;
+  bool EchoesPackets(TCommsDeviceType connected) const override;
+  void Send(const TTXItem& item) override;
   void TakeReceivedBytes(int kind, QByteArray& appendTo) override;
-  void FlushReceivePipe() override;
+  void FlushReceived() override;
 
-  int mDevice = -1;
-  std::unique_ptr<TEthernetLink> mTCPClient;
-  std::unique_ptr<TRXEventHandler> RXEventHandler;
-  std::unique_ptr<TTXEventHandler> TXEventHandler;
-  std::unique_ptr<TRXEventHandler> NotifyEventHandler;
-  std::unique_ptr<TTXEventHandler> NorvaCommandTXEventHandler;
-  std::unique_ptr<TWinUsbInterface> mWinUSBHandle;
+  // What the links tell the bus.
+  QObject& MessageWindow() override { return *this; }
+  void LinkReceived(const QByteArray& bytes) override;
+  void LinkConnectionChanged() override { TellUsersConnectionChanged(); }
+  void LinkFailed(const TPlatformResult& failure, const QString& caption,
+                  TMessageIcon icon) override;
+
+  enum TLinkKind { SerialLink, UsbSerialLink, EthernetLink, WinUsbLink, LinkKinds };
+  std::array<std::unique_ptr<TLink>, LinkKinds> mLinks;
+  TLink* mLink = nullptr;  // the open one
   std::vector<TUSBDevice> mUSBDevices;
   QString mDevicePath;
   bool mDevicePathNamed = false;  // the application named the device: no other will do
   QPointer<QObject> mOwner;
-  int mCallingOut = 0;
   TCommsDeviceTypes mSelectedDeviceTypes;
   TCommsInterface mConnectedCommsInterface = NoCommsInterface;
   TCommsError mOnError;
   std::uint32_t mGeneration = 0;  // counts openings; messages of older ones are stale
+  bool mReleaseRequested = false;
 };
 
 }  // namespace norva

@@ -1,9 +1,9 @@
 #include <NorvaBusComms/Devices/EthernetLink.h>
 #include <NorvaGlobal/DebugOutput.h>
-#include <NorvaGlobal/UIServices.h>
 
 #include <QTcpSocket>
 
+#include <cerrno>
 #include <utility>
 
 namespace norva {
@@ -20,32 +20,41 @@ bool ParseAddress(const QString& address, QString& host, quint16& port) {
   port = static_cast<quint16>(value);
   return !host.isEmpty();
 }
+
+// The errno-style code closest to a socket error, for the one result type of the links.
+int SocketErrorCode(QAbstractSocket::SocketError error) {
+  switch (error) {
+    case QAbstractSocket::ConnectionRefusedError: return ECONNREFUSED;
+    case QAbstractSocket::RemoteHostClosedError: return ECONNRESET;
+    case QAbstractSocket::HostNotFoundError: return EHOSTUNREACH;
+    case QAbstractSocket::SocketTimeoutError: return ETIMEDOUT;
+    default: return EIO;
+  }
+}
 }  // namespace
 
-TEthernetLink::TEthernetLink(THooks hooks) : mHooks(std::move(hooks)) {
+TEthernetLink::TEthernetLink(TLinkHost& host) : TLink(host) {
   mRetryTimer.setSingleShot(true);
   connect(&mRetryTimer, &QTimer::timeout, this, &TEthernetLink::Reopen);
 }
 
 TEthernetLink::~TEthernetLink() { Close(); }
 
-bool TEthernetLink::Open(const QString& address) {
+TPlatformResult TEthernetLink::Open(const QString& address, std::uint32_t /*generation*/) {
   Close();
-  if (!ParseAddress(address, mHost, mPort)) return false;
+  if (!ParseAddress(address, mHost, mPort))
+    return TPlatformResult::Failure(EINVAL, QStringLiteral("Cannot open device ") + address);
   mFailedAttempts = 0;
   Reopen();
-  return true;
+  return {};
 }
 
 void TEthernetLink::Reopen() {
-  if (mSocket) {
-    mSocket->disconnect(this);
-    mSocket->abort();
-    mSocket->deleteLater();
-  }
+  DropSocket();
   mConnectedOnce = false;
   mSocket = new QTcpSocket(this);
   mSocket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+  mSocket->setReadBufferSize(SocketReadBufferBytes);
   connect(mSocket, &QTcpSocket::connected, this, &TEthernetLink::EthernetConnect);
   connect(mSocket, &QTcpSocket::readyRead, this, &TEthernetLink::EthernetRead);
   connect(mSocket, &QTcpSocket::errorOccurred, this, &TEthernetLink::EthernetError);
@@ -53,9 +62,7 @@ void TEthernetLink::Reopen() {
   mSocket->connectToHost(mHost, mPort);
 }
 
-void TEthernetLink::Close() {
-  mRetryTimer.stop();
-  mPendingWrite.clear();
+void TEthernetLink::DropSocket() {
   if (!mSocket) return;
   mSocket->disconnect(this);
   mSocket->abort();
@@ -63,21 +70,33 @@ void TEthernetLink::Close() {
   mSocket = nullptr;
 }
 
-bool TEthernetLink::Active() const {
+TPlatformResult TEthernetLink::Close() {
+  mRetryTimer.stop();
+  mPendingWrite.clear();
+  DropSocket();
+  return {};
+}
+
+bool TEthernetLink::IsOpen() const {
   return mSocket && mSocket->state() != QAbstractSocket::UnconnectedState;
 }
 
-bool TEthernetLink::Connected() const {
+bool TEthernetLink::IsUp() const {
   return mSocket && mSocket->state() == QAbstractSocket::ConnectedState;
+}
+
+bool TEthernetLink::SendPacketText(const QByteArray& text) {
+  Write(text);
+  return false;
 }
 
 void TEthernetLink::Write(const QByteArray& bytes) {
   if (bytes.isEmpty()) return;
-  if (!Active()) {
+  if (!IsOpen()) {
     SendFailed(QStringLiteral("Not connected: %1 bytes were not sent").arg(bytes.size()));
     return;
   }
-  if (Connected()) {
+  if (IsUp()) {
     mSocket->write(bytes);
     return;
   }
@@ -91,7 +110,8 @@ void TEthernetLink::Write(const QByteArray& bytes) {
 
 void TEthernetLink::SendFailed(const QString& text) {
   DebugOutput(text);
-  if (mHooks.SendFailed) mHooks.SendFailed(text);
+  Host().LinkFailed(TPlatformResult::Failure(EPIPE, text),
+                    ErrorCaption(QAbstractSocket::NetworkError, true), TMessageIcon::Exclamation);
 }
 
 qint64 TEthernetLink::BytesToWrite() const {
@@ -102,12 +122,17 @@ void TEthernetLink::EthernetConnect() {
   mConnectedOnce = true;
   mConnectedFor.start();
   if (!mPendingWrite.isEmpty()) mSocket->write(std::exchange(mPendingWrite, QByteArray()));
-  if (mHooks.ConnectionChange) mHooks.ConnectionChange();
+  Host().LinkConnectionChanged();
 }
 
+// In reads of a worker's size, so that one arrival never holds more than a serial one would; a
+// handler may close the link on the way.
 void TEthernetLink::EthernetRead() {
-  const QByteArray bytes = mSocket->readAll();
-  if (!bytes.isEmpty() && mHooks.Received) mHooks.Received(bytes);
+  while (mSocket && mSocket->bytesAvailable() > 0) {
+    const QByteArray bytes = mSocket->read(ReadChunkBytes);
+    if (bytes.isEmpty()) return;
+    Host().LinkReceived(bytes);
+  }
 }
 
 QString TEthernetLink::ErrorCaption(QAbstractSocket::SocketError error, bool writing) {
@@ -126,11 +151,11 @@ void TEthernetLink::EthernetError(QAbstractSocket::SocketError error) {
   // Errors while connecting are retried, so they are not shown; nor is the peer closing the
   // connection, which is how a device reboot looks.
   if (mConnectedOnce && error != QAbstractSocket::RemoteHostClosedError) {
-    UIServices().MessageBox(mSocket->errorString(),
-                            ErrorCaption(error, mSocket->bytesToWrite() > 0),
-                            TMessageIcon::Exclamation, TMessageButtons::OK);
+    Host().LinkFailed(TPlatformResult::Failure(SocketErrorCode(error), mSocket->errorString()),
+                      ErrorCaption(error, mSocket->bytesToWrite() > 0), TMessageIcon::Exclamation);
+    if (!mSocket) return;  // the bus closed the link on hearing of it
   }
-  if (!Active() || error == QAbstractSocket::RemoteHostClosedError) ConnectionLost();
+  if (!IsOpen() || error == QAbstractSocket::RemoteHostClosedError) ConnectionLost();
 }
 
 void TEthernetLink::ConnectionLost() {
@@ -141,7 +166,7 @@ void TEthernetLink::ConnectionLost() {
   mRetryTimer.start(NextRetryDelay());
   if (unsent > 0)
     SendFailed(QStringLiteral("The connection closed before %1 bytes were sent").arg(unsent));
-  if (mHooks.ConnectionChange) mHooks.ConnectionChange();
+  Host().LinkConnectionChanged();
   DebugOutput(QStringLiteral("Retrying Ethernet open"));
 }
 

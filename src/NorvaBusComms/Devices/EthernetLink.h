@@ -6,45 +6,48 @@
 // that stays away, or one that accepts and closes at once, costs nothing but the occasional
 // attempt. Bytes written are either handed to the network or reported as a send failure.
 
+#include <NorvaBusComms/Devices/Link.h>
+
 #include <QAbstractSocket>
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
-#include <functional>
-
 class QTcpSocket;
 
 namespace norva {
 
-class TEthernetLink : public QObject {
+class TEthernetLink final : public QObject, public TLink {
   Q_OBJECT
 
  public:
-  struct THooks {
-    std::function<void(const QByteArray&)> Received;
-    // The connection was made, or lost (or could not be made; the link is about to retry).
-    std::function<void()> ConnectionChange;
-    // Bytes given to Write did not reach the network; the text says why.
-    std::function<void(const QString&)> SendFailed;
-  };
-
   static constexpr int MaxRetryDelayMs = 1000;
   // A connection that lasted this long was a working one: its loss is retried at once.
   static constexpr int StableConnectionMs = 2000;
   // Bytes a connection attempt in progress holds for sending; beyond that a write fails.
   static constexpr qint64 MaxPendingWriteBytes = 1 << 20;
+  // What one read takes from the socket (as a receive worker's read), and what the socket may
+  // hold unread: a flooding peer is then held back by TCP's own flow control.
+  static constexpr qint64 ReadChunkBytes = 1024;
+  static constexpr qint64 SocketReadBufferBytes = 64 * 1024;
 
-  explicit TEthernetLink(THooks hooks);
+  explicit TEthernetLink(TLinkHost& host);
   ~TEthernetLink() override;
 
-  // Starts connecting to "host:port" ("[v6-address]:port" for IPv6); false when the address is
-  // not of that form.
-  bool Open(const QString& address);
-  void Close();
+  // Starts connecting to "host:port" ("[v6-address]:port" for IPv6); fails (EINVAL) when the
+  // address is not of that form.
+  TPlatformResult Open(const QString& address, std::uint32_t generation) override;
+  TPlatformResult Close() override;
   // The socket exists and is connecting or connected.
-  bool Active() const;
-  bool Connected() const;
+  bool IsOpen() const override;
+  bool IsUp() const override;
+  // Ethernet devices do not echo, so sent packets are not remembered.
+  bool SendPacketText(const QByteArray& text) override;
+  bool EchoesPackets(TCommsDeviceType /*connected*/) const override { return false; }
+  // Raw items and vendor commands do not go over Ethernet.
+  void Send(const TTXItem& /*item*/) override {}
+  bool Sending() const override { return BytesToWrite() > 0; }
+
   // Queues bytes for the peer (while connecting, until the connection is made); reports a send
   // failure when there is no connection to take them.
   void Write(const QByteArray& bytes);
@@ -64,8 +67,8 @@ class TEthernetLink : public QObject {
   void Reopen();
   int NextRetryDelay();
   void SendFailed(const QString& text);
+  void DropSocket();
 
-  THooks mHooks;
   QTcpSocket* mSocket = nullptr;
   QString mHost;
   quint16 mPort = 0;

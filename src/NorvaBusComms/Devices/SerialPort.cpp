@@ -15,10 +15,11 @@ namespace {
 constexpr cc_t XonCharacter = 0x11;
 constexpr cc_t XoffCharacter = 0x13;
 
-int Fail(int fd, const QString& message, TSerialOpenError& error) {
-  error = {message, errno};
+TPlatformResult Fail(int& fd, const QString& message) {
+  const TPlatformResult failure = TPlatformResult::Failure(errno, message);
   if (fd >= 0) close(fd);
-  return -1;
+  fd = -1;
+  return failure;
 }
 
 // Line settings: 9600 8N1 in raw binary mode, no parity checking, no hardware handshake.
@@ -55,23 +56,21 @@ void DropModemLines(int fd) {
 }
 }  // namespace
 
-int OpenSerialPort(const QString& path, bool softwareFlowControl, TSerialOpenError& error) {
+TPlatformResult OpenSerialPort(const QString& path, bool softwareFlowControl, int& fd) {
   const QByteArray name = path.toLocal8Bit();
-  const int fd = open(name.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  fd = open(name.constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   if (fd < 0 || !isatty(fd) || ioctl(fd, TIOCEXCL) != 0) {
     if (fd >= 0 && !isatty(fd)) errno = ENOTTY;
-    return Fail(fd, QStringLiteral("Cannot open port ") + path, error);
+    return Fail(fd, QStringLiteral("Cannot open port ") + path);
   }
-  if (!SetLineState(fd, softwareFlowControl)) {
-    return Fail(fd, QStringLiteral("Error configuring serial port (SetCommState)"), error);
-  }
-  if (!SetTimeouts(fd)) {
-    return Fail(fd, QStringLiteral("Error configuring serial port (SetCommTimeouts)"), error);
-  }
+  if (!SetLineState(fd, softwareFlowControl))
+    return Fail(fd, QStringLiteral("Error configuring serial port (SetCommState)"));
+  if (!SetTimeouts(fd))
+    return Fail(fd, QStringLiteral("Error configuring serial port (SetCommTimeouts)"));
   DropModemLines(fd);
   ioctl(fd, TIOCCBRK);
   tcflush(fd, TCIOFLUSH);
-  return fd;
+  return {};
 }
 
 QStringList SerialPortNames() {

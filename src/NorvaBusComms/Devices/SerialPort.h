@@ -3,19 +3,15 @@
 // bits, no parity, one stop bit, raw, no hardware handshake, DTR and RTS off; XON/XOFF (0x11/0x13)
 // only on a real RS232 link, never on a USB adapter.
 
+#include <NorvaGlobal/PlatformResult.h>
+
 #include <QString>
 #include <QStringList>
 
 namespace norva {
 
-// An open failure: the system's text, the code, and the message the user sees.
-struct TSerialOpenError {
-  QString Message;
-  int Code = 0;
-};
-
-// Opens and configures `path`; returns the descriptor, or -1 with `error` filled in.
-int OpenSerialPort(const QString& path, bool softwareFlowControl, TSerialOpenError& error);
+// Opens and configures `path`, setting `fd` to the descriptor (-1 on failure).
+TPlatformResult OpenSerialPort(const QString& path, bool softwareFlowControl, int& fd);
 
 // The serial ports of this machine offered to the user (their device paths).
 QStringList SerialPortNames();
