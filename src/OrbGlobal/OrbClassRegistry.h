@@ -10,9 +10,13 @@
 
 namespace norva {
 
-// Appends the class; duplicates are not checked.
+// Appends the class; duplicates are not checked. A class publishing a writable property whose type
+// undo cannot restore (see PropertyKinds.h), itself or in a part it holds, is refused: ENorvaError
+// "Cannot register <class>: property <declaring class>.<property> of type <type> cannot be
+// undone", and nothing is registered.
 void RegisterOrbObjectClass(TOrbObjectClass cls);
-// Registers, in order, each class of the list that is a model class; skips the others.
+// Registers, in order, each class of the list that is a model class; skips the others. When one
+// is refused, none of the list is registered.
 void RegisterOrbObjectClasses(const QList<const QMetaObject*>& classes);
 // The first registered class whose class GUID is `guid`, or none.
 TOrbObjectClass GetOrbObjectClass(const QUuid& guid);

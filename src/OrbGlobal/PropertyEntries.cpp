@@ -29,7 +29,11 @@ void TChangedProperty::WriteValue(const QVariant& value) const {
 }
 
 void TChangedOrdProperty::Capture() { mPrevValue = OrdinalOf(ReadValue()); }
-void TChangedOrdProperty::Revert() { WriteValue(QVariant::fromValue(mPrevValue)); }
+// The property is looked up once: reverting a large step runs this for every entry.
+void TChangedOrdProperty::Revert() {
+  const QMetaProperty property = Property();
+  property.write(&Object(), OrdinalValue(property.metaType(), mPrevValue));
+}
 
 void TChangedAnsiStringProperty::Capture() { mPrevValue = ReadValue().toByteArray(); }
 void TChangedAnsiStringProperty::Revert() { WriteValue(mPrevValue); }

@@ -41,7 +41,13 @@ bool IsVariantType(QMetaType type) {
     case QMetaType::QVariant:
     case QMetaType::QDateTime:
     case QMetaType::QDate:
-    case QMetaType::QTime: return true;
+    case QMetaType::QTime:
+    // Qt value types, kept whole. A 32-bit ordinal would lose "no colour" (an invalid QColor),
+    // 16-bit channels and colours not given as RGB; a font is no object a snapshot could build,
+    // only a value, so its copy is its snapshot. The library knows both by their meta-types
+    // alone, so it needs no Qt GUI.
+    case QMetaType::QColor:
+    case QMetaType::QFont: return true;
     default: return false;
   }
 }
@@ -67,10 +73,25 @@ TPropertyKind PropertyKindOf(const QMetaProperty& property) {
   return TPropertyKind::Unsupported;
 }
 
+// Qt converts no character type but QChar to or from an integer, so char16_t and char32_t are
+// taken as they are; a char32_t keeps all its 32 bits.
 std::int32_t OrdinalOf(const QVariant& value) {
+  switch (value.metaType().id()) {
+    case QMetaType::Char16: return value.value<char16_t>();
+    case QMetaType::Char32: return static_cast<std::int32_t>(value.value<char32_t>());
+    default: break;
+  }
   QVariant ordinal = value;
   ordinal.convert(QMetaType::fromType<std::int32_t>());
   return ordinal.value<std::int32_t>();
+}
+
+QVariant OrdinalValue(QMetaType type, std::int32_t ordinal) {
+  switch (type.id()) {
+    case QMetaType::Char16: return QVariant::fromValue(static_cast<char16_t>(ordinal));
+    case QMetaType::Char32: return QVariant::fromValue(static_cast<char32_t>(ordinal));
+    default: return QVariant::fromValue(ordinal);  // writing the property converts it
+  }
 }
 
 TOrbObject* OrbObjectOf(const QVariant& value) {

@@ -1,16 +1,19 @@
 #pragma once
 // How a Q_PROPERTY's type decides the kind of undo entry (and of snapshot field) it gets:
-//   Ordinal         bool, 8/16/32-bit integers, characters, enumerations, and bit sets registered
-//                   with RegisterOrdinalSetType; kept as a 32-bit ordinal
+//   Ordinal         bool, 8/16/32-bit integers, characters (char16_t and char32_t too),
+//                   enumerations, and bit sets registered with RegisterOrdinalSetType; kept as a
+//                   32-bit ordinal
 //   AnsiString      QByteArray (8-bit string)
 //   UnicodeString   QString
-//   Variant         float, double, 64-bit integers, QVariant, QDateTime, QDate, QTime
+//   Variant         float, double, 64-bit integers, QVariant, QDateTime, QDate, QTime, QColor,
+//                   QFont: kept as a copy of the value
 //   DynamicArray    any sequential container (QList<T>, std::vector<T>, QStringList, ...)
 //   ObjectReference pointer to a model class that is not a sub-component: another object
 //   SubObject       pointer to a sub-component model class: a part the object owns and copies in
 //                   its setter
 //   OtherClass      pointer to any other QObject class: nothing is recorded
-//   Unsupported     everything else (records, plain pointers, class references, ...)
+//   Unsupported     everything else (records, maps, plain pointers, sets never registered, ...);
+//                   the class registry refuses a class that publishes such a property
 
 #include <NorvaGlobal/EnumSet.h>
 
@@ -37,7 +40,10 @@ enum class TPropertyKind {
 
 TPropertyKind PropertyKindOf(const QMetaProperty& property);
 
+// The 32-bit ordinal of an ordinal property's value, and back: the value of the property type
+// `type` that the ordinal stands for, which the property's setter accepts.
 std::int32_t OrdinalOf(const QVariant& value);
+QVariant OrdinalValue(QMetaType type, std::int32_t ordinal);
 
 class TOrbObject;
 // The model object a class-valued property holds, or none.
@@ -46,8 +52,8 @@ TOrbObject* OrbObjectOf(const QVariant& value);
 QVariant ObjectPropertyValue(QMetaType type, QObject* object);
 
 // A set becomes an ordinal property once its conversions to and from the 32-bit ordinal (bit i =
-// value i) are registered; call this before the first change of such a property is recorded (a
-// model class does it in its constructor). Registering twice is harmless.
+// value i) are registered; call this before the class publishing the set is registered (and before
+// the first change of such a property is recorded). Registering twice is harmless.
 template <typename E, std::size_t N>
 void RegisterOrdinalSetType() {
   static_assert(N <= 32, "an ordinal set holds at most 32 values");

@@ -121,7 +121,7 @@ void TSubObjectSnapshot::ReadProperties(QIODevice& stream, TOrbObject& object) c
   ForEachSnapshotProperty(object.metaObject(), [&](const QMetaProperty& property) {
     switch (PropertyKindOf(property)) {
       case TPropertyKind::Ordinal:
-        property.write(&object, QVariant::fromValue(ReadNumber<qint32>(stream)));
+        property.write(&object, OrdinalValue(property.metaType(), ReadNumber<qint32>(stream)));
         break;
       case TPropertyKind::AnsiString:
         property.write(&object, LoadStringFromStream(stream).toLatin1());

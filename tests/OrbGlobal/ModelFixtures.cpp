@@ -17,9 +17,7 @@ void TPart::AssignTo(QObject* dest) const {
   TOrbObject::AssignTo(dest);
 }
 
-TItem::TItem(TOrbObject* owner) : TOrbObject(owner), mPart(std::make_unique<TPart>(this)) {
-  norva::RegisterOrdinalSetType<TFeature, 4>();
-}
+TItem::TItem(TOrbObject* owner) : TOrbObject(owner), mPart(std::make_unique<TPart>(this)) {}
 
 void TItem::SetPart(TPart* part) {
   if (part == mPart.get()) return;
@@ -64,6 +62,7 @@ void TDocument::Updated(TOrbObject* sender) {
 }
 
 void TModelTest::SetUp() {
+  norva::RegisterOrdinalSetType<TFeature, 4>();
   while (norva::UndoDisabled()) norva::EnableUndo();
   norva::Undo().Empty();
   norva::Redo().Empty();

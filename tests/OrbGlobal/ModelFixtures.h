@@ -1,20 +1,26 @@
 #pragma once
 // Small model classes for the object-model suites: a document owning a list of items whose
-// properties cover every kind the undo protocol records, plus the histories' clean slate.
+// properties cover every kind the undo protocol records, a class with one property of every type
+// a model class may publish, plus the histories' clean slate.
 
 #include <NorvaGlobal/EnumSet.h>
 #include <OrbGlobal/OrbObject.h>
 #include <OrbGlobal/OrbObjectList.h>
 
 #include <QByteArray>
+#include <QColor>
+#include <QDateTime>
+#include <QFont>
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QVariant>
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace fixture {
 Q_NAMESPACE
@@ -81,7 +87,6 @@ class TItem : public norva::TOrbObject {
   Q_PROPERTY(QList<int> Steps READ GetSteps WRITE SetSteps)
   Q_PROPERTY(fixture::TTarget* Link READ GetLink WRITE SetLink)
   Q_PROPERTY(fixture::TPart* Part READ GetPart WRITE SetPart)
-  Q_PROPERTY(fixture::TSpot Spot READ GetSpot WRITE SetSpot)
   Q_PROPERTY(QObject* Helper READ GetHelper WRITE SetHelper)
 
  public:
@@ -107,8 +112,6 @@ class TItem : public norva::TOrbObject {
   void SetLink(TTarget* link) { ChangeProperty("Link", mLink, link); }
   TPart* GetPart() const { return mPart.get(); }
   void SetPart(TPart* part);
-  TSpot GetSpot() const { return mSpot; }
-  void SetSpot(TSpot spot) { ChangeProperty("Spot", mSpot, spot); }
   QObject* GetHelper() const { return mHelper; }
   void SetHelper(QObject* helper) { ChangeProperty("Helper", mHelper, helper); }
 
@@ -125,9 +128,97 @@ class TItem : public norva::TOrbObject {
   QList<int> mSteps;
   TTarget* mLink = nullptr;
   std::unique_ptr<TPart> mPart;
-  TSpot mSpot;
   QObject* mHelper = nullptr;
 };
+
+// A part holding a record: undo cannot keep it, so its changes only write a debug line and the
+// class registry refuses the class.
+class TSpotted : public norva::TOrbObject {
+  Q_OBJECT
+  Q_PROPERTY(fixture::TSpot Spot READ GetSpot WRITE SetSpot)
+
+ public:
+  Q_INVOKABLE explicit TSpotted(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
+
+  TSpot GetSpot() const { return mSpot; }
+  void SetSpot(TSpot spot) { ChangeProperty("Spot", mSpot, spot); }
+
+ private:
+  TSpot mSpot;
+};
+
+// The getter, the setter keeping the contract and the field of one property of TValues.
+#define FIXTURE_VALUE(Type, Name)                                       \
+ public:                                                                \
+  Type Get##Name() const { return m##Name; }                            \
+  void Set##Name(Type value) { ChangeProperty(#Name, m##Name, value); } \
+                                                                        \
+ private:                                                               \
+  Type m##Name{};
+
+// One property of every value type a model class may publish, and a reference; each starts at its
+// type's default.
+class TValues : public norva::TOrbObject {
+  Q_OBJECT
+  Q_PROPERTY(bool Bool READ GetBool WRITE SetBool)
+  Q_PROPERTY(qint8 Int8 READ GetInt8 WRITE SetInt8)
+  Q_PROPERTY(quint8 UInt8 READ GetUInt8 WRITE SetUInt8)
+  Q_PROPERTY(qint16 Int16 READ GetInt16 WRITE SetInt16)
+  Q_PROPERTY(quint16 UInt16 READ GetUInt16 WRITE SetUInt16)
+  Q_PROPERTY(qint32 Int32 READ GetInt32 WRITE SetInt32)
+  Q_PROPERTY(quint32 UInt32 READ GetUInt32 WRITE SetUInt32)
+  Q_PROPERTY(char Char READ GetChar WRITE SetChar)
+  Q_PROPERTY(char16_t Char16 READ GetChar16 WRITE SetChar16)
+  Q_PROPERTY(char32_t Char32 READ GetChar32 WRITE SetChar32)
+  Q_PROPERTY(QChar QtChar READ GetQtChar WRITE SetQtChar)
+  Q_PROPERTY(fixture::TShape Shape READ GetShape WRITE SetShape)
+  Q_PROPERTY(fixture::TFeatures Features READ GetFeatures WRITE SetFeatures)
+  Q_PROPERTY(QByteArray Bytes READ GetBytes WRITE SetBytes)
+  Q_PROPERTY(QString Text READ GetText WRITE SetText)
+  Q_PROPERTY(float Float READ GetFloat WRITE SetFloat)
+  Q_PROPERTY(double Double READ GetDouble WRITE SetDouble)
+  Q_PROPERTY(qint64 Int64 READ GetInt64 WRITE SetInt64)
+  Q_PROPERTY(quint64 UInt64 READ GetUInt64 WRITE SetUInt64)
+  Q_PROPERTY(QDateTime DateTime READ GetDateTime WRITE SetDateTime)
+  Q_PROPERTY(QVariant Variant READ GetVariant WRITE SetVariant)
+  Q_PROPERTY(QColor Colour READ GetColour WRITE SetColour)
+  Q_PROPERTY(QFont Font READ GetFont WRITE SetFont)
+  Q_PROPERTY(QList<int> IntList READ GetIntList WRITE SetIntList)
+  Q_PROPERTY(std::vector<double> DoubleVector READ GetDoubleVector WRITE SetDoubleVector)
+  Q_PROPERTY(fixture::TTarget* Target READ GetTarget WRITE SetTarget)
+
+ public:
+  Q_INVOKABLE explicit TValues(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
+
+  FIXTURE_VALUE(bool, Bool)
+  FIXTURE_VALUE(qint8, Int8)
+  FIXTURE_VALUE(quint8, UInt8)
+  FIXTURE_VALUE(qint16, Int16)
+  FIXTURE_VALUE(quint16, UInt16)
+  FIXTURE_VALUE(qint32, Int32)
+  FIXTURE_VALUE(quint32, UInt32)
+  FIXTURE_VALUE(char, Char)
+  FIXTURE_VALUE(char16_t, Char16)
+  FIXTURE_VALUE(char32_t, Char32)
+  FIXTURE_VALUE(QChar, QtChar)
+  FIXTURE_VALUE(TShape, Shape)
+  FIXTURE_VALUE(TFeatures, Features)
+  FIXTURE_VALUE(QByteArray, Bytes)
+  FIXTURE_VALUE(QString, Text)
+  FIXTURE_VALUE(float, Float)
+  FIXTURE_VALUE(double, Double)
+  FIXTURE_VALUE(qint64, Int64)
+  FIXTURE_VALUE(quint64, UInt64)
+  FIXTURE_VALUE(QDateTime, DateTime)
+  FIXTURE_VALUE(QVariant, Variant)
+  FIXTURE_VALUE(QColor, Colour)
+  FIXTURE_VALUE(QFont, Font)
+  FIXTURE_VALUE(QList<int>, IntList)
+  FIXTURE_VALUE(std::vector<double>, DoubleVector)
+  FIXTURE_VALUE(TTarget*, Target)
+};
+
+#undef FIXTURE_VALUE
 
 // The root: owns its items, reacts to every change below it, may be made read-only.
 class TDocument : public norva::TOrbObject {
@@ -159,7 +250,8 @@ class TDocument : public norva::TOrbObject {
   norva::TOrbObject* mLastSender = nullptr;
 };
 
-// Every test starts and ends with empty histories and undo enabled.
+// Every test starts and ends with empty histories and undo enabled, and with the fixtures' set
+// type registered, as an application registers its sets before its classes.
 class TModelTest : public ::testing::Test {
  protected:
   void SetUp() override;

@@ -1,5 +1,6 @@
 // The model object base: names, GUIDs, notification up the owner chain, class-level data and the
-// registry, assignment and cloning, child navigation with its read-only errors.
+// registry with its refusal of classes undo cannot serve, assignment and cloning, child navigation
+// with its read-only errors.
 #include "ModelFixtures.h"
 
 #include <OrbGlobal/ListItemObject.h>
@@ -24,6 +25,41 @@ class TEditableTarget : public TTarget, public norva::IEditActionForm {
 
  public:
   Q_INVOKABLE explicit TEditableTarget(norva::TOrbObject* owner = nullptr) : TTarget(owner) {}
+};
+
+// Classes with a property undo cannot restore: through a part, a map, a set whose conversions were
+// never registered.
+class TSpottedHolder : public norva::TOrbObject {
+  Q_OBJECT
+  Q_PROPERTY(fixture::TSpotted* Inner MEMBER mInner)
+  TSpotted* mInner = nullptr;
+};
+
+class TMapped : public norva::TOrbObject {
+  Q_OBJECT
+  Q_PROPERTY(QVariantMap Map MEMBER mMap)
+  QVariantMap mMap;
+};
+
+using TShapes = norva::TEnumSet<TShape, 3>;
+
+class TShaped : public norva::TOrbObject {
+  Q_OBJECT
+  Q_PROPERTY(fixture::TShapes Shapes MEMBER mShapes)
+  TShapes mShapes;
+};
+
+// A part made of parts of its own kind; read-only properties are not edited, whatever their type.
+class TNested : public norva::TOrbObject {
+  Q_OBJECT
+  Q_PROPERTY(fixture::TNested* Child MEMBER mChild)
+  Q_PROPERTY(fixture::TSpot Spot READ GetSpot)
+
+ public:
+  TSpot GetSpot() const { return {}; }
+
+ private:
+  TNested* mChild = nullptr;
 };
 
 // Rows whose data under OrbObjectRole is the given value.
@@ -130,7 +166,9 @@ TEST_F(OrbObjectTest, ClassDataComesFromClassInfoAndIsInherited) {
 
 TEST_F(OrbObjectTest, RegistryFindsClassesByGUIDFirstRegisteredFirst) {
   RegisterOrbObjectClasses({&QObject::staticMetaObject, &TTarget::staticMetaObject,
-                            &TEditableTarget::staticMetaObject, &TItem::staticMetaObject});
+                            &TEditableTarget::staticMetaObject, &TItem::staticMetaObject,
+                            &TDocument::staticMetaObject, &TValues::staticMetaObject,
+                            &TNested::staticMetaObject});
   const QList<TOrbObjectClass>* registered = GetRegisteredOrbClasses();
   ASSERT_NE(registered, nullptr);
   EXPECT_FALSE(registered->contains(&QObject::staticMetaObject));
@@ -140,6 +178,38 @@ TEST_F(OrbObjectTest, RegistryFindsClassesByGUIDFirstRegisteredFirst) {
             &TItem::staticMetaObject);
   EXPECT_EQ(GetOrbObjectClass(QUuid::createUuid()), nullptr);
   EXPECT_THROW(GetOrbObjectClass(QStringLiteral("TItem")), EConvertError);
+}
+
+qsizetype RegisteredCount() {
+  const QList<TOrbObjectClass>* registered = GetRegisteredOrbClasses();
+  return registered ? registered->size() : 0;
+}
+
+TEST_F(OrbObjectTest, RegistryRefusesClassesWhoseEditsUndoCannotRestore) {
+  const QList<QPair<TOrbObjectClass, QString>> refused = {
+      {&TSpotted::staticMetaObject, QStringLiteral("TSpotted: property TSpotted.Spot of type "
+                                                   "fixture::TSpot cannot be undone")},
+      {&TSpottedHolder::staticMetaObject,
+       QStringLiteral("TSpottedHolder: property TSpotted.Spot of type fixture::TSpot cannot be "
+                      "undone")},
+      {&TMapped::staticMetaObject,
+       QStringLiteral("TMapped: property TMapped.Map of type QVariantMap cannot be undone")},
+      {&TShaped::staticMetaObject,
+       QStringLiteral("TShaped: property TShaped.Shapes of type "
+                      "norva::TEnumSet<fixture::TShape,3> cannot be undone")},
+  };
+  for (const auto& [cls, reason] : refused) {
+    SCOPED_TRACE(reason.toStdString());
+    const qsizetype countBefore = RegisteredCount();
+    try {
+      RegisterOrbObjectClasses({&TTarget::staticMetaObject, cls});
+      ADD_FAILURE() << "registered";
+    } catch (const ENorvaError& error) {
+      EXPECT_EQ(error.Message().toStdString(), "Cannot register " + reason.toStdString());
+    }
+    EXPECT_EQ(RegisteredCount(), countBefore);  // not even the acceptable class before it
+    EXPECT_THROW(RegisterOrbObjectClass(cls), ENorvaError);
+  }
 }
 
 TEST_F(OrbObjectTest, VirtualConstructionBindsTheOwner) {

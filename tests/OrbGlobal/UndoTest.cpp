@@ -1,5 +1,6 @@
-// Undo and redo: every property kind comes back, steps and save points, the 50-step bound, list
-// edits restored with the very same objects, and histories purged of destroyed objects.
+// Undo and redo: every publishable property type comes back exactly, steps and save points, the
+// 50-step bound, list edits restored with the very same objects, and histories purged of destroyed
+// objects.
 #include "ModelFixtures.h"
 
 #include <NorvaGlobal/DebugOutput.h>
@@ -7,6 +8,7 @@
 #include <NorvaGlobal/RecordingUIServices.h>
 #include <OrbGlobal/ListEntries.h>
 #include <OrbGlobal/PropertyEntries.h>
+#include <OrbGlobal/SubObjectSnapshot.h>
 #include <OrbGlobal/Undo.h>
 #include <OrbGlobal/UndoControl.h>
 
@@ -51,59 +53,80 @@ class UndoTest : public TModelTest {
   TItem* item = nullptr;
 };
 
-struct TKindCase {
+struct TTypeCase {
   const char* property;
-  std::function<void(TItem&)> change;
-  std::function<bool(const TItem&)> isInitial;
+  QVariant changed;
 };
 
-TEST_F(UndoTest, EveryRecordableKindIsUndoneAndRedone) {
-  TTarget target;
-  const QList<TKindCase> cases = {
-      {"Count", [](TItem& i) { i.SetCount(-7); }, [](const TItem& i) { return i.GetCount() == 0; }},
-      {"Shape", [](TItem& i) { i.SetShape(shapeOval); },
-       [](const TItem& i) { return i.GetShape() == shapeRound; }},
-      {"Features",
-       [](TItem& i) {
-         i.SetFeatures({featureSound, featureLock});
-       },
-       [](const TItem& i) { return i.GetFeatures().IsEmpty(); }},
-      {"Code", [](TItem& i) { i.SetCode(QByteArray("\x01\xff", 2)); },
-       [](const TItem& i) { return i.GetCode().isEmpty(); }},
-      {"Title", [](TItem& i) { i.SetTitle(QStringLiteral("Zone \u00e9")); },
-       [](const TItem& i) { return i.GetTitle().isEmpty(); }},
-      {"Level", [](TItem& i) { i.SetLevel(-2.5); },
-       [](const TItem& i) { return i.GetLevel() == 0; }},
-      {"Serial", [](TItem& i) { i.SetSerial(0x123456789ALL); },
-       [](const TItem& i) { return i.GetSerial() == 0; }},
-      {"Steps",
-       [](TItem& i) {
-         i.SetSteps({3, 1, 2});
-       },
-       [](const TItem& i) { return i.GetSteps().isEmpty(); }},
-      {"Link", [&](TItem& i) { i.SetLink(&target); },
-       [](const TItem& i) { return i.GetLink() == nullptr; }},
-      {"NameRaw", [](TItem& i) { i.SetNameRaw(QStringLiteral(" spaced ")); },
-       [](const TItem& i) { return i.GetName() == QStringLiteral("item"); }},
+// A value of each TValues property other than its default.
+QList<TTypeCase> ChangedValues(TTarget& target) {
+  QFont font(QStringLiteral("Sans"), 17);
+  font.setItalic(true);
+  return {
+      {"Bool", true},
+      {"Int8", QVariant::fromValue<qint8>(-128)},
+      {"UInt8", QVariant::fromValue<quint8>(255)},
+      {"Int16", QVariant::fromValue<qint16>(-32768)},
+      {"UInt16", QVariant::fromValue<quint16>(65535)},
+      {"Int32", QVariant::fromValue<qint32>(-2147483647 - 1)},
+      {"UInt32", QVariant::fromValue<quint32>(0xFFFFFFFFu)},
+      {"Char", QVariant::fromValue('x')},
+      {"Char16", QVariant::fromValue(u'\u20ac')},
+      {"Char32", QVariant::fromValue(U'\U0001F50A')},
+      {"QtChar", QVariant::fromValue(QChar(0x00e9))},
+      {"Shape", QVariant::fromValue(shapeOval)},
+      {"Features", QVariant::fromValue(TFeatures{featureSound, featureLock})},
+      {"Bytes", QByteArray("\x00\xff", 2)},
+      {"Text", QStringLiteral("Zone \u00e9")},
+      {"Float", 0.1f},
+      {"Double", -2.5},
+      {"Int64", QVariant::fromValue<qint64>(-0x123456789ALL)},
+      {"UInt64", QVariant::fromValue<quint64>(0xFFFFFFFFFFFFFFFFull)},
+      {"DateTime", QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58, 999), Qt::UTC)},
+      {"Variant", QVariant::fromValue(QStringList{QStringLiteral("a")})},
+      {"Colour", QColor(10, 20, 30, 40)},  // from no colour to a translucent one
+      {"Font", font},
+      {"IntList", QVariant::fromValue(QList<int>{3, 1, 2})},
+      {"DoubleVector", QVariant::fromValue(std::vector<double>{0.5, -1})},
+      {"Target", QVariant::fromValue(&target)},
+      {"NameRaw", QStringLiteral(" spaced ")},
   };
-  for (const TKindCase& kind : cases) {
-    SCOPED_TRACE(kind.property);
-    Step([&] { kind.change(*item); });
+}
+
+TEST_F(UndoTest, EveryPublishableTypeIsUndoneAndRedoneExactly) {
+  TTarget target;
+  TValues values(&document);
+  for (const TTypeCase& type : ChangedValues(target)) {
+    SCOPED_TRACE(type.property);
+    const QVariant initial = values.property(type.property);
+    ASSERT_NE(initial, type.changed);
+    Step([&] { ASSERT_TRUE(values.setProperty(type.property, type.changed)); });
     ASSERT_EQ(Undo().Count(), 1);
     const auto* entry = dynamic_cast<TChangedProperty*>(Undo().LastChange());
     ASSERT_NE(entry, nullptr);
-    EXPECT_EQ(entry->PropertyName(), QString::fromLatin1(kind.property));
-    EXPECT_FALSE(kind.isInitial(*item));
+    EXPECT_EQ(entry->PropertyName(), QString::fromLatin1(type.property));
 
     Undo().Revert();
     MaintainUndo();
-    EXPECT_TRUE(kind.isInitial(*item));
+    EXPECT_EQ(values.property(type.property), initial);
     Redo().Revert();
     MaintainUndo();
-    EXPECT_FALSE(kind.isInitial(*item));
+    EXPECT_EQ(values.property(type.property), type.changed);
     Undo().Revert();
     Undo().Empty();
     Redo().Empty();
+  }
+}
+
+TEST_F(UndoTest, SnapshotsKeepEveryPublishableType) {
+  TTarget target;
+  TValues values;
+  const QList<TTypeCase> cases = ChangedValues(target);
+  for (const TTypeCase& type : cases) values.setProperty(type.property, type.changed);
+  const std::unique_ptr<TOrbObject> restored = TSubObjectSnapshot(&values).Restore();
+  ASSERT_NE(qobject_cast<TValues*>(restored.get()), nullptr);
+  for (const TTypeCase& type : cases) {
+    EXPECT_EQ(restored->property(type.property), type.changed) << type.property;
   }
 }
 
@@ -177,13 +200,15 @@ TEST_F(UndoTest, UnchangedValuesRecordNothing) {
 TEST_F(UndoTest, UnknownNamesAndUnsupportedKindsOnlyWriteTheirLine) {
   TDebugLines debug;
   item->Updating("NoSuchProperty");
-  item->SetSpot({1, 2});
+  TSpotted spotted(item);
+  spotted.SetSpot({1, 2});
   QObject helper;
   item->SetHelper(&helper);
   EXPECT_EQ(Undo().Count(), 0);
   EXPECT_EQ(debug.Lines(), QStringList({QStringLiteral("Unpublished property NoSuchProperty"),
                                         QStringLiteral("Unsupported property type: Spot")}));
   EXPECT_TRUE(item->GetModified());
+  EXPECT_TRUE(spotted.GetModified());
 }
 
 TEST_F(UndoTest, OwnerPropertiesAreRecordedOnTheOwner) {
