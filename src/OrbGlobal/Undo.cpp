@@ -77,7 +77,7 @@ TUndo& Redo() { return Histories().redo; }
 void RecordEntry(std::unique_ptr<TChangeProtocolEntry> entry) {
   if (!Undo().Undoing()) {
     Undo().Add(std::move(entry));
-    if (!Redo().Undoing()) Redo().Empty();
+    if (!Redo().Undoing()) Redo().Discard();
   } else {
     Redo().Add(std::move(entry));
   }
@@ -136,6 +136,20 @@ void TUndo::Empty() {
     Unlink(oldest);
     delete oldest;
   }
+  DestroyDiscarded();
+}
+
+void TUndo::Discard() {
+  if (!mOldest) return;
+  if (!mDiscarded) mDiscarded = std::make_unique<TUndo>();
+  while (TChangeProtocolEntry* oldest = mOldest) {
+    Unlink(oldest);
+    mDiscarded->Add(std::unique_ptr<TChangeProtocolEntry>(oldest));
+  }
+}
+
+void TUndo::DestroyDiscarded() {
+  if (mDiscarded) mDiscarded->Empty();
 }
 
 void TUndo::Revert() {
@@ -170,13 +184,15 @@ void TUndo::Maintain() {
 
 void TUndo::RemoveChangesAffectingObject(const void* object) {
   const auto found = mNewestByObject.find(object);
-  if (found == mNewestByObject.end()) return;
-  std::vector<TChangeProtocolEntry*> removed;
-  for (TChangeProtocolEntry* entry = found->second; entry; entry = entry->mOlderSame) {
-    removed.push_back(entry);
+  if (found != mNewestByObject.end()) {
+    std::vector<TChangeProtocolEntry*> removed;
+    for (TChangeProtocolEntry* entry = found->second; entry; entry = entry->mOlderSame) {
+      removed.push_back(entry);
+    }
+    for (TChangeProtocolEntry* entry : removed) Unlink(entry);
+    for (TChangeProtocolEntry* entry : removed) delete entry;
   }
-  for (TChangeProtocolEntry* entry : removed) Unlink(entry);
-  for (TChangeProtocolEntry* entry : removed) delete entry;
+  if (mDiscarded && mDiscarded->CanRevert()) mDiscarded->RemoveChangesAffectingObject(object);
 }
 
 }  // namespace norva

@@ -31,14 +31,21 @@ class TUndo {
   bool Undoing() const { return mUndoing; }
 
   void Add(std::unique_ptr<TChangeProtocolEntry> entry);
+  // Destroys every entry, the discarded ones too.
   void Empty();
+  // Takes every entry out, as Empty does, but destroys them only at DestroyDiscarded or Empty. A
+  // fresh edit discards the redo history from inside a setter, and an entry may hold the very
+  // object being edited: the object must outlive its setter.
+  void Discard();
+  // Destroys what Discard took out; called once the user action is complete.
+  void DestroyDiscarded();
   // Reverts the newest step: at least the newest entry, then back to the previous save point.
   // An exception from an entry propagates and leaves that entry in the history.
   void Revert();
   // Closes the current step with a save point (unless save points are disabled) and drops the
   // oldest step when more than MaxSavePoints are held. Never raises.
   void Maintain();
-  // Takes out and destroys every entry that restores `object`, newest first.
+  // Takes out and destroys every entry that restores `object`, newest first, discarded ones too.
   void RemoveChangesAffectingObject(const void* object);
 
  private:
@@ -54,13 +61,16 @@ class TUndo {
   // The newest entry of each affected object: destroying an object finds its entries without
   // walking the whole history.
   std::unordered_map<const void*, TChangeProtocolEntry*> mNewestByObject;
+  // What Discard took out, indexed alike so that destroyed objects are purged from it too; created
+  // by the first Discard.
+  std::unique_ptr<TUndo> mDiscarded;
 };
 
 // The global histories; they live as long as the process and are emptied when it ends.
 TUndo& Undo();
 TUndo& Redo();
 
-// Appends a new entry: to Undo (emptying Redo, since a fresh edit discards what could be redone)
+// Appends a new entry: to Undo (discarding Redo, since a fresh edit discards what could be redone)
 // unless Undo is being reverted; to Redo while Undo is reverted; and to Undo without touching Redo
 // while Redo is reverted.
 void RecordEntry(std::unique_ptr<TChangeProtocolEntry> entry);

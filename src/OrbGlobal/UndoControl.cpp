@@ -32,7 +32,10 @@ void EnableSavePoints() {
 
 bool SavePointsEnabled() { return gSavePointDisableCount == 0; }
 
+// What the action's edits discarded from the redo history goes first: destroying it may purge
+// entries of this very action, which must not take a save point with them.
 void MaintainUndo() {
+  Redo().DestroyDiscarded();
   Undo().Maintain();
   Redo().Maintain();
 }

@@ -17,8 +17,8 @@ void DisableSavePoints();
 void EnableSavePoints();
 bool SavePointsEnabled();
 
-// Closes the completed user action as one step in both histories; called after each command and
-// after each undo and redo.
+// Closes the completed user action as one step in both histories, after destroying what its
+// edits discarded from the redo history; called after each command and after each undo and redo.
 void MaintainUndo();
 
 }  // namespace norva

@@ -350,6 +350,36 @@ TEST_F(UndoTest, AddedItemsAreTakenOutAndRedoneAsTheSameObject) {
   EXPECT_EQ(added->GetName(), QStringLiteral("new"));
 }
 
+// An inspector still showing an item whose creation was undone edits an object only the redo
+// history holds. The fresh edit discards that history, yet the item lives on until the action is
+// closed; then it goes with its entries, and the action is still one closed step.
+TEST_F(UndoTest, EditingAnObjectOnlyTheRedoHistoryHoldsOutlivesTheAction) {
+  const QList<std::function<void(TItem&)>> edits = {
+      [](TItem& i) { i.SetCount(5); },
+      [](TItem& i) { i.GetPart()->SetSize(3); },
+      [](TItem& i) { i.SetName(QStringLiteral("renamed")); },
+  };
+  for (const auto& edit : edits) {
+    Undo().Empty();
+    Step([&] { document.AddItem(QStringLiteral("new")); });
+    QPointer<TItem> added = document.Item(1);
+    Undo().Revert();
+    MaintainUndo();
+    ASSERT_TRUE(added);  // held by the redo entry only
+
+    edit(*added);
+    ASSERT_TRUE(added);
+    EXPECT_FALSE(Redo().CanRevert());
+    item->SetCount(item->GetCount() + 1);
+    added->SetName(QStringLiteral("last"));
+    MaintainUndo();
+    EXPECT_FALSE(added);
+    EXPECT_EQ(Undo().Count(), 1);  // the live item's change
+    EXPECT_EQ(Undo().NumSavePoints(), 1);
+    EXPECT_EQ(document.Items().Count(), 1);
+  }
+}
+
 TEST_F(UndoTest, MovedItemsGoBackToTheirOldIndex) {
   document.AddItem(QStringLiteral("b"));
   document.AddItem(QStringLiteral("c"));
