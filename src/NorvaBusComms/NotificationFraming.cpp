@@ -50,7 +50,8 @@ TCut CutLogFrame(const QByteArray& buffer, qsizetype start, const TNotificationH
     if (ByteAt(buffer, end) == 0) bodyEnd = end + 1;
   } else if (!oldStyle) {
     if (end - start <= MaxHeldNotificationBytes) return TCut::Wait;
-    DebugOutput(QStringLiteral("USB notifications: dropped a log text of %1 bytes without its end")
+    DebugOutput(BusLog(),
+                QStringLiteral("USB notifications: dropped a log text of %1 bytes without its end")
                     .arg(end - start - 1));
     length = end - start;
     return TCut::Consumed;
@@ -99,6 +100,7 @@ void CutNotificationFrames(QByteArray& buffer, TTickCount now, std::vector<TComm
   }
   if (skipped > 0)
     DebugOutput(
+        BusLog(),
         QStringLiteral("USB notifications: dropped %1 bytes that start no frame").arg(skipped));
   buffer.remove(0, start);
 }

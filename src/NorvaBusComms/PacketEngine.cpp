@@ -63,7 +63,7 @@ bool TNorvaPacketEngine::DeliverToUsers(Deliver&& deliver) {
 void TNorvaPacketEngine::SendCmd(const TCommandPacket& packet) {
   if (!IsOpen()) return;
   const QByteArray text = PacketText(packet);
-  if (PacketTraceEnabled()) DebugOutput(SendTraceLine(packet, GetTickCount()));
+  if (PacketTraceEnabled()) DebugOutput(BusLog(), SendTraceLine(packet, GetTickCount()));
   // A link whose devices never echo (Ethernet) does not have its packets remembered.
   if (mTransport->SendPacketText(text)) RecordSent(packet);
 }
@@ -147,6 +147,7 @@ void TNorvaPacketEngine::ReceiveBytes(int kind, QByteArrayView bytes) {
   // are held until then, so past the bound they are dropped and the stream has a gap.
   if (depth > 0 && pending.size() + bytes.size() > MaxPendingBytes) {
     DebugOutput(
+        BusLog(),
         QStringLiteral("Receive: dropped %1 bytes of channel %2 that arrived while a handler "
                        "was busy")
             .arg(pending.size() + bytes.size())
@@ -189,6 +190,7 @@ void TNorvaPacketEngine::ProcessMainChannel(QByteArray& buffer, int kind) {
   ProcessRawData(buffer);
   if (buffer.size() > MaxPendingBytes) {
     DebugOutput(
+        BusLog(),
         QStringLiteral("Receive: dropped %1 bytes a raw-data user kept").arg(buffer.size()));
     buffer.clear();
   }
@@ -202,7 +204,8 @@ void TNorvaPacketEngine::ProcessBusText(QByteArray& buffer) {
   }
   buffer.remove(0, ProcessRawNorvaCommandString(buffer));
   if (buffer.size() > MaxBusTextLine) {
-    DebugOutput(QStringLiteral("Bus text: dropped an unfinished line of %1 characters, skipping to "
+    DebugOutput(BusLog(),
+                QStringLiteral("Bus text: dropped an unfinished line of %1 characters, skipping to "
                                "its line feed")
                     .arg(buffer.size()));
     buffer.clear();
@@ -250,7 +253,7 @@ void TNorvaPacketEngine::ProcessCommand(const TCommandPacket& packet) {
   mProcessingEcho = ExpectEcho() && MatchEcho(packet);
   const TTickCount now = GetTickCount();
   if (!mProcessingEcho) mTimeLastCommand = now;
-  if (PacketTraceEnabled()) DebugOutput(ReceiveTraceLine(packet, mProcessingEcho, now));
+  if (PacketTraceEnabled()) DebugOutput(BusLog(), ReceiveTraceLine(packet, mProcessingEcho, now));
   struct TRestoreEcho {
     TNorvaPacketEngine& engine;
     bool value;

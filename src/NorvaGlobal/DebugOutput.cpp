@@ -4,10 +4,14 @@
 #include <QtGlobal>
 
 #include <atomic>
-#include <cstdio>
 #include <mutex>
 
 namespace norva {
+
+// Debug messages are off by default (Qt's default would show them).
+Q_LOGGING_CATEGORY(BusLog, "norva.bus", QtInfoMsg)
+Q_LOGGING_CATEGORY(OrbLog, "norva.orb", QtInfoMsg)
+Q_LOGGING_CATEGORY(UsbLog, "norva.usb", QtInfoMsg)
 
 namespace {
 std::mutex gSinkLock;  // workers write their creation lines from their own threads
@@ -29,15 +33,16 @@ const bool gDefaultSinkEnabled =
     DebuggerAttachedAtStartUp() || qEnvironmentVariableIntValue("NORVA_DEBUG_OUTPUT") == 1;
 }  // namespace
 
-void DebugOutput(const QString& line) {
-  std::lock_guard lock(gSinkLock);
-  if (gSink) {
-    gSink(line);
-    return;
+void DebugOutput(const QLoggingCategory& category, const QString& line) {
+  {
+    std::lock_guard lock(gSinkLock);
+    if (gSink) {
+      gSink(line);
+      return;
+    }
   }
-  if (!gDefaultSinkEnabled) return;
-  const QByteArray text = line.toLocal8Bit();
-  std::fprintf(stderr, "%s\n", text.constData());
+  if (!gDefaultSinkEnabled && !category.isDebugEnabled()) return;
+  QMessageLogger(nullptr, 0, nullptr, category.categoryName()).debug().noquote() << line;
 }
 
 TDebugSink SetDebugOutputSink(TDebugSink sink) {

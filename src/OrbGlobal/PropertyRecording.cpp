@@ -29,8 +29,8 @@ std::unique_ptr<TChangedProperty> NewPropertyEntry(TOrbObject& object, int index
     case TPropertyKind::OtherClass: return nullptr;
     case TPropertyKind::Unsupported: break;
   }
-  DebugOutput(QStringLiteral("Unsupported property type: ") +
-              QString::fromLatin1(object.metaObject()->property(index).name()));
+  DebugOutput(OrbLog(), QStringLiteral("Unsupported property type: ") +
+                            QString::fromLatin1(object.metaObject()->property(index).name()));
   return nullptr;
 }
 
@@ -39,7 +39,8 @@ std::unique_ptr<TChangedProperty> NewPropertyEntry(TOrbObject& object, int index
 void RecordPropertyChange(TOrbObject& object, const char* propertyName) {
   const int index = object.metaObject()->indexOfProperty(propertyName);
   if (index < 0) {
-    DebugOutput(QStringLiteral("Unpublished property ") + QString::fromLatin1(propertyName));
+    DebugOutput(OrbLog(),
+                QStringLiteral("Unpublished property ") + QString::fromLatin1(propertyName));
     return;
   }
   std::unique_ptr<TChangedProperty> entry = NewPropertyEntry(object, index);

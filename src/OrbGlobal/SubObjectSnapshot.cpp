@@ -40,7 +40,8 @@ void ForEachSnapshotProperty(const QMetaObject* cls, F&& visit) {
 }
 
 void ReportUnsupported(const QMetaProperty& property) {
-  DebugOutput(QStringLiteral("Unsupported property type: ") + QString::fromLatin1(property.name()));
+  DebugOutput(OrbLog(),
+              QStringLiteral("Unsupported property type: ") + QString::fromLatin1(property.name()));
 }
 
 // Restoring builds a free-standing object; whatever its class, that must leave no history.

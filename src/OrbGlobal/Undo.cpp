@@ -177,8 +177,8 @@ void TUndo::Maintain() {
     if (mNewest && SavePointsEnabled()) MarkSavePoint(mNewest);
     if (mSavePointCount > MaxSavePoints) DropOldestStep();
   } catch (const std::exception& error) {
-    DebugOutput(ClassNameOfException(error) + QStringLiteral(" in TUndo.Maintain: ") +
-                QString::fromUtf8(error.what()));
+    DebugOutput(OrbLog(), ClassNameOfException(error) + QStringLiteral(" in TUndo.Maintain: ") +
+                              QString::fromUtf8(error.what()));
   }
 }
 

@@ -31,7 +31,7 @@ template <typename TFunction>
 bool Resolve(void* library, const char* name, TFunction& function) {
   function = reinterpret_cast<TFunction>(dlsym(library, name));
   if (function == nullptr)
-    DebugOutput(QStringLiteral("libusb: missing function ") + QString::fromLatin1(name));
+    DebugOutput(UsbLog(), QStringLiteral("libusb: missing function ") + QString::fromLatin1(name));
   return function != nullptr;
 }
 
@@ -66,8 +66,9 @@ class TLibUsbSession {
     mLibrary = dlopen(libraryName.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (mLibrary == nullptr) {
       const char* reason = dlerror();
-      DebugOutput(QStringLiteral("libusb: ") +
-                  QString::fromLocal8Bit(reason != nullptr ? reason : "dlopen failed"));
+      DebugOutput(UsbLog(),
+                  QStringLiteral("libusb: ") +
+                      QString::fromLocal8Bit(reason != nullptr ? reason : "dlopen failed"));
       return false;
     }
     const bool resolved =
@@ -95,8 +96,8 @@ class TLibUsbSession {
     InitError = Init(&Context);
     if (InitError != LIBUSB_SUCCESS) {
       Context = nullptr;
-      DebugOutput(QStringLiteral("libusb: libusb_init failed: ") +
-                  QString::fromUtf8(StrError(InitError)));
+      DebugOutput(UsbLog(), QStringLiteral("libusb: libusb_init failed: ") +
+                                QString::fromUtf8(StrError(InitError)));
     }
     return true;
   }

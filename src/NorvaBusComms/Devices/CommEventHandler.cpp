@@ -7,13 +7,13 @@ namespace norva {
 TCommEventHandler::TCommEventHandler(QObject* window, int device, std::uint32_t generation,
                                      const char* className)
     : mWindowHandle(window), mDevice(device), mGeneration(generation), mClassName(className) {
-  DebugOutput(QStringLiteral("Created %1 thread.").arg(QLatin1String(mClassName)));
+  DebugOutput(BusLog(), QStringLiteral("Created %1 thread.").arg(QLatin1String(mClassName)));
 }
 
 TCommEventHandler::~TCommEventHandler() {
   RequestStop();
   Join();
-  DebugOutput(QStringLiteral("Destroyed %1 thread.").arg(QLatin1String(mClassName)));
+  DebugOutput(BusLog(), QStringLiteral("Destroyed %1 thread.").arg(QLatin1String(mClassName)));
 }
 
 void TCommEventHandler::Start() {

@@ -109,7 +109,7 @@ void TEthernetLink::Write(const QByteArray& bytes) {
 }
 
 void TEthernetLink::SendFailed(const QString& text) {
-  DebugOutput(text);
+  DebugOutput(BusLog(), text);
   Host().LinkFailed(TPlatformResult::Failure(EPIPE, text),
                     ErrorCaption(QAbstractSocket::NetworkError, true), TMessageIcon::Exclamation);
 }
@@ -167,7 +167,7 @@ void TEthernetLink::ConnectionLost() {
   if (unsent > 0)
     SendFailed(QStringLiteral("The connection closed before %1 bytes were sent").arg(unsent));
   Host().LinkConnectionChanged();
-  DebugOutput(QStringLiteral("Retrying Ethernet open"));
+  DebugOutput(BusLog(), QStringLiteral("Retrying Ethernet open"));
 }
 
 // At once after a working connection dropped; otherwise 50, 100, ... 800 ms, then every second. A

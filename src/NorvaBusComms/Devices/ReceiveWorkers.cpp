@@ -49,7 +49,7 @@ void TComRXEventHandle::Execute() {
     pollfd fds[2] = {{mDevice, POLLIN, 0}, {mWake.Fd(), POLLIN, 0}};
     if (poll(fds, 2, -1) < 0) {
       if (errno == EINTR) continue;
-      DebugOutput(QStringLiteral("WaitCommEvent: ") + SystemText(errno));
+      DebugOutput(BusLog(), QStringLiteral("WaitCommEvent: ") + SystemText(errno));
       PostError(errno);
       return;
     }
@@ -78,7 +78,7 @@ bool TComRXEventHandle::ReadAvailable() {
     // On a tty every other read error is lasting (EIO, ENODEV: the adapter is gone); going on
     // would only spin on the same error.
     const int code = errno;
-    DebugOutput(QStringLiteral("ReadFile: ") + SystemText(code));
+    DebugOutput(BusLog(), QStringLiteral("ReadFile: ") + SystemText(code));
     PostError(code);
     return false;
   }

@@ -89,7 +89,8 @@ bool TComTXEventHandler::WriteChunk(const char* data, qsizetype size) {
     const auto left =
         std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
     if (left.count() <= 0) {
-      DebugOutput(QStringLiteral("WriteFile: time-out with %1 bytes unwritten").arg(size));
+      DebugOutput(BusLog(),
+                  QStringLiteral("WriteFile: time-out with %1 bytes unwritten").arg(size));
       PostError(ETIMEDOUT);
       return false;
     }

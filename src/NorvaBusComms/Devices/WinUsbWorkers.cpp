@@ -74,9 +74,9 @@ bool TWinUSBTXEventHandler::WriteChunk(const char* data, int size) {
   timer.start();
   while (size > 0 && !Terminated()) {
     if (timer.elapsed() >= ChunkTimeoutMs) {
-      DebugOutput(QStringLiteral("Write to pipe %1 abandoned after %2 ms")
-                      .arg(mPipeID, 2, 16, QLatin1Char('0'))
-                      .arg(ChunkTimeoutMs));
+      DebugOutput(BusLog(), QStringLiteral("Write to pipe %1 abandoned after %2 ms")
+                                .arg(mPipeID, 2, 16, QLatin1Char('0'))
+                                .arg(ChunkTimeoutMs));
       return true;
     }
     const int written =
