@@ -82,41 +82,48 @@ quint16 RefusingPort() {
   return probe.serverPort();
 }
 
-TEST(EthernetLinkAway, APeerThatStaysAwayIsRetriedCalmly) {
+// A bus on a peer that misbehaves: one that is not there, or one that closes at once.
+class EthernetPeerTest : public ::testing::Test {
+ protected:
+  void Open(quint16 port) {
+    bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
+                             QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
+    client = std::make_unique<TCountingClient>(bus);
+    bus->SetOnError([this](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
+    client->SetConnected(true);
+  }
+
   TRecordingUIServices ui;
-  TScopedUIServices scope(ui);
+  TScopedUIServices scope{ui};
+  sim::TDeviceSimulator sim;
+  TNorvaBusComms* bus = nullptr;
+  std::unique_ptr<TCountingClient> client;
+  QStringList heard;
+};
+
+TEST_F(EthernetPeerTest, APeerThatStaysAwayIsRetriedCalmly) {
   const quint16 port = RefusingPort();
   ASSERT_NE(port, 0);
-
-  auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
-                                 QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
-  TCountingClient client(bus);
-  client.SetConnected(true);
+  Open(port);
   PumpFor(1500);
   // Refused at once every time: without backing off this would be thousands of attempts.
-  EXPECT_GE(client.ConnectionChanges, 4);
-  EXPECT_LE(client.ConnectionChanges, 12);
+  EXPECT_GE(client->ConnectionChanges, 4);
+  EXPECT_LE(client->ConnectionChanges, 12);
   EXPECT_TRUE(ui.Messages().isEmpty());  // connect errors are retried, never shown
 }
 
-TEST(EthernetLinkClosing, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
-  TRecordingUIServices ui;
-  TScopedUIServices scope(ui);
-  sim::TDeviceSimulator sim;
+TEST_F(EthernetPeerTest, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
   const quint16 port = sim.ServeTcp();
   ASSERT_NE(port, 0);
   sim.SetBusy(true);
-  auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
-                                 QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
-  TCountingClient client(bus);
-  client.SetConnected(true);
+  Open(port);
   PumpFor(1500);
   // A connection that does not stay up does not reset the back-off: without that this would be
   // thousands of connections a second.
   EXPECT_GE(sim.TcpConnections(), 3);
   EXPECT_LE(sim.TcpConnections(), 12);
   // Each connection made and each one lost is told.
-  EXPECT_GE(client.ConnectionChanges, 2 * sim.TcpConnections() - 2);
+  EXPECT_GE(client->ConnectionChanges, 2 * sim.TcpConnections() - 2);
   EXPECT_TRUE(ui.Messages().isEmpty());  // a device that closes is no error box
 
   sim.SetBusy(false);  // the device settles: the link comes back and stays
@@ -125,17 +132,10 @@ TEST(EthernetLinkClosing, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTol
   EXPECT_TRUE(bus->LinkUp());
 }
 
-TEST(EthernetLinkClosing, BytesThatNeverReachTheNetworkAreASendFailure) {
-  TRecordingUIServices ui;
-  TScopedUIServices scope(ui);
+TEST_F(EthernetPeerTest, BytesThatNeverReachTheNetworkAreASendFailure) {
   const quint16 port = RefusingPort();
   ASSERT_NE(port, 0);
-  auto* bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
-                                 QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
-  TCountingClient client(bus);
-  QStringList heard;
-  bus->SetOnError([&](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
-  client.SetConnected(true);
+  Open(port);
   bus->SendCmd(BuildCommandPacket(0x21, 7, {9}));  // queued while connecting; then refused
   ASSERT_TRUE(PumpUntil([&] { return !heard.isEmpty(); }));
   EXPECT_EQ(heard[0], "The connection closed before 8 bytes were sent");

@@ -52,8 +52,9 @@ bool TSerialLink::SendPacketText(const QByteArray& text) {
 
 bool TSerialLink::EchoesPackets(TCommsDeviceType /*connected*/) const { return true; }
 
+// The worker discards vendor commands: a serial port has no command pipe.
 void TSerialLink::Send(const TTXItem& item) {
-  if (mTransmitter && item.USBCommand == usb_no_command) mTransmitter->Send(item);
+  if (mTransmitter) mTransmitter->Send(item);
 }
 
 bool TSerialLink::Sending() const { return mTransmitter && mTransmitter->Sending(); }

@@ -24,7 +24,6 @@ class TSerialLink : public TLink {
   bool IsOpen() const override;
   bool SendPacketText(const QByteArray& text) override;
   bool EchoesPackets(TCommsDeviceType connected) const override;
-  // Data items only: a serial port has no command pipe.
   void Send(const TTXItem& item) override;
   bool Sending() const override;
   void TakeReceivedBytes(int kind, QByteArray& appendTo) override;
