@@ -20,14 +20,12 @@ constexpr int ArrivalBytes = 1024;
 class TDiscardTransport : public TBusTransport {
  public:
   bool IsOpen() const override { return true; }
-  void WriteToSocket(const QByteArray&) override {}
-  bool HasMainTransmitter() const override { return true; }
-  void QueueOnMainTransmitter(const TTXItem&) override {}
-  bool MainTransmitterSending() const override { return false; }
-  bool HasCommandTransmitter() const override { return false; }
-  void QueueOnCommandTransmitter(const TTXItem&) override {}
+  bool SendPacketText(const QByteArray&) override { return true; }
+  bool EchoesPackets(TCommsDeviceType) const override { return true; }
+  void Send(const TTXItem&) override {}
+  bool Sending() const override { return false; }
   void TakeReceivedBytes(int, QByteArray&) override {}
-  void FlushReceivePipe() override {}
+  void FlushReceived() override {}
 };
 
 class TCountingUser : public TNorvaBusUser {
