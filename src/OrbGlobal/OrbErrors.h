@@ -17,8 +17,8 @@ class EListError : public ENorvaError {
   using ENorvaError::ENorvaError;
 };
 
-// Text that is not in the form a conversion expects (a malformed GUID), or an assignment between
-// classes that cannot take each other's values.
+// Text that is not in the form a conversion expects (a malformed GUID, a number or date text that
+// the files do not use), or an assignment between classes that cannot take each other's values.
 class EConvertError : public ENorvaError {
  public:
   using ENorvaError::ENorvaError;

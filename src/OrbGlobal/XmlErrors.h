@@ -1,8 +1,10 @@
 #pragma once
 // Failures of the XML helpers: a name or node the DOM cannot take, a document that cannot be
-// parsed, read or written, and value texts that are not a valid number or date.
+// parsed, read or written. A value text that is not a valid number or date raises the object
+// model's EConvertError, as a malformed GUID does.
 
 #include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/OrbErrors.h>
 
 #include <QByteArrayView>
 
@@ -31,12 +33,6 @@ class EXMLParseError : public EXMLError {
   QString mReason;
   int mLine;
   int mColumn;
-};
-
-// A value text (number, date) that does not have the form the files use.
-class EConvertError : public ENorvaError {
- public:
-  using ENorvaError::ENorvaError;
 };
 
 }  // namespace norva

@@ -1,12 +1,16 @@
 #!/usr/bin/env bash
-# Installs the built library into a scratch prefix, then configures, builds and runs a client
-# project that finds it with find_package(NorvaRuntime).
+# Installs the built library into a scratch prefix, then configures, builds and runs one client
+# project (tests/package/<client>/) that finds it with find_package(NorvaRuntime).
 set -euo pipefail
 build_dir=$1
 client_src=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cmake --install "$build_dir" --prefix "$scratch/prefix" >/dev/null
-cmake -S "$client_src" -B "$scratch/client" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" >/dev/null
-cmake --build "$scratch/client" >/dev/null
+# Only the configure and build output of a failure is shown, so a broken header is named.
+if ! cmake -S "$client_src" -B "$scratch/client" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" \
+     >"$scratch/log" 2>&1 || ! cmake --build "$scratch/client" >>"$scratch/log" 2>&1; then
+  cat "$scratch/log" >&2
+  exit 1
+fi
 "$scratch/client/norva-client"

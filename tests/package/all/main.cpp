@@ -1,0 +1,13 @@
+// A client of the installed package that includes the chief header of every module, the way the
+// README tells applications to.
+#include <NorvaBusComms/NorvaBusComms.h>
+#include <NorvaGlobal/NorvaGlobal.h>
+#include <OrbGlobal/OrbGlobal.h>
+#include <Utils/Utils.h>
+
+#include <cstdio>
+
+int main() {
+  std::puts("installed package OK");
+  return 0;
+}

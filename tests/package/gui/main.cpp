@@ -1,0 +1,21 @@
+// A client of the installed package that links only NorvaRuntime::Gui: the widget pieces of every
+// module and the chief headers they build on.
+#include <NorvaBusComms/Gui/BusForm.h>
+#include <NorvaBusComms/NorvaBusComms.h>
+#include <NorvaGlobal/Gui/QtUIServices.h>
+#include <NorvaGlobal/NorvaGlobal.h>
+#include <OrbGlobal/Gui/OrbDragList.h>
+#include <OrbGlobal/Gui/OrbDragObject.h>
+#include <OrbGlobal/OrbGlobal.h>
+#include <Utils/Utils.h>
+
+#include <cstdio>
+
+int main() {
+  if (norva::TNorvaBusForm::staticMetaObject.className() != QByteArrayView("norva::TNorvaBusForm")) {
+    std::fprintf(stderr, "installed package behaves wrongly\n");
+    return 1;
+  }
+  std::puts("installed package OK");
+  return 0;
+}
