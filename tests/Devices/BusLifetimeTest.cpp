@@ -3,9 +3,9 @@
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/BusMessages.h>
-#include <NorvaGlobal/RecordingUIServices.h>
+#include <Testing/RecordingUIServices.h>
 
-#include "DeviceSimulator.h"
+#include <Testing/DeviceSimulator.h>
 #include "support/EventLoop.h"
 
 #include <QPointer>

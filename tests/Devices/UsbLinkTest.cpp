@@ -2,9 +2,9 @@
 // the four pipe workers, the object exchange and unplugging.
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
-#include <NorvaGlobal/RecordingUIServices.h>
+#include <Testing/RecordingUIServices.h>
 
-#include "UsbAmplifier.h"
+#include <Testing/UsbAmplifier.h>
 #include "support/EventLoop.h"
 
 #include <QTimer>

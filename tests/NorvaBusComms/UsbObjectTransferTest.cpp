@@ -1,6 +1,6 @@
 // The USB object exchange: who hears of status changes, and how the waits end.
 #include <NorvaBusComms/PacketEngine.h>
-#include <NorvaGlobal/RecordingUIServices.h>
+#include <Testing/RecordingUIServices.h>
 
 #include "support/FakeClock.h"
 #include "support/RecordingTransport.h"

@@ -2,9 +2,9 @@
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/BusMessages.h>
 #include <NorvaBusComms/Gui/BusForm.h>
-#include <NorvaGlobal/RecordingUIServices.h>
+#include <Testing/RecordingUIServices.h>
 
-#include "DeviceSimulator.h"
+#include <Testing/DeviceSimulator.h>
 #include "support/EventLoop.h"
 
 #include <QCoreApplication>

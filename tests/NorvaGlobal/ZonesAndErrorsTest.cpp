@@ -1,5 +1,5 @@
 #include <NorvaGlobal/NorvaGlobal.h>
-#include <NorvaGlobal/RecordingUIServices.h>
+#include <Testing/RecordingUIServices.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // norva-sim: an amplifier on a pseudo-terminal and a TCP port, steered by lines on standard input.
-#include "DeviceSimulator.h"
+#include <Testing/DeviceSimulator.h>
 
 #include <NorvaGlobal/Zones.h>
 

@@ -7,7 +7,7 @@
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 
-#include "UsbAmplifier.h"
+#include <Testing/UsbAmplifier.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -3,6 +3,7 @@
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>
+#include <Testing/Testing.h>
 #include <Utils/Utils.h>
 
 #include <cstdio>

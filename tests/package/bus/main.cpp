@@ -12,7 +12,8 @@
 
 int main() {
   if (norva::RecognisedUsbDevices().empty() ||
-      norva::TNorvaBusComms::staticMetaObject.className() != QByteArrayView("norva::TNorvaBusComms")) {
+      norva::TNorvaBusComms::staticMetaObject.className() !=
+          QByteArrayView("norva::TNorvaBusComms")) {
     std::fprintf(stderr, "installed package behaves wrongly\n");
     return 1;
   }

@@ -12,7 +12,8 @@
 #include <cstdio>
 
 int main() {
-  if (norva::TNorvaBusForm::staticMetaObject.className() != QByteArrayView("norva::TNorvaBusForm")) {
+  if (norva::TNorvaBusForm::staticMetaObject.className() !=
+      QByteArrayView("norva::TNorvaBusForm")) {
     std::fprintf(stderr, "installed package behaves wrongly\n");
     return 1;
   }

@@ -1,4 +1,4 @@
-#include "DeviceSimulator.h"
+#include <Testing/DeviceSimulator.h>
 
 #include <NorvaBusComms/BusTextParser.h>
 #include <NorvaGlobal/Zones.h>

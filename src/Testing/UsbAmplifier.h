@@ -11,7 +11,7 @@
 
 #include <NorvaBusComms/CommandPacket.h>
 
-#include <libraries/SimulatedUsb.h>
+#include <Testing/SimulatedUsb.h>
 
 #include <QByteArray>
 #include <QString>

@@ -1,6 +1,6 @@
 #include <NorvaBusComms/UsbPipes.h>
+#include <Testing/SimulatedUsb.h>
 #include <libraries/PipePolicies.h>
-#include <libraries/SimulatedUsb.h>
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include <NorvaGlobal/RecordingUIServices.h>
+#include <Testing/RecordingUIServices.h>
 
 namespace norva {
 

@@ -1,4 +1,4 @@
-#include "UsbAmplifier.h"
+#include <Testing/UsbAmplifier.h>
 
 #include <NorvaBusComms/BusTextParser.h>
 #include <NorvaBusComms/NotificationFraming.h>
