@@ -3,10 +3,10 @@
 // and Qt's private object data are included. Reported as counters; the times are incidental.
 #include "support/BenchModel.h"
 
-#include <OrbGlobal/OrbObject.h>
-#include <OrbGlobal/OrbObjectList.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Model/OrbObject.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>

@@ -2,10 +2,10 @@
 // destroying a large document while the histories are full.
 #include "support/BenchModel.h"
 
-#include <OrbGlobal/OrbObject.h>
-#include <OrbGlobal/OrbObjectList.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Model/OrbObject.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 #include <benchmark/benchmark.h>
 

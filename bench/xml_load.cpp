@@ -1,8 +1,8 @@
 // Loading and saving a large document of the form the helpers build: an IR database of 200 makes,
 // each with 25 models of 20 commands (100,000 commands, about 13 MB), in UTF-8 as saved and in
 // Latin-1 under a declaration that says so.
-#include <OrbGlobal/XmlBuilding.h>
-#include <OrbGlobal/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 // Arbitrary bytes as a stored string: reading never fails nor reads past the data, and what was
 // read saves and loads back unchanged.
-#include <OrbGlobal/StreamStrings.h>
+#include <OrbGlobal/Model/StreamStrings.h>
 
 #include <QBuffer>
 

@@ -1,9 +1,9 @@
 // Arbitrary bytes as a document: loading either succeeds or raises EXMLParseError with a
 // position. A loaded document can be walked with the lookup helpers and saved; refused bytes are
 // saved as text. Either way what is saved loads again.
-#include <OrbGlobal/XmlDocument.h>
-#include <OrbGlobal/XmlErrors.h>
-#include <OrbGlobal/XmlLookup.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 
 #include <cstdint>
 #include <cstdlib>

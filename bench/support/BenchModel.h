@@ -2,9 +2,9 @@
 // The small document the model benchmarks edit: a document owning a list of items with an integer
 // and a string property.
 
-#include <OrbGlobal/OrbObject.h>
-#include <OrbGlobal/OrbObjectList.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Model/OrbObject.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 namespace bench {
 

@@ -1,30 +1,31 @@
 #pragma once
-// Object model: XML helpers (element building and lookup, document load and save, the file
-// number and date format) and the stream string form.
+// The document object model: model objects, lists, classes and their registry (Model/), undo and
+// redo (Undo/), XML documents and element helpers (Xml/), the clipboard slot and the tree list
+// (Clipboard/).
 
-#include <OrbGlobal/ChangeProtocolEntry.h>
-#include <OrbGlobal/ListEntries.h>
-#include <OrbGlobal/ListItemObject.h>
-#include <OrbGlobal/OrbClass.h>
-#include <OrbGlobal/OrbClassRegistry.h>
-#include <OrbGlobal/OrbClipboard.h>
-#include <OrbGlobal/OrbErrors.h>
-#include <OrbGlobal/OrbGuid.h>
-#include <OrbGlobal/OrbInterfaces.h>
-#include <OrbGlobal/OrbObject.h>
-#include <OrbGlobal/OrbObjectList.h>
-#include <OrbGlobal/OrbTypes.h>
-#include <OrbGlobal/PropertyEntries.h>
-#include <OrbGlobal/PropertyKinds.h>
-#include <OrbGlobal/StreamPersist.h>
-#include <OrbGlobal/StreamStrings.h>
-#include <OrbGlobal/SubObjectSnapshot.h>
-#include <OrbGlobal/TreeList.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
-#include <OrbGlobal/XmlBuilding.h>
-#include <OrbGlobal/XmlDocument.h>
-#include <OrbGlobal/XmlErrors.h>
-#include <OrbGlobal/XmlFormatSettings.h>
-#include <OrbGlobal/XmlLookup.h>
-#include <OrbGlobal/XmlNames.h>
+#include <OrbGlobal/Clipboard/OrbClipboard.h>
+#include <OrbGlobal/Clipboard/TreeList.h>
+#include <OrbGlobal/Model/ListItemObject.h>
+#include <OrbGlobal/Model/OrbClass.h>
+#include <OrbGlobal/Model/OrbClassRegistry.h>
+#include <OrbGlobal/Model/OrbErrors.h>
+#include <OrbGlobal/Model/OrbGuid.h>
+#include <OrbGlobal/Model/OrbInterfaces.h>
+#include <OrbGlobal/Model/OrbObject.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
+#include <OrbGlobal/Model/OrbTypes.h>
+#include <OrbGlobal/Model/StreamPersist.h>
+#include <OrbGlobal/Model/StreamStrings.h>
+#include <OrbGlobal/Undo/ChangeProtocolEntry.h>
+#include <OrbGlobal/Undo/ListEntries.h>
+#include <OrbGlobal/Undo/PropertyEntries.h>
+#include <OrbGlobal/Undo/PropertyKinds.h>
+#include <OrbGlobal/Undo/SubObjectSnapshot.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlFormatSettings.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
+#include <OrbGlobal/Xml/XmlNames.h>

@@ -2,11 +2,11 @@
 // system clipboard reached only through the UI services.
 #include "ModelFixtures.h"
 
-#include <NorvaGlobal/RecordingUIServices.h>
-#include <OrbGlobal/OrbClipboard.h>
-#include <OrbGlobal/OrbErrors.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Clipboard/OrbClipboard.h>
+#include <OrbGlobal/Model/OrbErrors.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
+#include <Testing/RecordingUIServices.h>
 
 #include <QPointer>
 

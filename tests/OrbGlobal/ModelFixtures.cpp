@@ -1,8 +1,8 @@
 #include "ModelFixtures.h"
 
-#include <OrbGlobal/PropertyKinds.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Undo/PropertyKinds.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 namespace fixture {
 

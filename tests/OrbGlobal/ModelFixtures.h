@@ -4,8 +4,8 @@
 // a model class may publish, plus the histories' clean slate.
 
 #include <NorvaGlobal/EnumSet.h>
-#include <OrbGlobal/OrbObject.h>
-#include <OrbGlobal/OrbObjectList.h>
+#include <OrbGlobal/Model/OrbObject.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
 
 #include <QByteArray>
 #include <QColor>

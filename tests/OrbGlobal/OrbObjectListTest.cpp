@@ -1,9 +1,9 @@
 // The child list: growth and limits, ordering operations, and what it tells items, owner and undo.
 #include "ModelFixtures.h"
 
-#include <OrbGlobal/OrbErrors.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Model/OrbErrors.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 #include <QPointer>
 

@@ -3,12 +3,12 @@
 // with its read-only errors.
 #include "ModelFixtures.h"
 
-#include <OrbGlobal/ListItemObject.h>
-#include <OrbGlobal/OrbClassRegistry.h>
-#include <OrbGlobal/OrbErrors.h>
-#include <OrbGlobal/OrbInterfaces.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Model/ListItemObject.h>
+#include <OrbGlobal/Model/OrbClassRegistry.h>
+#include <OrbGlobal/Model/OrbErrors.h>
+#include <OrbGlobal/Model/OrbInterfaces.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 #include <QAbstractListModel>
 #include <QDateTime>

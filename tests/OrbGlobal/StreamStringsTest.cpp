@@ -1,4 +1,4 @@
-#include <OrbGlobal/StreamStrings.h>
+#include <OrbGlobal/Model/StreamStrings.h>
 
 #include <NorvaGlobal/Exceptions.h>
 

@@ -1,7 +1,7 @@
 // The tree list's one-line text and its ownership of nested lists.
 #include "ModelFixtures.h"
 
-#include <OrbGlobal/TreeList.h>
+#include <OrbGlobal/Clipboard/TreeList.h>
 
 #include <QPointer>
 

@@ -5,12 +5,12 @@
 
 #include <NorvaGlobal/DebugOutput.h>
 #include <NorvaGlobal/Exceptions.h>
-#include <NorvaGlobal/RecordingUIServices.h>
-#include <OrbGlobal/ListEntries.h>
-#include <OrbGlobal/PropertyEntries.h>
-#include <OrbGlobal/SubObjectSnapshot.h>
-#include <OrbGlobal/Undo.h>
-#include <OrbGlobal/UndoControl.h>
+#include <OrbGlobal/Undo/ListEntries.h>
+#include <OrbGlobal/Undo/PropertyEntries.h>
+#include <OrbGlobal/Undo/SubObjectSnapshot.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Undo/UndoControl.h>
+#include <Testing/RecordingUIServices.h>
 
 #include <QPointer>
 #include <QStringList>

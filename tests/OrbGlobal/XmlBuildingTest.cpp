@@ -1,6 +1,6 @@
-#include <OrbGlobal/XmlBuilding.h>
-#include <OrbGlobal/XmlDocument.h>
-#include <OrbGlobal/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlErrors.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <OrbGlobal/XmlCharacters.h>
+#include <OrbGlobal/Xml/XmlCharacters.h>
 
 #include <gtest/gtest.h>
 

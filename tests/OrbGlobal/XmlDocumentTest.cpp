@@ -1,7 +1,7 @@
-#include <OrbGlobal/XmlBuilding.h>
-#include <OrbGlobal/XmlDocument.h>
-#include <OrbGlobal/XmlErrors.h>
-#include <OrbGlobal/XmlLookup.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 
 #include <QDir>
 #include <QFile>

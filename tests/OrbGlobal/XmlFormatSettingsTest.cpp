@@ -1,5 +1,5 @@
-#include <OrbGlobal/XmlErrors.h>
-#include <OrbGlobal/XmlFormatSettings.h>
+#include <OrbGlobal/Xml/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlFormatSettings.h>
 
 #include <QLocale>
 

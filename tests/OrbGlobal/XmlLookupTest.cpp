@@ -1,5 +1,5 @@
-#include <OrbGlobal/XmlDocument.h>
-#include <OrbGlobal/XmlLookup.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 
 #include <NorvaGlobal/Exceptions.h>
 

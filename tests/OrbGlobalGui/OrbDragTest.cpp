@@ -1,9 +1,9 @@
 // Drag objects of the object model: what they carry, what they own and which cursor they show.
 #include <NorvaGlobal/Gui/QtUIServices.h>
+#include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Gui/OrbDragList.h>
 #include <OrbGlobal/Gui/OrbDragObject.h>
-#include <OrbGlobal/OrbClipboard.h>
-#include <OrbGlobal/OrbObject.h>
+#include <OrbGlobal/Model/OrbObject.h>
 #include <support/gui/OffscreenPlatform.h>
 
 #include <QClipboard>

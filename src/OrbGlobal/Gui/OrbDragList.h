@@ -3,7 +3,7 @@
 // them or not.
 
 #include <OrbGlobal/Gui/OrbDragData.h>
-#include <OrbGlobal/OrbObjectList.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
 
 #include <Qt>
 

@@ -1,6 +1,6 @@
 #include <OrbGlobal/Gui/OrbDragObject.h>
 
-#include <OrbGlobal/OrbObject.h>
+#include <OrbGlobal/Model/OrbObject.h>
 
 namespace norva {
 

@@ -1,0 +1,52 @@
+#include <OrbGlobal/Xml/XmlLookup.h>
+
+#include <NorvaGlobal/Exceptions.h>
+
+#include <string_view>
+
+namespace norva {
+
+namespace {
+
+bool IsText(pugi::xml_node node) {
+  return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
+// Document order without recursion: files may nest deeper than the stack allows.
+pugi::xml_node NextInSubtree(pugi::xml_node node, pugi::xml_node root) {
+  if (pugi::xml_node child = node.first_child()) return child;
+  for (; node && node != root; node = node.parent()) {
+    if (pugi::xml_node sibling = node.next_sibling()) return sibling;
+  }
+  return pugi::xml_node();
+}
+
+}  // namespace
+
+pugi::xml_node GetXMLDOMNode(pugi::xml_node parent, const QString& name, bool mustExist) {
+  const QByteArray wanted = name.toUtf8();
+  const std::string_view wantedView(wanted.constData(), static_cast<size_t>(wanted.size()));
+  for (pugi::xml_node child = parent.first_child(); child; child = child.next_sibling()) {
+    if (child.type() == pugi::node_element && wantedView == child.name()) return child;
+  }
+  if (mustExist) throw ENorvaError(name + QStringLiteral(" element not found"));
+  return pugi::xml_node();
+}
+
+QString GetXMLDOMNodeText(pugi::xml_node parent, const QString& name, bool mustExist) {
+  return GetXMLDOMText(GetXMLDOMNode(parent, name, mustExist));
+}
+
+QString GetElementText(pugi::xml_node element) {
+  return QString::fromUtf8(element.first_child().value());
+}
+
+QString GetXMLDOMText(pugi::xml_node node) {
+  QByteArray text;
+  for (pugi::xml_node current = node; current; current = NextInSubtree(current, node)) {
+    if (IsText(current)) text.append(current.value());
+  }
+  return QString::fromUtf8(text);
+}
+
+}  // namespace norva
