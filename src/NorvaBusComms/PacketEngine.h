@@ -45,7 +45,7 @@ class TNorvaPacketEngine {
   // what a raw-data user leaves for the next arrival. Sixty-four reads of a receive worker, far
   // more than a device says while a handler is busy, and a batch cut from it (one packet per five
   // bytes at most) stays small.
-  static constexpr qsizetype MaxPendingBytes = 64 * 1024;
+  static constexpr qsizetype MaxPendingBytes = qsizetype{64} * 1024;
 
   TNorvaPacketEngine() = default;
   virtual ~TNorvaPacketEngine() = default;

@@ -29,7 +29,7 @@ class TEthernetLink final : public QObject, public TLink {
   // What one read takes from the socket (as a receive worker's read), and what the socket may
   // hold unread: a flooding peer is then held back by TCP's own flow control.
   static constexpr qint64 ReadChunkBytes = 1024;
-  static constexpr qint64 SocketReadBufferBytes = 64 * 1024;
+  static constexpr qint64 SocketReadBufferBytes = qint64{64} * 1024;
 
   explicit TEthernetLink(TLinkHost& host);
   ~TEthernetLink() override;

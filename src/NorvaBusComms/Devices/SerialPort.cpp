@@ -16,7 +16,7 @@ constexpr cc_t XonCharacter = 0x11;
 constexpr cc_t XoffCharacter = 0x13;
 
 TPlatformResult Fail(int& fd, const QString& message) {
-  const TPlatformResult failure = TPlatformResult::Failure(errno, message);
+  TPlatformResult failure = TPlatformResult::Failure(errno, message);
   if (fd >= 0) close(fd);
   fd = -1;
   return failure;
