@@ -1,8 +1,7 @@
 #include <NorvaBusComms/PacketEngine.h>
 #include <NorvaGlobal/DebugOutput.h>
 
-#include "support/FakeClock.h"
-#include "support/RecordingTransport.h"
+#include "EngineFixture.h"
 #include "support/RecordingUser.h"
 
 #include <QTimer>
@@ -12,25 +11,10 @@
 namespace norva {
 namespace {
 
-using testing::TFakeClock;
 using testing::TRecordingTransport;
 using testing::TRecordingUser;
 
-// An amplifier on RS232: bus text, echoes expected.
-class PacketEngineTest : public ::testing::Test {
- protected:
-  PacketEngineTest() {
-    engine.SetTransport(&transport);
-    engine.SetSelectedCommsInterface(RS232Interface);
-    engine.SetConnectedDeviceType(NorvaAmp);
-    engine.AddUser(&user);
-  }
-
-  TFakeClock clock;
-  TRecordingTransport transport;
-  TNorvaPacketEngine engine;
-  TRecordingUser user{&engine};
-};
+class PacketEngineTest : public testing::TEngineFixture<TRecordingUser> {};
 
 TEST_F(PacketEngineTest, SendCmdHandsTheLinkBusTextAndRemembersWhatMayEcho) {
   engine.SendKeypress(5, 3, 1);

@@ -5,8 +5,7 @@
 #include <NorvaBusComms/PacketEngine.h>
 #include <NorvaGlobal/DebugOutput.h>
 
-#include "support/FakeClock.h"
-#include "support/RecordingTransport.h"
+#include "EngineFixture.h"
 #include "support/RecordingUser.h"
 
 #include <QStringList>
@@ -19,8 +18,6 @@
 namespace norva {
 namespace {
 
-using testing::TFakeClock;
-using testing::TRecordingTransport;
 using testing::TRecordingUser;
 
 QByteArray Bytes(std::initializer_list<int> values) {
@@ -41,13 +38,9 @@ class TNotifiedUser : public TRecordingUser {
   }
 };
 
-class ReceiveBoundsTest : public ::testing::Test {
+class ReceiveBoundsTest : public testing::TEngineFixture<TNotifiedUser> {
  protected:
   ReceiveBoundsTest() {
-    engine.SetTransport(&transport);
-    engine.SetSelectedCommsInterface(RS232Interface);
-    engine.SetConnectedDeviceType(NorvaAmp);
-    engine.AddUser(&user);
     previousSink = SetDebugOutputSink([this](const QString& line) { debugLines << line; });
   }
   ~ReceiveBoundsTest() override { SetDebugOutputSink(previousSink); }
@@ -71,10 +64,6 @@ class ReceiveBoundsTest : public ::testing::Test {
     return texts;
   }
 
-  TFakeClock clock;
-  TRecordingTransport transport;
-  TNorvaPacketEngine engine;
-  TNotifiedUser user{&engine};
   QStringList debugLines;
   TDebugSink previousSink;
 };
