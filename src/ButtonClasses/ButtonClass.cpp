@@ -103,7 +103,8 @@ TButtonClass TButtonClass::FromRecordBytes(const TRecordBytes& bytes) {
   TButtonClass result;
   result.SetGroup(bytes[0]);
   result.ClassID = bytes[1];
-  const std::uint32_t client = bytes[4] | bytes[5] << 8 | bytes[6] << 16 | std::uint32_t{bytes[7]} << 24;
+  const std::uint32_t client =
+      bytes[4] | bytes[5] << 8 | bytes[6] << 16 | std::uint32_t{bytes[7]} << 24;
   const QList<TOrbObjectClass>* registered = GetRegisteredOrbClasses();
   if (client > 0 && registered && client <= static_cast<std::uint32_t>(registered->size()))
     result.ClientClass = registered->at(static_cast<qsizetype>(client - 1));
@@ -115,8 +116,13 @@ TButtonClass::TRecordBytes TButtonClass::GetRecordBytes() const {
   const QList<TOrbObjectClass>* registered = GetRegisteredOrbClasses();
   if (ClientClass && registered)
     client = static_cast<std::uint32_t>(registered->indexOf(ClientClass) + 1);
-  return {static_cast<std::uint8_t>(Group), ClassID, 0, 0, static_cast<std::uint8_t>(client),
-          static_cast<std::uint8_t>(client >> 8), static_cast<std::uint8_t>(client >> 16),
+  return {static_cast<std::uint8_t>(Group),
+          ClassID,
+          0,
+          0,
+          static_cast<std::uint8_t>(client),
+          static_cast<std::uint8_t>(client >> 8),
+          static_cast<std::uint8_t>(client >> 16),
           static_cast<std::uint8_t>(client >> 24)};
 }
 
@@ -220,7 +226,8 @@ void TButtonClass::Save(pugi::xml_node parent) const {
   pugi::xml_node element = AddXMLDOMElement(parent, QStringLiteral("class"));
   SetXMLDOMText(element, QString::number(ClassID));
   if (ClientClass)
-    element.append_attribute("applet_class") = GUIDToString(ClassGUIDOf(ClientClass)).toUtf8().constData();
+    element.append_attribute("applet_class") =
+        GUIDToString(ClassGUIDOf(ClientClass)).toUtf8().constData();
   else
     element.append_attribute("group") = static_cast<int>(Group);
 }
