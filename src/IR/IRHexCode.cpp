@@ -1,0 +1,143 @@
+#include <IR/IRHexCode.h>
+
+#include <NorvaGlobal/Exceptions.h>
+
+#include <QList>
+
+#include <algorithm>
+#include <limits>
+
+namespace norva {
+
+namespace {
+
+// The stream's units per frequency word: carrier ticks, 1/3 us lengths, 256/3 us lengths, and
+// microseconds.
+constexpr double kTicksPerF = 2.894952;
+constexpr double kThirdsPerF = 0.723738;
+constexpr double kWordEndUnitsPerF = 0.0028271015625;
+constexpr double kMicrosecondsPerF = 0.241246;
+// A gap longer than this inside a one-sequence code splits it into two words.
+constexpr double kWordSplitMicroseconds = 8000;
+constexpr int kMaxLastWord = 320;
+
+QString HexWord(std::uint32_t value) {
+  return QStringLiteral("%1").arg(value, 4, 16, QLatin1Char('0')).toUpper();
+}
+
+bool IsHexDigit(QChar c) {
+  return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
+}
+
+bool HasHexCodeShape(QStringView text) {
+  for (qsizetype p = 0; p < text.size(); ++p) {
+    if (p % 5 == 4 ? text[p] != u' ' : !IsHexDigit(text[p])) return false;
+  }
+  return true;
+}
+
+std::uint32_t ToWord(double value) {
+  const double rounded = RoundToEven(value);
+  return rounded >= std::numeric_limits<std::uint32_t>::max()
+             ? std::numeric_limits<std::uint32_t>::max()
+             : static_cast<std::uint32_t>(rounded);
+}
+
+struct TCounts {
+  int Once = 0;
+  int Repeat = 0;
+};
+
+TCounts CountsOf(const TIRStreamData& stream) {
+  const int end = stream.GetEndPos(false);
+  if (stream.Format == RepeatWord1 || stream.Format == RepeatBothWords) return {0, end + 1};
+  const int firstEnd = stream.GetEndPos(true);
+  return {firstEnd + 1, end - firstEnd};
+}
+
+[[noreturn]] void Fail(const char* message) { throw ENorvaError(QString::fromLatin1(message)); }
+
+// The indexes of the words that end a word of the stream, and the format they give.
+struct TWordEnds {
+  QList<int> Indexes;
+  TIRStreamFormat Format = RepeatWord1;
+};
+
+TWordEnds FindWordEnds(const QList<std::uint32_t>& words, std::uint32_t f) {
+  const int last = static_cast<int>(words.size()) - 1;
+  const auto once = static_cast<int>(words[2]);
+  const auto repeat = static_cast<int>(words[3]);
+  if (once == 0 && repeat == 0) Fail("Stream has zero length");
+  if (once != 0 && repeat != 0) {
+    if (last != 2 * once + 2 * repeat + 3) Fail("Invalid Total number of tokens detected.");
+    if (last > kMaxLastWord) Fail("Hex code is too long.");
+    return {{2 * once + 3, last}, RepeatWord2};
+  }
+  if (last != 2 * std::max(once, repeat) + 3) Fail("Invalid Total number of tokens detected.");
+  if (last > kMaxLastWord) Fail("Hex code is too long.");
+  for (int i = 5; i <= last - 2; i += 2) {
+    if (words[i] * kMicrosecondsPerF * f > kWordSplitMicroseconds)
+      return {{i, last}, RepeatBothWords};
+  }
+  return {{last}, RepeatWord1};
+}
+
+}  // namespace
+
+QString HexCodeOf(const TIRStreamData& stream) {
+  if (stream.IsEmpty()) return QString();
+  const std::uint32_t f = ToWord(stream.ModulationPeriod / kTicksPerF);
+  if (f == 0) Fail("Hex code unavailable for non-modulated IR codes.");
+  const TCounts counts = CountsOf(stream);
+  QString text = QStringLiteral("0000 ") + HexWord(f) + u' ' +
+                 HexWord(static_cast<std::uint32_t>(counts.Once)) + u' ' +
+                 HexWord(static_cast<std::uint32_t>(counts.Repeat));
+  const int end = stream.GetEndPos(false);
+  for (int i = 0; i <= end; ++i) {
+    const TPeriodIDPair& pair = stream.Pairs[static_cast<std::size_t>(i)];
+    const double offUnit = pair.IsWordEnd() ? kWordEndUnitsPerF : kThirdsPerF;
+    text += u' ' + HexWord(ToWord(stream.Lengths[pair.OnID] / (f * kThirdsPerF)));
+    text += u' ' + HexWord(ToWord(stream.Lengths[pair.OffID] / (f * offUnit)));
+  }
+  return text;
+}
+
+std::optional<TIRStreamData> ParseHexCode(QStringView text) {
+  text = text.trimmed();
+  if (!HasHexCodeShape(text)) Fail("Invalid hex code string.");
+  const qsizetype wordCount = (text.size() + 1) / 5;
+  if (wordCount < 5) return std::nullopt;
+  QList<std::uint32_t> words(wordCount);
+  for (qsizetype i = 0; i < wordCount; ++i) words[i] = text.mid(5 * i, 4).toUInt(nullptr, 16);
+
+  const std::uint32_t f = words[1];
+  TIRStreamData stream;
+  const TWordEnds ends = FindWordEnds(words, f);
+  stream.Format = ends.Format;
+  const double period = RoundToEven(f * kTicksPerF);
+  // The period must fit its field without meaning "no stream".
+  if (period >= NoModulationPeriod)
+    throw ENorvaError(QStringLiteral("Carrier frequency word %1 is out of range (at most %2).")
+                          .arg(HexWord(f), HexWord(static_cast<std::uint32_t>(
+                                               (NoModulationPeriod - 1) / kTicksPerF))));
+  stream.ModulationPeriod = static_cast<std::uint16_t>(period);
+  TIRPeriodsLoadHelper periods;
+  std::uint32_t on = 0;
+  for (int i = 4; i < wordCount; ++i) {
+    const std::uint32_t value = ToWord(words[i] * kThirdsPerF * f);
+    if (i % 2 == 0)
+      on = value;
+    else
+      periods.AddOnOffPeriod(on, value, ends.Indexes.contains(i));
+  }
+  stream.Lengths = periods.GetPeriodLengths();
+  stream.Pairs = periods.GetPairs();
+  return stream;
+}
+
+bool LooksLikeHexCode(QStringView text) {
+  text = text.trimmed();
+  return text.size() >= 4 && HasHexCodeShape(text);
+}
+
+}  // namespace norva
