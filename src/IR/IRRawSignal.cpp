@@ -1,0 +1,60 @@
+#include <IR/IRRawSignal.h>
+
+#include <NorvaGlobal/Exceptions.h>
+
+#include <cmath>
+
+namespace norva {
+
+namespace {
+
+// A gap longer than this inside a signal splits it into two words.
+constexpr double kWordSplitMicroseconds = 8000;
+
+std::uint32_t Thirds(double microseconds) {
+  const double thirds = RoundToEven(microseconds * 3);
+  // Anything that does not fit 32 bits is far beyond every slot; the analysis refuses it.
+  return thirds >= 4294967295.0 ? 4294967295u : static_cast<std::uint32_t>(thirds);
+}
+
+std::uint16_t ModulationPeriodOf(double frequencyHz) {
+  if (frequencyHz == 0) return 0;
+  const double period = RoundToEven(ModulationClockHz / frequencyHz);
+  if (!(frequencyHz > 0) || !(period < NoModulationPeriod))
+    throw ENorvaError(QStringLiteral("Carrier frequency %1 Hz is out of range (%2 Hz or more).")
+                          .arg(frequencyHz)
+                          .arg(std::ceil(ModulationClockHz / (NoModulationPeriod - 0.5))));
+  return static_cast<std::uint16_t>(period);
+}
+
+}  // namespace
+
+TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseconds) {
+  if (microseconds.isEmpty()) throw ENorvaError(QStringLiteral("Stream has zero length"));
+  for (const double duration : microseconds) {
+    if (!(duration > 0) || !std::isfinite(duration))
+      throw ENorvaError(
+          QStringLiteral("Infra-red durations must be positive, not %1.").arg(duration));
+  }
+  QList<double> durations = microseconds;
+  if (durations.size() % 2 != 0) durations.append(RawClosingGapMicroseconds);
+
+  TIRStreamData stream;
+  stream.ModulationPeriod = ModulationPeriodOf(frequencyHz);
+  const qsizetype lastGap = durations.size() - 1;
+  qsizetype firstWordEnd = -1;
+  for (qsizetype i = 1; i < lastGap && firstWordEnd < 0; i += 2)
+    if (durations[i] > kWordSplitMicroseconds) firstWordEnd = i;
+  stream.Format = firstWordEnd < 0 ? RepeatWord1 : RepeatBothWords;
+
+  TIRPeriodsLoadHelper periods;
+  for (qsizetype i = 0; i < durations.size(); i += 2) {
+    const bool wordEnd = i + 1 == lastGap || i + 1 == firstWordEnd;
+    periods.AddOnOffPeriod(Thirds(durations[i]), Thirds(durations[i + 1]), wordEnd);
+  }
+  stream.Lengths = periods.GetPeriodLengths();
+  stream.Pairs = periods.GetPairs();
+  return stream;
+}
+
+}  // namespace norva
