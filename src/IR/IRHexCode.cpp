@@ -88,6 +88,9 @@ QString HexCodeOf(const TIRStreamData& stream) {
   if (stream.IsEmpty()) return QString();
   const std::uint32_t f = ToWord(stream.ModulationPeriod / kTicksPerF);
   if (f == 0) Fail("Hex code unavailable for non-modulated IR codes.");
+  // Without an end the counts would come out negative: refuse rather than write nonsense.
+  if (stream.GetEndPos(false) < 0)
+    Fail("Hex code unavailable for an infra-red stream without end.");
   const TCounts counts = CountsOf(stream);
   QString text = QStringLiteral("0000 ") + HexWord(f) + u' ' +
                  HexWord(static_cast<std::uint32_t>(counts.Once)) + u' ' +

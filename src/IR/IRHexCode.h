@@ -14,7 +14,8 @@
 namespace norva {
 
 // The text of the stream: empty for an empty stream. Raises "Hex code unavailable for
-// non-modulated IR codes." when the carrier has no frequency word.
+// non-modulated IR codes." when the carrier has no frequency word, and "Hex code unavailable for
+// an infra-red stream without end." when no pair ends it.
 QString HexCodeOf(const TIRStreamData& stream);
 
 // The stream a hex code describes (carrier, format, lengths and pairs). Nothing when the text has
