@@ -5,3 +5,4 @@
 #include <ButtonClasses/ButtonClass.h>
 #include <ButtonClasses/ButtonClassGroups.h>
 #include <ButtonClasses/ButtonClassValues.h>
+#include <ButtonClasses/ButtonPatterns.h>
