@@ -44,6 +44,85 @@ TEST(NorvaTool, EncodesPacketsAndZones) {
   EXPECT_EQ(Norva({"error", "8"}).Out, "Error 0x08\n");
 }
 
+TEST(NorvaTool, FindsListsAndNumbersButtonClasses) {
+  const struct {
+    QStringList Call;
+    int ExitCode;
+    QString Out;
+  } cases[] = {
+      {{"button", "find", "Power", "OK", "--", "-ch"},
+       0,
+       "Power\tSystemClassGroup\tButtonClass_Standby\tStandby\n"
+       "OK\tCursorClassGroup\tButtonClass_Enter2\tEnter\n"
+       "-ch\tNumericClassGroup\tButtonClass_PrevChannel\tChannel-\n"},
+      {{"button", "find", "Vol+", "Input HDMI"},
+       1,
+       "Vol+\tSystemClassGroup\tButtonClass_VolumeUp\tVol Up\nInput HDMI\tno class fits\n"},
+      {{"button", "ordinal", "wk3", "1503"},
+       0,
+       "CBusLightingClassGroup\tButtonClass_CBus_LoadUp\tLoad +\n"},
+      {{"button", "ordinal", "zr900", "108"}, 0, "none\n"},
+      {{"button", "ordinal", "IntegraTunerClassGroup", "ButtonClass_IntegraTuner_Preset1"},
+       0,
+       "wk3 208\n"},
+      {{"button", "ordinal", "22", "16"}, 0, "zr900 215\n"},
+      {{"button", "ordinal", "TransportClassGroup", "1"},
+       0,
+       "none: no keypad holds a generic class\n"},
+  };
+  for (const auto& c : cases) {
+    const TRun run = Norva(c.Call);
+    EXPECT_EQ(run.ExitCode, c.ExitCode) << c.Call.join(' ').toStdString();
+    EXPECT_EQ(run.Out, c.Out) << c.Call.join(' ').toStdString();
+  }
+  const QStringList groups = Norva({"button", "list"}).Out.split(u'\n', Qt::SkipEmptyParts);
+  ASSERT_EQ(groups.size(), 31);
+  EXPECT_EQ(groups[6], "6\tIntegraTunerClassGroup\tIntegra Tuner\twk3 200..228");
+  const QStringList tuner = Norva({"button", "list", "6"}).Out.split(u'\n', Qt::SkipEmptyParts);
+  ASSERT_EQ(tuner.size(), 29);
+  EXPECT_EQ(tuner.last(), "228\t29\tButtonClass_IntegraTuner_Enter\tEnter");
+}
+
+TEST(NorvaTool, ReadsBuildsAndShowsInfraRedCodes) {
+  const TRun native = Norva({"ir", "native", "3", "nvSrc1Cmd", "--type", "PreampCommand"});
+  EXPECT_EQ(native.ExitCode, 0);
+  EXPECT_TRUE(
+      native.Out.startsWith("name: Source 1\ncategory: Norva, zone 3 (preamp)\n"
+                            "useful: yes\nframe: 03 43 05\nhex: 0000 005E 0000 0025 "))
+      << native.Out.toStdString();
+  const TRun relay = Norva({"ir", "native", "--sw6", "2", "B"});
+  EXPECT_TRUE(relay.Out.startsWith("name: Relay 2 off\ncategory: Norva Sw6, zone 2\n"))
+      << relay.Out.toStdString();
+
+  // The hex code that native code printed reads back; a bad code fails.
+  const QString hex = native.Out.section("hex: ", 1).trimmed();
+  const TRun read = Norva({"ir", "hex", "-"}, ("Source 1\t" + hex +
+                                               "\n0000 006D 0000\n"
+                                               "0000 006D 0001 0001 0010 0020 0010\n")
+                                                  .toUtf8());
+  EXPECT_EQ(read.ExitCode, 1);
+  EXPECT_TRUE(read.Out.contains("name: Source 1\ncode: " + hex +
+                                "\nstatus: OK\n"
+                                "format: RepeatWord1\ncarrier: 44118 Hz"))
+      << read.Out.toStdString();
+  // Word gaps are kept in coarse units: only the last word may come back a little shorter.
+  EXPECT_TRUE(read.Out.contains("hex: " + hex.chopped(4))) << read.Out.toStdString();
+  EXPECT_TRUE(read.Out.contains("ignored: fewer than five words")) << read.Out.toStdString();
+  EXPECT_TRUE(read.Out.contains("error: Invalid Total number of tokens detected."))
+      << read.Out.toStdString();
+
+  // A learnt signal as capture tools write it, signs and all.
+  const TRun raw =
+      Norva({"ir", "raw", "--frequency", "38000", "+9000", "-4500", "+560", "-560", "+560"});
+  EXPECT_EQ(raw.ExitCode, 0);
+  EXPECT_TRUE(raw.Out.contains("periods: 0: 8999.9 us, 1: 4500.0 us, 2: 560.0 us, 14: 99924.9 us"))
+      << raw.Out.toStdString();
+  EXPECT_EQ(Norva({"ir", "raw", "--frequency", "38000", "500", "30000", "500", "500"}).ExitCode, 0);
+  EXPECT_EQ(
+      Norva({"ir", "raw", "--frequency", "38000", "500", "9000", "500", "30000", "500"}).ExitCode,
+      1);
+}
+
 TEST(NorvaTool, DecodeCoalescesAsTheReceivePathDoes) {
   const TRun run =
       Norva({"packet", "decode"}, "050101\r\n050102\r\nzz05\r\n0B0523\r\n050201\r\n0B05");
@@ -81,6 +160,22 @@ TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
       {"packet", "decode", "--chunk"},
       {"packet", "encode", "1", "2", "--x"},
       {"frobnicate"},
+      {"button", "find"},
+      {"button", "find", "-ch"},
+      {"button", "list", "NoSuchClassGroup"},
+      {"button", "list", "31"},
+      {"button", "ordinal", "wk3", "65536"},
+      {"button", "ordinal", "CursorClassGroup", "ButtonClass_Play"},
+      {"button", "ordinal", "dummy_group_1", "1"},
+      {"ir", "hex"},
+      {"ir", "native", "96", "nvMuteCmd"},
+      {"ir", "native", "3", "nvNoSuchCmd"},
+      {"ir", "native", "3", "90"},
+      {"ir", "native", "3", "nvMuteCmd", "--type", "Amp"},
+      {"ir", "native", "--sw6", "3", "]"},
+      {"ir", "raw", "500", "500"},
+      {"ir", "raw", "--frequency", "38k", "500"},
+      {"ir", "raw", "--frequency", "38000", "500", "0"},
   };
   for (const QStringList& call : badCalls) {
     const TRun run = Norva(call);

@@ -56,11 +56,21 @@ std::optional<qlonglong> ParseNumber(const QString& text) {
   return negative ? -magnitude : magnitude;
 }
 
-bool TArguments::TakeFlag(const QString& flag) { return mArguments.removeAll(flag) > 0; }
+qsizetype TArguments::OptionsEnd() const {
+  const qsizetype end = mArguments.indexOf(QStringLiteral("--"));
+  return end < 0 ? mArguments.size() : end;
+}
+
+bool TArguments::TakeFlag(const QString& flag) {
+  const qsizetype at = mArguments.indexOf(flag);
+  if (at < 0 || at >= OptionsEnd()) return false;
+  mArguments.removeAll(flag);
+  return true;
+}
 
 std::optional<QString> TArguments::TakeOption(const QString& option) {
   const qsizetype at = mArguments.indexOf(option);
-  if (at < 0) return std::nullopt;
+  if (at < 0 || at >= OptionsEnd()) return std::nullopt;
   if (at + 1 >= mArguments.size()) throw EUsage(option + QStringLiteral(" needs a value"));
   const QString value = mArguments.at(at + 1);
   mArguments.remove(at, 2);
@@ -68,12 +78,15 @@ std::optional<QString> TArguments::TakeOption(const QString& option) {
 }
 
 QStringList TArguments::Positional() const {
-  for (const QString& argument : mArguments) {
+  const qsizetype end = OptionsEnd();
+  for (const QString& argument : mArguments.first(end)) {
     // A lone "-" means standard input, and negative numbers are values, not options.
     if (argument.startsWith(u'-') && argument != QStringLiteral("-") && !ParseNumber(argument))
       throw EUsage(QStringLiteral("unknown option ") + Quoted(argument));
   }
-  return mArguments;
+  QStringList values = mArguments;
+  if (end < values.size()) values.removeAt(end);
+  return values;
 }
 
 int ParseInteger(const QString& text, int min, int max, const QString& what) {

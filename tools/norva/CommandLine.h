@@ -18,7 +18,8 @@ class EUsage : public std::runtime_error {
 };
 
 // Arguments of one subcommand: options are taken out as they are asked for; what remains are the
-// positional arguments, in order.
+// positional arguments, in order. After "--" everything is positional, so values may start with a
+// minus sign ("-/--" is a button name).
 class TArguments {
  public:
   explicit TArguments(QStringList arguments) : mArguments(std::move(arguments)) {}
@@ -31,6 +32,8 @@ class TArguments {
   QStringList Positional() const;
 
  private:
+  // The index of "--", or the end: options are looked for before it only.
+  qsizetype OptionsEnd() const;
   QStringList mArguments;
 };
 

@@ -18,5 +18,11 @@ int RunUsb(TArguments& arguments, QTextStream& out);
 int RunMonitor(TArguments& arguments, QTextStream& out);
 int RunSend(TArguments& arguments, QTextStream& out);
 int RunKeypress(TArguments& arguments, QTextStream& out);
+int RunButtonFind(TArguments& arguments, QTextStream& out);
+int RunButtonList(TArguments& arguments, QTextStream& out);
+int RunButtonOrdinal(TArguments& arguments, QTextStream& out);
+int RunIRHex(TArguments& arguments, QTextStream& out);
+int RunIRNative(TArguments& arguments, QTextStream& out);
+int RunIRRaw(TArguments& arguments, QTextStream& out);
 
 }  // namespace norva::cli
