@@ -4,7 +4,7 @@
 // valid, its text forms). TIRStream holds one and adds the model-object behaviour around it.
 
 #include <IR/IRPeriods.h>
-#include <IR/IRStreamTypes.h>
+#include <IR/IRTypes.h>
 
 #include <QString>
 #include <QStringView>

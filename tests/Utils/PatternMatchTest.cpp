@@ -92,7 +92,7 @@ TEST(PatternMatch, WildcardsEscapesAndTheEndOfTheText) {
       {u"ab", u"a+", false, true},
       {u"a", u"a+", false, false},
       {u"a", u"a*", false, true},
-      {u"a", u"a**", false, false},    // the rest after a star never meets the empty end
+      {u"a", u"a**", false, false},  // the rest after a star never meets the empty end
       {u"ab", u"a*b**", false, false},
       {u"ab", u"a*b*", false, true},
       {u"", u"", false, true},

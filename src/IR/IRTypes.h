@@ -1,13 +1,14 @@
 #pragma once
-// The enumerations of infra-red streams and of the installation's own native codes. Value names
-// are written to files and typed on the command line: never reorder or rename them.
+// The enumerations of device commands: infra-red stream formats, the installation's own native
+// codes, and the line settings of serial and network commands. Value names are written to files
+// and typed on the command line: never reorder or rename them.
 
 #include <QObject>
 
 #include <cstdint>
 
 namespace norva {
-inline namespace IRStreams {
+inline namespace IR {
 Q_NAMESPACE
 
 // The value lists read as the tables they are.
@@ -51,7 +52,16 @@ Q_ENUM_NS(TNorvaCommandType)
 enum TPressDurationType : std::uint8_t { Press_Short, Press_Long };
 Q_ENUM_NS(TPressDurationType)
 
+enum TParity : std::uint8_t { parity_none, parity_odd, parity_even, parity_mark, parity_space };
+Q_ENUM_NS(TParity)
+
+enum TNumStopbits : std::uint8_t { stop_bits_1, stop_bits_1_5, stop_bits_2 };
+Q_ENUM_NS(TNumStopbits)
+
+enum TIPProtocol : std::uint8_t { TCP_IP, UDP_IP };
+Q_ENUM_NS(TIPProtocol)
+
 // clang-format on
 
-}  // namespace IRStreams
+}  // namespace IR
 }  // namespace norva

@@ -1,0 +1,154 @@
+#include <IR/CommandObject.h>
+
+#include <ButtonClasses/ButtonPatterns.h>
+#include <IR/CommandCategory.h>
+#include <IR/CommandObjectList.h>
+#include <OrbGlobal/Model/OrbGuid.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
+
+namespace norva {
+
+namespace {
+
+constexpr int kRecordDigits = 2 * static_cast<int>(sizeof(TButtonClass::TRecordBytes));
+
+int HexValue(QChar c) {
+  if (c >= u'0' && c <= u'9') return c.unicode() - u'0';
+  if (c >= u'A' && c <= u'F') return c.unicode() - u'A' + 10;
+  if (c >= u'a' && c <= u'f') return c.unicode() - u'a' + 10;
+  return -1;
+}
+
+TButtonClasses ClassesOfData(const QString& data) {
+  TButtonClasses classes(data.size() / kRecordDigits);
+  bool valid = true;
+  for (qsizetype i = 0; i < classes.size(); ++i) {
+    TButtonClass::TRecordBytes bytes{};
+    for (std::size_t b = 0; valid && b < bytes.size(); ++b) {
+      const qsizetype at = i * kRecordDigits + 2 * static_cast<qsizetype>(b);
+      const int high = HexValue(data[at]);
+      const int low = HexValue(data[at + 1]);
+      valid = high >= 0 && low >= 0;
+      if (valid) bytes[b] = static_cast<std::uint8_t>(high << 4 | low);
+    }
+    classes[i] = TButtonClass::FromRecordBytes(bytes);
+  }
+  return classes;
+}
+
+}  // namespace
+
+TCommandObject::TCommandObject(TOrbObject* owner) : TOrbObject(owner) {}
+
+QString TCommandObject::GetCategory() const {
+  if (!mCategory.isEmpty()) return mCategory;
+  TOrbObject* owner = GetOwner();
+  if (qobject_cast<TCommandObjectList*>(owner)) owner = owner->GetOwner();
+  if (const auto* categoryOwner = dynamic_cast<const ICommandCategoryOwner*>(owner))
+    return categoryOwner->CommandCategory();
+  return QString();
+}
+
+void TCommandObject::SetCategory(const QString& category) {
+  if (category == GetCategory()) return;
+  Updating("Category");
+  mCategory = category;
+  Updated();
+}
+
+void TCommandObject::SetButtonClasses(const TButtonClasses& classes) {
+  if (classes == mButtonClasses) return;
+  Updating("ButtonClassData");
+  mButtonClasses = classes;
+  Updated();
+}
+
+QString TCommandObject::GetButtonClassData() const {
+  QByteArray bytes;
+  bytes.reserve(mButtonClasses.size() * kRecordDigits / 2);
+  for (const TButtonClass& c : mButtonClasses) {
+    const TButtonClass::TRecordBytes record = c.GetRecordBytes();
+    bytes.append(reinterpret_cast<const char*>(record.data()),
+                 static_cast<qsizetype>(record.size()));
+  }
+  return QString::fromLatin1(bytes.toHex().toUpper());
+}
+
+void TCommandObject::SetButtonClassData(const QString& data) {
+  if (data == GetButtonClassData()) return;
+  Updating("ButtonClassData");
+  mButtonClasses = ClassesOfData(data);
+  Updated();
+}
+
+bool TCommandObject::HasButtonClass(const TButtonClass& buttonClass) const {
+  return std::any_of(mButtonClasses.begin(), mButtonClasses.end(),
+                     [&](const TButtonClass& held) { return held.Equivalent(buttonClass); });
+}
+
+void TCommandObject::AddButtonClass(const TButtonClass& buttonClass) {
+  if (HasButtonClass(buttonClass)) return;
+  Updating("ButtonClassData");
+  mButtonClasses.append(buttonClass);
+  Updated();
+}
+
+void TCommandObject::AutoAssignButtonClass() {
+  TButtonClass found;
+  if (FindButtonClass(GetName(), found)) AddButtonClass(found);
+}
+
+void TCommandObject::UpdateGUID() {
+  if (GetGUID() == NoGUID) AssignNewGUID();
+}
+
+QString TCommandObject::Status() const { return QStringLiteral("OK"); }
+
+bool TCommandObject::Match(const TCommandObject* other) const { return other == this; }
+
+bool TCommandObject::IsEmpty() const { return false; }
+
+void TCommandObject::AssignTo(QObject* dest) const {
+  auto* command = qobject_cast<TCommandObject*>(dest);
+  if (!command || command == this) {
+    TOrbObject::AssignTo(dest);
+    return;
+  }
+  command->BeginUpdate();
+  TOrbObject::AssignTo(dest);
+  command->SetCategory(GetCategory());
+  command->SetButtonClasses(mButtonClasses);
+  command->mLearnt = mLearnt;
+  command->SetGUID(GetGUID());
+  command->EndUpdate();
+}
+
+void TCommandObject::Save(pugi::xml_node element) const {
+  element.append_attribute("name") = GetNameRaw().toUtf8().constData();
+  const QString category = GetCategory();
+  if (!category.isEmpty()) element.append_attribute("category") = category.toUtf8().constData();
+  element.append_attribute("guid") = GUIDToString(GetGUID()).toUtf8().constData();
+  const pugi::xml_node classes = AddXMLDOMElement(element, QStringLiteral("button_classes"));
+  for (const TButtonClass& c : mButtonClasses) c.Save(classes);
+}
+
+void TCommandObject::Load(pugi::xml_node element) {
+  SetName(QString::fromUtf8(element.attribute("name").value()));
+  if (const pugi::xml_attribute category = element.attribute("category"))
+    SetCategory(QString::fromUtf8(category.value()));
+  if (const pugi::xml_attribute guid = element.attribute("guid"))
+    SetGUIDString(QString::fromUtf8(guid.value()));
+  for (pugi::xml_node child : element.children()) {
+    if (child.type() == pugi::node_element) LoadElement(child);
+  }
+}
+
+void TCommandObject::LoadElement(pugi::xml_node child) {
+  if (QLatin1String(child.name()) != QLatin1String("button_classes")) return;
+  TButtonClasses classes;
+  for (pugi::xml_node element : child.children("class")) classes.append(TButtonClass(element));
+  SetButtonClasses(classes);
+}
+
+}  // namespace norva

@@ -1,0 +1,140 @@
+#include <IR/CommandObjectList.h>
+
+#include <IR/CommandClasses.h>
+#include <IR/IRStream.h>
+#include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace norva {
+
+namespace {
+
+// The children of a list element that are commands, in the order they are read.
+std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> CommandElements(pugi::xml_node element,
+                                                                        bool indexed) {
+  std::vector<std::tuple<long long, pugi::xml_node, TOrbObjectClass>> found;
+  const auto nodeCount = static_cast<long long>(std::distance(element.begin(), element.end()));
+  long long order = 0;
+  for (pugi::xml_node child : element.children()) {
+    if (child.type() != pugi::node_element) continue;
+    const TOrbObjectClass cls = CommandClassOfElement(QString::fromUtf8(child.name()));
+    if (!cls) continue;
+    long long key = order++;
+    if (indexed) {
+      bool ok = false;
+      key = QString::fromUtf8(child.attribute("index").value()).toLongLong(&ok);
+      if (!ok || key < 0 || key >= nodeCount) continue;
+    }
+    found.emplace_back(key, child, cls);
+  }
+  std::stable_sort(found.begin(), found.end(),
+                   [](const auto& a, const auto& b) { return std::get<0>(a) < std::get<0>(b); });
+  std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> elements;
+  elements.reserve(found.size());
+  for (const auto& [key, child, cls] : found) elements.emplace_back(child, cls);
+  return elements;
+}
+
+}  // namespace
+
+TCommandObjectList::TCommandObjectList(TOrbObject* owner) : TCommandObjectList(true, owner) {}
+
+TCommandObjectList::TCommandObjectList(bool ownsCommands, TOrbObject* owner)
+    : TOrbObject(owner), mCommands(ownsCommands, this) {}
+
+std::unique_ptr<TCommandObjectList> TCommandObjectList::CreateReferenceList(TOrbObject* owner) {
+  return std::unique_ptr<TCommandObjectList>(new TCommandObjectList(false, owner));
+}
+
+TCommandObject* TCommandObjectList::GetCommand(int index) const {
+  return static_cast<TCommandObject*>(mCommands.Get(index));
+}
+
+int TCommandObjectList::GetIRStreamCount() const {
+  return static_cast<int>(std::count_if(mCommands.begin(), mCommands.end(), [](TOrbObject* item) {
+    return qobject_cast<TIRStream*>(item) != nullptr;
+  }));
+}
+
+TIRStream* TCommandObjectList::GetIRStream(int index) const {
+  for (TOrbObject* item : mCommands) {
+    auto* stream = qobject_cast<TIRStream*>(item);
+    if (stream && index-- == 0) return stream;
+  }
+  return nullptr;
+}
+
+void TCommandObjectList::AddCommandObject(TCommandObject* command) { mCommands.Add(command); }
+
+TCommandObject* TCommandObjectList::AddNewCommandObject(const TCommandObject* command) {
+  if (!command) return nullptr;
+  TCommandObject* added = AddNewCommandObject(command->GetClass());
+  added->Assign(command);
+  return added;
+}
+
+TCommandObject* TCommandObjectList::AddNewCommandObject(TOrbObjectClass commandClass) {
+  CheckOwnsCommands();
+  TOrbObject* created = ConstructOrbObject(commandClass, this);
+  auto* command = qobject_cast<TCommandObject*>(created);
+  if (!command) {
+    delete created;
+    throw ENorvaError(QStringLiteral("%1 is not a command class").arg(ClassNameOf(commandClass)));
+  }
+  mCommands.Add(command);
+  return command;
+}
+
+void TCommandObjectList::CheckOwnsCommands() const {
+  if (!mCommands.OwnsObjects())
+    throw ENorvaError(QStringLiteral("A reference list cannot hold new commands"));
+}
+
+void TCommandObjectList::Clear() { mCommands.Clear(); }
+
+TOrbObjectList* TCommandObjectList::GetChildList(const TOrbObject* /*child*/) const {
+  return &mCommands;
+}
+
+void TCommandObjectList::AssignTo(QObject* dest) const {
+  auto* list = qobject_cast<TCommandObjectList*>(dest);
+  if (!list || list == this) {
+    TOrbObject::AssignTo(dest);
+    return;
+  }
+  list->BeginUpdate();
+  list->Clear();
+  TOrbObject::AssignTo(dest);
+  for (TOrbObject* item : mCommands) list->AddNewCommandObject(static_cast<TCommandObject*>(item));
+  list->EndUpdate();
+}
+
+void TCommandObjectList::Save(pugi::xml_node element, bool indexed) const {
+  for (int i = 0; i < mCommands.Count(); ++i) {
+    const TCommandObject* command = GetCommand(i);
+    if (!command || command->IsEmpty()) continue;
+    pugi::xml_node child = AddXMLDOMElement(element, CommandElementName(command->GetClass()));
+    if (indexed) child.append_attribute("index") = i;
+    command->Save(child);
+  }
+}
+
+void TCommandObjectList::Load(pugi::xml_node element, bool indexed) {
+  CheckOwnsCommands();
+  // Read into commands of their own first: a failure then leaves the list untouched.
+  std::vector<std::unique_ptr<TCommandObject>> loaded;
+  for (const auto& [child, cls] : CommandElements(element, indexed)) {
+    std::unique_ptr<TOrbObject> created(ConstructOrbObject(cls, this));
+    loaded.emplace_back(static_cast<TCommandObject*>(created.release()));
+    loaded.back()->Load(child);
+  }
+  BeginUpdate();
+  mCommands.Clear();
+  for (std::unique_ptr<TCommandObject>& command : loaded) mCommands.Add(command.release());
+  EndUpdate();
+}
+
+}  // namespace norva

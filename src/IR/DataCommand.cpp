@@ -1,0 +1,82 @@
+#include <IR/DataCommand.h>
+
+#include <OrbGlobal/Xml/XmlBuilding.h>
+
+namespace norva {
+
+namespace {
+
+int HexDigit(QChar c) {
+  if (c >= u'0' && c <= u'9') return c.unicode() - u'0';
+  if (c >= u'A' && c <= u'F') return c.unicode() - u'A' + 10;
+  if (c >= u'a' && c <= u'f') return c.unicode() - u'a' + 10;
+  return -1;
+}
+
+}  // namespace
+
+QString TDataCommand::GetDataString() const { return QString::fromLatin1(mData.toHex().toUpper()); }
+
+void TDataCommand::SetDataString(const QString& text) {
+  if (text == GetDataString()) return;
+  Updating("DataString");
+  mData = QByteArray(text.size() / 2, '\0');
+  for (qsizetype i = 0; i < mData.size(); ++i) {
+    const int high = HexDigit(text[2 * i]);
+    const int low = HexDigit(text[2 * i + 1]);
+    if (high < 0 || low < 0) break;
+    mData[i] = static_cast<char>(high << 4 | low);
+  }
+  Updated();
+}
+
+QString TDataCommand::Status() const {
+  return IsEmpty() ? QStringLiteral("Undefined") : QStringLiteral("OK");
+}
+
+void TDataCommand::SaveData(pugi::xml_node element, const QString& binaryElement) const {
+  AddTextElement(element, "data", GetDataString());
+  AddTextElement(element, binaryElement.toLatin1().constData(),
+                 mBinary ? QStringLiteral("-1") : QStringLiteral("0"));
+  AddTextElement(element, "auto_repeat", QString::number(mAutoRepeatDelay));
+}
+
+bool TDataCommand::LoadDataElement(pugi::xml_node child, const QString& binaryElement) {
+  const QLatin1String name(child.name());
+  if (name == QLatin1String("data"))
+    SetDataString(GetElementText(child));
+  else if (name == binaryElement)
+    SetBinary(ElementBoolean(child));
+  else if (name == QLatin1String("auto_repeat"))
+    SetAutoRepeatDelay(ElementNumber<quint8>(child, 0));
+  else
+    return false;
+  return true;
+}
+
+bool TDataCommand::SameData(const TDataCommand& other) const {
+  return mData == other.mData && mBinary == other.mBinary &&
+         mAutoRepeatDelay == other.mAutoRepeatDelay;
+}
+
+void TDataCommand::AssignDataTo(TDataCommand& dest) const {
+  dest.SetData(mData);
+  dest.SetBinary(mBinary);
+  dest.SetAutoRepeatDelay(mAutoRepeatDelay);
+}
+
+bool ElementBoolean(pugi::xml_node child) {
+  const QString text = GetElementText(child);
+  bool isNumber = false;
+  const qlonglong number = text.toLongLong(&isNumber);
+  if (isNumber) return number != 0;
+  if (text.compare(QStringLiteral("true"), Qt::CaseInsensitive) == 0) return true;
+  if (text.compare(QStringLiteral("false"), Qt::CaseInsensitive) == 0) return false;
+  throw EConvertError(QStringLiteral("'%1' is not a valid boolean value").arg(text));
+}
+
+void AddTextElement(pugi::xml_node parent, const char* name, const QString& text) {
+  SetXMLDOMText(AddXMLDOMElement(parent, QString::fromLatin1(name)), text);
+}
+
+}  // namespace norva

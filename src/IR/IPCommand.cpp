@@ -1,0 +1,57 @@
+#include <IR/IPCommand.h>
+
+#include <NorvaGlobal/EnumNames.h>
+
+namespace norva {
+
+namespace {
+
+const QString kBinaryElement = QStringLiteral("binary");
+
+}  // namespace
+
+TIPCommand::TIPCommand(TOrbObject* owner) : TDataCommand(owner) {}
+
+QString TIPCommand::GetName() const {
+  return HasName() ? TDataCommand::GetName() : QStringLiteral("Unknown IP Command");
+}
+
+bool TIPCommand::Match(const TCommandObject* other) const {
+  const auto* command = qobject_cast<const TIPCommand*>(other);
+  return command && mProtocol == command->mProtocol && mPort == command->mPort &&
+         SameData(*command);
+}
+
+void TIPCommand::AssignTo(QObject* dest) const {
+  auto* command = qobject_cast<TIPCommand*>(dest);
+  if (!command || command == this) {
+    TDataCommand::AssignTo(dest);
+    return;
+  }
+  command->BeginUpdate();
+  TDataCommand::AssignTo(dest);
+  command->SetIPProtocol(mProtocol);
+  command->SetPort(mPort);
+  AssignDataTo(*command);
+  command->EndUpdate();
+}
+
+void TIPCommand::Save(pugi::xml_node element) const {
+  if (IsEmpty()) return;
+  TDataCommand::Save(element);
+  AddTextElement(element, "ip_protocol", EnumName(mProtocol));
+  AddTextElement(element, "port", QString::number(mPort));
+  SaveData(element, kBinaryElement);
+}
+
+void TIPCommand::LoadElement(pugi::xml_node child) {
+  TDataCommand::LoadElement(child);
+  if (LoadDataElement(child, kBinaryElement)) return;
+  const QLatin1String name(child.name());
+  if (name == QLatin1String("ip_protocol"))
+    SetIPProtocol(ElementEnum<TIPProtocol>(child));
+  else if (name == QLatin1String("port"))
+    SetPort(ElementNumber<quint16>(child, 0));
+}
+
+}  // namespace norva

@@ -1,0 +1,194 @@
+#include <IR/IRStream.h>
+
+#include <IR/DataCommand.h>
+#include <IR/IRHexCode.h>
+#include <IR/IRPeriods.h>
+#include <IR/IRRawSignal.h>
+#include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/UIServices.h>
+
+namespace norva {
+
+namespace {
+
+constexpr int kPairIDMask = PeriodIDCount - 1;
+
+double LengthUnit(TPeriodID id) {
+  return id >= FirstWordEndID ? WordEndLengthUnit : PeriodLengthUnit;
+}
+
+}  // namespace
+
+TIRStream::TIRStream(TOrbObject* owner) : TCommandObject(owner) {}
+
+void TIRStream::SetModulationPeriod(quint16 period) {
+  ChangeProperty("ModulationPeriod", mData.ModulationPeriod, period);
+}
+
+void TIRStream::SetFormat(TIRStreamFormat format) {
+  ChangeProperty("Format", mData.Format, format);
+}
+
+double TIRStream::GetModulationFrequency() const {
+  if (mData.ModulationPeriod == 0) return 0;
+  return 1 / (mData.ModulationPeriod * (1 / ModulationClockHz));
+}
+
+void TIRStream::SetModulationFrequency(double hertz) {
+  if (hertz == 0) {
+    SetModulationPeriod(0);
+    return;
+  }
+  const double period = RoundToEven(1 / (hertz * (1 / ModulationClockHz)));
+  if (!(period >= 0 && period < NoModulationPeriod))
+    throw ENorvaError(QStringLiteral("Carrier frequency %1 Hz is out of range.").arg(hertz));
+  SetModulationPeriod(static_cast<quint16>(period));
+}
+
+quint16 TIRStream::GetPeriodLength(TPeriodID id) const {
+  return mData.Lengths[static_cast<std::size_t>(id & kPairIDMask)];
+}
+
+void TIRStream::SetPeriodLength(TPeriodID id, quint16 length) {
+  mData.Lengths[static_cast<std::size_t>(id & kPairIDMask)] = length;
+  Updated();
+}
+
+double TIRStream::GetPeriodLengthDI(TPeriodID id) const {
+  return GetPeriodLength(id) * LengthUnit(id);
+}
+
+void TIRStream::SetPeriodLengthDI(TPeriodID id, double seconds) {
+  const double length = RoundToEven(seconds / LengthUnit(id));
+  if (!(length >= 0 && length <= NoModulationPeriod))
+    throw ENorvaError(QStringLiteral("Period length of %1 s does not fit 16 bits.").arg(seconds));
+  SetPeriodLength(id, static_cast<quint16>(length));
+}
+
+TPeriodIDPair TIRStream::GetPeriodIDPair(int index) const {
+  if (index < 0 || index >= MaxPeriodIDPairs) return {};
+  return mData.Pairs[static_cast<std::size_t>(index)];
+}
+
+void TIRStream::SetPeriodIDPair(int index, TPeriodIDPair pair) {
+  if (index < 0 || index >= MaxPeriodIDPairs) return;
+  pair = {static_cast<TPeriodID>(pair.OnID & kPairIDMask),
+          static_cast<TPeriodID>(pair.OffID & kPairIDMask)};
+  TPeriodIDPair& stored = mData.Pairs[static_cast<std::size_t>(index)];
+  if (stored.Equal(pair)) return;
+  stored = pair;
+  Updated();
+}
+
+void TIRStream::ClearIDPairs() {
+  for (TPeriodIDPair& pair : mData.Pairs) pair.Clear();
+}
+
+void TIRStream::SetPeriodLengthsString(const QString& text) {
+  if (text == GetPeriodLengthsString()) return;
+  TIRStreamData read = mData;
+  read.SetPeriodLengthsString(text);  // raises before anything is recorded
+  Updating("PeriodLengthsString");
+  mData.Lengths = read.Lengths;
+  Updated();
+}
+
+void TIRStream::SetPeriodIDPairsString(const QString& text) {
+  if (text == GetPeriodIDPairsString()) return;
+  Updating("PeriodIDPairsString");
+  mData.SetPeriodIDPairsString(text);
+  Updated();
+}
+
+QString TIRStream::GetHexCode() const { return HexCodeOf(mData); }
+
+void TIRStream::SetHexCode(const QString& text) {
+  if (const std::optional<TIRStreamData> read = ParseHexCode(text)) SetData(*read);
+}
+
+void TIRStream::SetRawSignal(double frequencyHz, const QList<double>& microseconds) {
+  SetData(RawSignalStream(frequencyHz, microseconds));
+}
+
+void TIRStream::SetData(const TIRStreamData& data) {
+  BeginUpdate();
+  SetModulationPeriod(data.ModulationPeriod);
+  SetFormat(data.Format);
+  TIRStreamData copy = mData;
+  copy.Lengths = data.Lengths;
+  copy.Pairs = data.Pairs;
+  SetPeriodLengthsString(copy.GetPeriodLengthsString());
+  SetPeriodIDPairsString(copy.GetPeriodIDPairsString());
+  mData.Lengths = data.Lengths;
+  mData.Pairs = data.Pairs;
+  EndUpdate();
+}
+
+QString TIRStream::GetName() const {
+  if (HasName()) return TCommandObject::GetName();
+  return GetLearnt() ? QStringLiteral("Learnt IR-Command") : QStringLiteral("Unknown IR-Command");
+}
+
+bool TIRStream::Match(const TCommandObject* other) const {
+  const auto* stream = qobject_cast<const TIRStream*>(other);
+  return stream && mData.ModulationPeriod == stream->mData.ModulationPeriod &&
+         mData.Format == stream->mData.Format &&
+         GetPeriodLengthsString() == stream->GetPeriodLengthsString() &&
+         GetPeriodIDPairsString() == stream->GetPeriodIDPairsString();
+}
+
+void TIRStream::AssignTo(QObject* dest) const {
+  auto* stream = qobject_cast<TIRStream*>(dest);
+  if (!stream || stream == this) {
+    TCommandObject::AssignTo(dest);
+    return;
+  }
+  stream->BeginUpdate();
+  TCommandObject::AssignTo(dest);
+  stream->SetModulationPeriod(mData.ModulationPeriod);
+  stream->SetFormat(mData.Format);
+  stream->SetRepeats(mRepeats);
+  stream->SetPeriodLengthsString(GetPeriodLengthsString());
+  stream->SetPeriodIDPairsString(GetPeriodIDPairsString());
+  stream->EndUpdate();
+}
+
+void TIRStream::Save(pugi::xml_node element) const {
+  if (IsEmpty()) return;
+  TCommandObject::Save(element);
+  AddTextElement(element, "modulation_period", QString::number(mData.ModulationPeriod));
+  AddTextElement(element, "format", QString::number(mData.Format));
+  AddTextElement(element, "period_lengths", GetPeriodLengthsString());
+  AddTextElement(element, "period_id_pairs", GetPeriodIDPairsString());
+  if (mRepeats != 0) AddTextElement(element, "repeat", QString::number(mRepeats));
+}
+
+void TIRStream::Load(pugi::xml_node element) {
+  SetRepeats(0);
+  TCommandObject::Load(element);
+}
+
+void TIRStream::LoadElement(pugi::xml_node child) {
+  TCommandObject::LoadElement(child);
+  const QLatin1String name(child.name());
+  if (name == QLatin1String("modulation_period"))
+    SetModulationPeriod(ElementNumber<quint16>(child, NoModulationPeriod));
+  else if (name == QLatin1String("format"))
+    SetFormat(
+        static_cast<TIRStreamFormat>(std::min<quint8>(ElementNumber<quint8>(child, 0), NoRepeat)));
+  else if (name == QLatin1String("period_lengths"))
+    SetPeriodLengthsString(GetElementText(child));
+  else if (name == QLatin1String("period_id_pairs"))
+    SetPeriodIDPairsString(GetElementText(child));
+  else if (name == QLatin1String("repeat"))
+    SetRepeats(ElementNumber<quint8>(child, 0));
+}
+
+void TIRPeriodsLoadHelper::LoadStream(TIRStream& stream) const {
+  stream.mData.Lengths = GetPeriodLengths();
+  stream.mData.Pairs = mPairs;
+}
+
+bool HexCodeInClipboard() { return LooksLikeHexCode(UIServices().ClipboardText()); }
+
+}  // namespace norva

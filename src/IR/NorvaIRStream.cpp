@@ -1,0 +1,60 @@
+#include <IR/NorvaIRStream.h>
+
+#include <NorvaGlobal/Exceptions.h>
+
+namespace norva {
+
+namespace {
+
+constexpr int kLastZone = 95;
+
+}  // namespace
+
+TNorvaIRStream::TNorvaIRStream(TOrbObject* owner) : TIRStream(owner) {}
+
+void TNorvaIRStream::SetNorva(int zone, TNorvaCommand command, TNorvaCommandType type) {
+  if (zone < -1 || zone > kLastZone)
+    throw ENorvaError(QStringLiteral("Zone %1 is not a zone of the installation").arg(zone));
+  BeginUpdate();
+  mZone = zone;
+  mCommand = command;
+  mCommandType = type;
+  SetData(NorvaFrame(zone, command, type));
+  SetRepeats(0);
+  SetName(NorvaFunctionName(command));
+  SetCategory(NorvaCategory(zone, type));
+  if (const std::optional<TButtonClass> function = NorvaCommandButtonClass(command))
+    AddButtonClass(*function);
+  EndUpdate();
+}
+
+void TNorvaIRStream::SetNorvaSw6(int zone, TSw6Cmd command) {
+  BeginUpdate();
+  SetName(Sw6CommandName(command));
+  SetCategory(QStringLiteral("Norva Sw6, zone %1").arg(zone));
+  SetNorvaCodeOld(static_cast<std::uint8_t>(zone), command);
+  EndUpdate();
+}
+
+void TNorvaIRStream::SetNorvaCodeOld(std::uint8_t a, std::uint8_t b) {
+  BeginUpdate();
+  SetData(LegacyRelayFrame(a, b));
+  SetRepeats(0);
+  EndUpdate();
+}
+
+void TNorvaIRStream::AssignTo(QObject* dest) const {
+  auto* stream = qobject_cast<TNorvaIRStream*>(dest);
+  if (!stream || stream == this) {
+    TIRStream::AssignTo(dest);
+    return;
+  }
+  stream->BeginUpdate();
+  TIRStream::AssignTo(dest);
+  stream->mZone = mZone;
+  stream->mCommand = mCommand;
+  stream->mCommandType = mCommandType;
+  stream->EndUpdate();
+}
+
+}  // namespace norva

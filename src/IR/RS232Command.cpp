@@ -1,0 +1,65 @@
+#include <IR/RS232Command.h>
+
+#include <NorvaGlobal/EnumNames.h>
+
+namespace norva {
+
+namespace {
+
+const QString kBinaryElement = QStringLiteral("use_hex");
+
+}  // namespace
+
+TRS232Command::TRS232Command(TOrbObject* owner) : TDataCommand(owner) {}
+
+QString TRS232Command::GetName() const {
+  return HasName() ? TDataCommand::GetName() : QStringLiteral("Unknown RS232 Command");
+}
+
+bool TRS232Command::Match(const TCommandObject* other) const {
+  const auto* command = qobject_cast<const TRS232Command*>(other);
+  return command && mBaudRate == command->mBaudRate && mDatabits == command->mDatabits &&
+         mStopbits == command->mStopbits && mParity == command->mParity && SameData(*command);
+}
+
+void TRS232Command::AssignTo(QObject* dest) const {
+  auto* command = qobject_cast<TRS232Command*>(dest);
+  if (!command || command == this) {
+    TDataCommand::AssignTo(dest);
+    return;
+  }
+  command->BeginUpdate();
+  TDataCommand::AssignTo(dest);
+  command->SetBaudRate(mBaudRate);
+  command->SetDatabits(mDatabits);
+  command->SetStopbits(mStopbits);
+  command->SetParity(mParity);
+  AssignDataTo(*command);
+  command->EndUpdate();
+}
+
+void TRS232Command::Save(pugi::xml_node element) const {
+  if (IsEmpty()) return;
+  TDataCommand::Save(element);
+  AddTextElement(element, "baud_rate", QString::number(mBaudRate));
+  AddTextElement(element, "databits", QString::number(mDatabits));
+  AddTextElement(element, "stopbits", EnumName(mStopbits));
+  AddTextElement(element, "parity", EnumName(mParity));
+  SaveData(element, kBinaryElement);
+}
+
+void TRS232Command::LoadElement(pugi::xml_node child) {
+  TDataCommand::LoadElement(child);
+  if (LoadDataElement(child, kBinaryElement)) return;
+  const QLatin1String name(child.name());
+  if (name == QLatin1String("baud_rate"))
+    SetBaudRate(ElementNumber<qint32>(child, 9600));
+  else if (name == QLatin1String("databits"))
+    SetDatabits(ElementNumber<quint8>(child, 8));
+  else if (name == QLatin1String("stopbits"))
+    SetStopbits(ElementEnum<TNumStopbits>(child));
+  else if (name == QLatin1String("parity"))
+    SetParity(ElementEnum<TParity>(child));
+}
+
+}  // namespace norva
