@@ -134,9 +134,9 @@ void TCommandObject::Save(pugi::xml_node element) const {
 }
 
 void TCommandObject::Load(pugi::xml_node element) {
-  SetName(QString::fromUtf8(element.attribute("name").value()));
+  SetName(XMLValue(element.attribute("name").value()));
   if (const pugi::xml_attribute category = element.attribute("category"))
-    SetCategory(QString::fromUtf8(category.value()));
+    SetCategory(XMLValue(category.value()));
   if (const pugi::xml_attribute guid = element.attribute("guid"))
     SetGUIDString(QString::fromUtf8(guid.value()));
   for (pugi::xml_node child : element.children()) {

@@ -60,6 +60,15 @@ TEST_F(XmlLookup, ElementTextIsTheFirstChildsValueOnly) {
   EXPECT_EQ(GetElementText(mRoot), QStringLiteral("\r\n\t")) << "indentation is a text node too";
 }
 
+TEST(XmlLookupText, AValueBeginningWithU_FEFFKeepsIt) {
+  pugi::xml_document document;
+  LoadXMLDocument(document, "<a n=\"\xEF\xBB\xBFx\">\xEF\xBB\xBFy</a>");
+  const pugi::xml_node a = document.document_element();
+  EXPECT_EQ(GetElementText(a), QStringLiteral("\uFEFFy"));
+  EXPECT_EQ(GetXMLDOMText(a), QStringLiteral("\uFEFFy"));
+  EXPECT_EQ(XMLValue(a.attribute("n").value()), QStringLiteral("\uFEFFx"));
+}
+
 TEST(XmlLookupText, WalksDeepNestingWithoutRecursion) {
   constexpr int Depth = 100000;
   const QByteArray nested =

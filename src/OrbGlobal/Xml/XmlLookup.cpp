@@ -2,6 +2,8 @@
 
 #include <NorvaGlobal/Exceptions.h>
 
+#include <QStringDecoder>
+
 #include <string_view>
 
 namespace norva {
@@ -37,16 +39,20 @@ QString GetXMLDOMNodeText(pugi::xml_node parent, const QString& name, bool mustE
   return GetXMLDOMText(GetXMLDOMNode(parent, name, mustExist));
 }
 
-QString GetElementText(pugi::xml_node element) {
-  return QString::fromUtf8(element.first_child().value());
-}
+QString GetElementText(pugi::xml_node element) { return XMLValue(element.first_child().value()); }
 
 QString GetXMLDOMText(pugi::xml_node node) {
   QByteArray text;
   for (pugi::xml_node current = node; current; current = NextInSubtree(current, node)) {
     if (IsText(current)) text.append(current.value());
   }
-  return QString::fromUtf8(text);
+  return XMLValue(text);
+}
+
+QString XMLValue(QByteArrayView utf8) {
+  // A value may begin with U+FEFF like any other character: it is no byte-order mark here.
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+  return decoder(utf8);
 }
 
 }  // namespace norva

@@ -2,6 +2,7 @@
 // Reading values back: required elements are looked up with mustExist true and raise when absent,
 // optional ones with false. Names match exactly (case-sensitive), among direct children only.
 
+#include <QByteArrayView>
 #include <QString>
 
 #include <pugixml.hpp>
@@ -22,5 +23,9 @@ QString GetElementText(pugi::xml_node element);
 // The DOM's text of `node`: the text of it and all its descendants, concatenated in document
 // order.
 QString GetXMLDOMText(pugi::xml_node node);
+
+// A text or attribute value of the DOM (UTF-8) as a string, every character kept, a leading U+FEFF
+// too (the plain UTF-8 conversion would take it for a byte-order mark and drop it).
+QString XMLValue(QByteArrayView utf8);
 
 }  // namespace norva
