@@ -13,6 +13,11 @@ namespace {
 
 constexpr int kPairIDMask = PeriodIDCount - 1;
 
+// A stored format number; one that names no format reads as the default.
+TIRStreamFormat FormatOf(quint8 number) {
+  return number <= NoRepeat ? static_cast<TIRStreamFormat>(number) : RepeatWord1;
+}
+
 double LengthUnit(TPeriodID id) {
   return id >= FirstWordEndID ? WordEndLengthUnit : PeriodLengthUnit;
 }
@@ -174,8 +179,7 @@ void TIRStream::LoadElement(pugi::xml_node child) {
   if (name == QLatin1String("modulation_period"))
     SetModulationPeriod(ElementNumber<quint16>(child, NoModulationPeriod));
   else if (name == QLatin1String("format"))
-    SetFormat(
-        static_cast<TIRStreamFormat>(std::min<quint8>(ElementNumber<quint8>(child, 0), NoRepeat)));
+    SetFormat(FormatOf(ElementNumber<quint8>(child, RepeatWord1)));
   else if (name == QLatin1String("period_lengths"))
     SetPeriodLengthsString(GetElementText(child));
   else if (name == QLatin1String("period_id_pairs"))
