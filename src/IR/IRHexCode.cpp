@@ -21,12 +21,31 @@ constexpr double kMicrosecondsPerF = 0.241246;
 constexpr double kWordSplitMicroseconds = 8000;
 constexpr int kMaxLastWord = 320;
 
+// Upper-case hexadecimal with at least four digits, appended.
+void AppendHexWord(QString& text, std::uint32_t value) {
+  char16_t digits[8];
+  int count = 0;
+  do {
+    digits[count++] = u"0123456789ABCDEF"[value & 0xF];
+    value >>= 4;
+  } while (value != 0 || count < 4);
+  while (count > 0) text += QChar(digits[--count]);
+}
+
 QString HexWord(std::uint32_t value) {
-  return QStringLiteral("%1").arg(value, 4, 16, QLatin1Char('0')).toUpper();
+  QString text;
+  AppendHexWord(text, value);
+  return text;
 }
 
 bool IsHexDigit(QChar c) {
   return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
+}
+
+// A digit HasHexCodeShape has accepted.
+std::uint32_t HexValue(QChar c) {
+  const char16_t u = c.unicode();
+  return u <= u'9' ? u - u'0' : (u | 0x20) - u'a' + 10;
 }
 
 bool HasHexCodeShape(QStringView text) {
@@ -92,15 +111,22 @@ QString HexCodeOf(const TIRStreamData& stream) {
   if (stream.GetEndPos(false) < 0)
     Fail("Hex code unavailable for an infra-red stream without end.");
   const TCounts counts = CountsOf(stream);
-  QString text = QStringLiteral("0000 ") + HexWord(f) + u' ' +
-                 HexWord(static_cast<std::uint32_t>(counts.Once)) + u' ' +
-                 HexWord(static_cast<std::uint32_t>(counts.Repeat));
   const int end = stream.GetEndPos(false);
+  QString text;
+  text.reserve(5 * (4 + 2 * (end + 1)));
+  text += QStringLiteral("0000");
+  for (const std::uint32_t word :
+       {f, static_cast<std::uint32_t>(counts.Once), static_cast<std::uint32_t>(counts.Repeat)}) {
+    text += u' ';
+    AppendHexWord(text, word);
+  }
   for (int i = 0; i <= end; ++i) {
     const TPeriodIDPair& pair = stream.Pairs[static_cast<std::size_t>(i)];
     const double offUnit = pair.IsWordEnd() ? kWordEndUnitsPerF : kThirdsPerF;
-    text += u' ' + HexWord(ToWord(stream.Lengths[pair.OnID] / (f * kThirdsPerF)));
-    text += u' ' + HexWord(ToWord(stream.Lengths[pair.OffID] / (f * offUnit)));
+    text += u' ';
+    AppendHexWord(text, ToWord(stream.Lengths[pair.OnID] / (f * kThirdsPerF)));
+    text += u' ';
+    AppendHexWord(text, ToWord(stream.Lengths[pair.OffID] / (f * offUnit)));
   }
   return text;
 }
@@ -111,7 +137,11 @@ std::optional<TIRStreamData> ParseHexCode(QStringView text) {
   const qsizetype wordCount = (text.size() + 1) / 5;
   if (wordCount < 5) return std::nullopt;
   QList<std::uint32_t> words(wordCount);
-  for (qsizetype i = 0; i < wordCount; ++i) words[i] = text.mid(5 * i, 4).toUInt(nullptr, 16);
+  for (qsizetype i = 0; i < wordCount; ++i) {
+    std::uint32_t word = 0;
+    for (qsizetype d = 5 * i; d < 5 * i + 4; ++d) word = word << 4 | HexValue(text[d]);
+    words[i] = word;
+  }
 
   const std::uint32_t f = words[1];
   TIRStreamData stream;

@@ -119,13 +119,17 @@ void TIRStream::SetData(const TIRStreamData& data) {
   BeginUpdate();
   SetModulationPeriod(data.ModulationPeriod);
   SetFormat(data.Format);
-  TIRStreamData copy = mData;
-  copy.Lengths = data.Lengths;
-  copy.Pairs = data.Pairs;
-  SetPeriodLengthsString(copy.GetPeriodLengthsString());
-  SetPeriodIDPairsString(copy.GetPeriodIDPairsString());
-  mData.Lengths = data.Lengths;
-  mData.Pairs = data.Pairs;
+  // Recorded under the text forms, the lengths first: their text depends on the pairs in place.
+  if (data.Lengths != mData.Lengths) {
+    Updating("PeriodLengthsString");
+    mData.Lengths = data.Lengths;
+    Updated();
+  }
+  if (data.Pairs != mData.Pairs) {
+    Updating("PeriodIDPairsString");
+    mData.Pairs = data.Pairs;
+    Updated();
+  }
   EndUpdate();
 }
 
