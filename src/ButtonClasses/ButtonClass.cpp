@@ -9,6 +9,7 @@
 
 #include <array>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace norva {
@@ -223,8 +224,8 @@ QString TButtonClass::GetShortName() const {
 }
 
 void TButtonClass::Save(pugi::xml_node parent) const {
-  pugi::xml_node element = AddXMLDOMElement(parent, QStringLiteral("class"));
-  SetXMLDOMText(element, QString::number(ClassID));
+  pugi::xml_node element = AddXMLDOMElement(parent, "class");
+  SetXMLDOMText(element, std::to_string(ClassID).c_str());
   if (ClientClass)
     element.append_attribute("applet_class") =
         GUIDToString(ClassGUIDOf(ClientClass)).toUtf8().constData();

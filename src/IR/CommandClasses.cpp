@@ -36,10 +36,10 @@ void RegisterCommandClasses() {
   (void)registered;
 }
 
-QString CommandElementName(TOrbObjectClass cls) {
-  if (!IsCommandClass(cls)) return QString();
+const char* CommandElementName(TOrbObjectClass cls) {
+  if (!IsCommandClass(cls)) return "";
   const int index = cls->indexOfClassInfo("XmlElement");
-  return index < 0 ? QString() : QString::fromLatin1(cls->classInfo(index).value());
+  return index < 0 ? "" : cls->classInfo(index).value();
 }
 
 TOrbObjectClass CommandClassOfElement(QStringView name) {
@@ -50,7 +50,7 @@ TOrbObjectClass CommandClassOfElement(QStringView name) {
   if (index.RegistrySize != registered->size()) {
     index.Classes.clear();
     for (const TOrbObjectClass cls : *registered) {
-      const QString element = CommandElementName(cls);
+      const QString element = QString::fromLatin1(CommandElementName(cls));
       if (!element.isEmpty() && !index.Classes.contains(element))
         index.Classes.insert(element, cls);
     }

@@ -13,7 +13,7 @@ namespace norva {
 void RegisterCommandClasses();
 
 // The element a command class is saved in (inherited from its base class), or "".
-QString CommandElementName(TOrbObjectClass cls);
+const char* CommandElementName(TOrbObjectClass cls);
 
 // The first registered command class saved in elements named `name`, or none. The library's own
 // classes are registered first when they are not yet.

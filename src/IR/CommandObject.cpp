@@ -128,8 +128,8 @@ void TCommandObject::Save(pugi::xml_node element) const {
   element.append_attribute("name") = GetNameRaw().toUtf8().constData();
   const QString category = GetCategory();
   if (!category.isEmpty()) element.append_attribute("category") = category.toUtf8().constData();
-  element.append_attribute("guid") = GUIDToString(GetGUID()).toUtf8().constData();
-  const pugi::xml_node classes = AddXMLDOMElement(element, QStringLiteral("button_classes"));
+  element.append_attribute("guid") = GetGUID().toByteArray(QUuid::WithBraces).toUpper().constData();
+  const pugi::xml_node classes = AddXMLDOMElement(element, "button_classes");
   for (const TButtonClass& c : mButtonClasses) c.Save(classes);
 }
 

@@ -2,6 +2,9 @@
 
 #include <OrbGlobal/Xml/XmlBuilding.h>
 
+#include <array>
+#include <charconv>
+
 namespace norva {
 
 namespace {
@@ -35,10 +38,9 @@ QString TDataCommand::Status() const {
 }
 
 void TDataCommand::SaveData(pugi::xml_node element, const QString& binaryElement) const {
-  AddTextElement(element, "data", GetDataString());
-  AddTextElement(element, binaryElement.toLatin1().constData(),
-                 mBinary ? QStringLiteral("-1") : QStringLiteral("0"));
-  AddTextElement(element, "auto_repeat", QString::number(mAutoRepeatDelay));
+  AddTextElement(element, "data", mData.toHex().toUpper().constData());
+  AddTextElement(element, binaryElement.toLatin1().constData(), mBinary ? "-1" : "0");
+  AddNumberElement(element, "auto_repeat", mAutoRepeatDelay);
 }
 
 bool TDataCommand::LoadDataElement(pugi::xml_node child, const QString& binaryElement) {
@@ -76,7 +78,17 @@ bool ElementBoolean(pugi::xml_node child) {
 }
 
 void AddTextElement(pugi::xml_node parent, const char* name, const QString& text) {
-  SetXMLDOMText(AddXMLDOMElement(parent, QString::fromLatin1(name)), text);
+  SetXMLDOMText(AddXMLDOMElement(parent, name), text);
+}
+
+void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8) {
+  SetXMLDOMText(AddXMLDOMElement(parent, name), utf8);
+}
+
+void AddNumberElement(pugi::xml_node parent, const char* name, long long value) {
+  std::array<char, 24> digits{};
+  std::to_chars(digits.data(), digits.data() + digits.size() - 1, value);
+  AddTextElement(parent, name, digits.data());
 }
 
 }  // namespace norva

@@ -64,6 +64,12 @@ template <typename E>
 E ElementEnum(pugi::xml_node child);
 // Appends an element holding `text`.
 void AddTextElement(pugi::xml_node parent, const char* name, const QString& text);
+void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8);
+// Appends an element holding the decimal number.
+void AddNumberElement(pugi::xml_node parent, const char* name, long long value);
+// Appends an element holding the value name.
+template <typename E>
+void AddEnumElement(pugi::xml_node parent, const char* name, E value);
 
 }  // namespace norva
 

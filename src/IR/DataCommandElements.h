@@ -12,7 +12,7 @@ namespace norva {
 template <typename T>
 T ElementNumber(pugi::xml_node child, T fallback) {
   bool ok = false;
-  const qlonglong value = GetElementText(child).toLongLong(&ok);
+  const qlonglong value = QByteArrayView(child.first_child().value()).trimmed().toLongLong(&ok);
   if (!ok || value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
     return fallback;
   return static_cast<T>(value);
@@ -24,6 +24,12 @@ E ElementEnum(pugi::xml_node child) {
   if (const auto value = EnumFromName<E>(text)) return *value;
   throw EConvertError(QStringLiteral("'%1' is not a valid %2 value")
                           .arg(text, QString::fromLatin1(QMetaEnum::fromType<E>().name())));
+}
+
+template <typename E>
+void AddEnumElement(pugi::xml_node parent, const char* name, E value) {
+  const char* key = QMetaEnum::fromType<E>().valueToKey(static_cast<int>(value));
+  AddTextElement(parent, name, key ? key : "");
 }
 
 }  // namespace norva

@@ -39,8 +39,8 @@ void TIPCommand::AssignTo(QObject* dest) const {
 void TIPCommand::Save(pugi::xml_node element) const {
   if (IsEmpty()) return;
   TDataCommand::Save(element);
-  AddTextElement(element, "ip_protocol", EnumName(mProtocol));
-  AddTextElement(element, "port", QString::number(mPort));
+  AddEnumElement(element, "ip_protocol", mProtocol);
+  AddNumberElement(element, "port", mPort);
   SaveData(element, kBinaryElement);
 }
 

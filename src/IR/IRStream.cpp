@@ -165,11 +165,11 @@ void TIRStream::AssignTo(QObject* dest) const {
 void TIRStream::Save(pugi::xml_node element) const {
   if (IsEmpty()) return;
   TCommandObject::Save(element);
-  AddTextElement(element, "modulation_period", QString::number(mData.ModulationPeriod));
-  AddTextElement(element, "format", QString::number(mData.Format));
+  AddNumberElement(element, "modulation_period", mData.ModulationPeriod);
+  AddNumberElement(element, "format", mData.Format);
   AddTextElement(element, "period_lengths", GetPeriodLengthsString());
   AddTextElement(element, "period_id_pairs", GetPeriodIDPairsString());
-  if (mRepeats != 0) AddTextElement(element, "repeat", QString::number(mRepeats));
+  if (mRepeats != 0) AddNumberElement(element, "repeat", mRepeats);
 }
 
 void TIRStream::Load(pugi::xml_node element) {

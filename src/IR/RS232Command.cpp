@@ -41,10 +41,10 @@ void TRS232Command::AssignTo(QObject* dest) const {
 void TRS232Command::Save(pugi::xml_node element) const {
   if (IsEmpty()) return;
   TDataCommand::Save(element);
-  AddTextElement(element, "baud_rate", QString::number(mBaudRate));
-  AddTextElement(element, "databits", QString::number(mDatabits));
-  AddTextElement(element, "stopbits", EnumName(mStopbits));
-  AddTextElement(element, "parity", EnumName(mParity));
+  AddNumberElement(element, "baud_rate", mBaudRate);
+  AddNumberElement(element, "databits", mDatabits);
+  AddEnumElement(element, "stopbits", mStopbits);
+  AddEnumElement(element, "parity", mParity);
   SaveData(element, kBinaryElement);
 }
 

@@ -47,7 +47,7 @@ QByteArray Saved(const TCommandObjectList& list, bool indexed) {
 QByteArray SavedCommand(const TCommandObject& command) {
   pugi::xml_document document;
   command.Save(
-      document.append_child(CommandElementName(command.GetClass()).toLatin1().constData()));
+      document.append_child(CommandElementName(command.GetClass())));
   return SaveXMLDocument(document);
 }
 

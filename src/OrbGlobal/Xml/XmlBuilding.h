@@ -13,9 +13,13 @@ namespace norva {
 // so the parent's end tag comes right after it. Raises EXMLError for a name that is not a valid
 // XML name or a parent that cannot hold elements.
 pugi::xml_node AddXMLDOMElement(pugi::xml_node parent, const QString& name);
+// The same for a name already in UTF-8, as the element names written in code are.
+pugi::xml_node AddXMLDOMElement(pugi::xml_node parent, const char* name);
 
 // The DOM's text setter: replaces every child of `node` by one text node holding `text` (no child
 // at all when `text` is empty). Raises EXMLError when `node` cannot hold text.
 void SetXMLDOMText(pugi::xml_node node, const QString& text);
+// The same for text already in UTF-8.
+void SetXMLDOMText(pugi::xml_node node, const char* utf8);
 
 }  // namespace norva

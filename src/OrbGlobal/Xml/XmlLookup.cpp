@@ -51,6 +51,7 @@ QString GetXMLDOMText(pugi::xml_node node) {
 
 QString XMLValue(QByteArrayView utf8) {
   // A value may begin with U+FEFF like any other character: it is no byte-order mark here.
+  if (!utf8.startsWith("\xEF\xBB\xBF")) return QString::fromUtf8(utf8);
   QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
   return decoder(utf8);
 }
