@@ -46,8 +46,7 @@ QByteArray Saved(const TCommandObjectList& list, bool indexed) {
 // One command in a file of its own.
 QByteArray SavedCommand(const TCommandObject& command) {
   pugi::xml_document document;
-  command.Save(
-      document.append_child(CommandElementName(command.GetClass())));
+  command.Save(document.append_child(CommandElementName(command.GetClass())));
   return SaveXMLDocument(document);
 }
 
