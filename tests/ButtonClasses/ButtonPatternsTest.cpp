@@ -65,7 +65,7 @@ TEST(ButtonPatterns, TheSearchOrderDecidesAsInstallersExpect) {
 }
 
 TEST(ButtonPatterns, RealRemoteControlNamesLandWhereAUserExpects) {
-  QFile corpus(qEnvironmentVariable("NORVA_SOURCE_DIR") + "/tests/data/ir/pronto-codes.tsv");
+  QFile corpus(QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/pronto-codes.tsv"));
   ASSERT_TRUE(corpus.open(QIODevice::ReadOnly)) << corpus.fileName().toStdString();
   std::map<QString, QString> found;
   for (const QByteArray& line : corpus.readAll().split('\n'))

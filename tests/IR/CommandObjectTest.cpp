@@ -31,7 +31,7 @@ class TCommandTest : public ::testing::Test {
 };
 
 QByteArray Golden(const char* name) {
-  QFile file(qEnvironmentVariable("NORVA_SOURCE_DIR") + "/tests/IR/data/" + name);
+  QFile file(QStringLiteral(NORVA_SOURCE_DIR "/tests/IR/data/") + name);
   if (!file.open(QIODevice::ReadOnly)) return "(missing " + QByteArray(name) + ")";
   return file.readAll();
 }

@@ -19,7 +19,7 @@ using namespace norva;
 namespace {
 
 QList<std::pair<QString, QString>> Corpus() {
-  QFile file(qEnvironmentVariable("NORVA_SOURCE_DIR") + "/tests/data/ir/pronto-codes.tsv");
+  QFile file(QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/pronto-codes.tsv"));
   QList<std::pair<QString, QString>> lines;
   if (!file.open(QIODevice::ReadOnly)) return lines;
   for (const QByteArray& line : file.readAll().split('\n')) {

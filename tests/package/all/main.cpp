@@ -1,5 +1,7 @@
 // A client of the installed package that includes the chief header of every module, the way the
 // README tells applications to.
+#include <ButtonClasses/ButtonClasses.h>
+#include <IR/IR.h>
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>
