@@ -72,9 +72,16 @@ std::uint8_t ClassValueOf(const QString& text) {
   return ok && value >= 0 && value <= 255 ? static_cast<std::uint8_t>(value) : 0;
 }
 
-void CheckSequence(int first, int last) {
+// The classes first..last made by `make`; last = first - 1 gives none.
+template <typename Make>
+TButtonClasses Sequence(int first, int last, Make make) {
   if (last < first - 1 || first < 0 || last > 255)
     throw ENorvaError(QStringLiteral("Invalid button class sequence %1..%2").arg(first).arg(last));
+  TButtonClasses result;
+  result.reserve(last - first + 1);
+  for (int value = first; value <= last; ++value)
+    result.append(make(static_cast<std::uint8_t>(value)));
+  return result;
 }
 
 }  // namespace
@@ -234,19 +241,12 @@ void TButtonClass::Save(pugi::xml_node parent) const {
 }
 
 TButtonClasses GetButtonClassSequence(TButtonClassGroup group, int first, int last) {
-  CheckSequence(first, last);
-  TButtonClasses result;
-  for (int value = first; value <= last; ++value)
-    result.append(TButtonClass(group, static_cast<std::uint8_t>(value)));
-  return result;
+  return Sequence(first, last, [group](std::uint8_t value) { return TButtonClass(group, value); });
 }
 
 TButtonClasses GetButtonClassSequence(TOrbObjectClass clientClass, int first, int last) {
-  CheckSequence(first, last);
-  TButtonClasses result;
-  for (int value = first; value <= last; ++value)
-    result.append(TButtonClass(clientClass, static_cast<std::uint8_t>(value)));
-  return result;
+  return Sequence(first, last,
+                  [clientClass](std::uint8_t value) { return TButtonClass(clientClass, value); });
 }
 
 }  // namespace norva

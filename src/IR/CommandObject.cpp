@@ -3,6 +3,7 @@
 #include <ButtonClasses/ButtonPatterns.h>
 #include <IR/CommandCategory.h>
 #include <IR/CommandObjectList.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Model/OrbGuid.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
 #include <OrbGlobal/Xml/XmlLookup.h>
@@ -110,18 +111,13 @@ bool TCommandObject::Match(const TCommandObject* other) const { return other == 
 bool TCommandObject::IsEmpty() const { return false; }
 
 void TCommandObject::AssignTo(QObject* dest) const {
-  auto* command = qobject_cast<TCommandObject*>(dest);
-  if (!command || command == this) {
-    TOrbObject::AssignTo(dest);
-    return;
-  }
-  command->BeginUpdate();
+  const TAssignTarget<TCommandObject> command(this, dest);
   TOrbObject::AssignTo(dest);
+  if (!command) return;
   command->SetCategory(GetCategory());
   command->SetButtonClasses(mButtonClasses);
   command->mLearnt = mLearnt;
   command->SetGUID(GetGUID());
-  command->EndUpdate();
 }
 
 void TCommandObject::Save(pugi::xml_node element) const {

@@ -3,6 +3,7 @@
 #include <IR/CommandClasses.h>
 #include <IR/IRStream.h>
 #include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
 
 #include <algorithm>
@@ -100,16 +101,11 @@ TOrbObjectList* TCommandObjectList::GetChildList(const TOrbObject* /*child*/) co
 }
 
 void TCommandObjectList::AssignTo(QObject* dest) const {
-  auto* list = qobject_cast<TCommandObjectList*>(dest);
-  if (!list || list == this) {
-    TOrbObject::AssignTo(dest);
-    return;
-  }
-  list->BeginUpdate();
-  list->Clear();
+  const TAssignTarget<TCommandObjectList> list(this, dest);
+  if (list) list->Clear();
   TOrbObject::AssignTo(dest);
+  if (!list) return;
   for (TOrbObject* item : mCommands) list->AddNewCommandObject(static_cast<TCommandObject*>(item));
-  list->EndUpdate();
 }
 
 void TCommandObjectList::Save(pugi::xml_node element, bool indexed) const {

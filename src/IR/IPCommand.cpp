@@ -1,6 +1,7 @@
 #include <IR/IPCommand.h>
 
 #include <NorvaGlobal/EnumNames.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 
 namespace norva {
 
@@ -23,17 +24,12 @@ bool TIPCommand::Match(const TCommandObject* other) const {
 }
 
 void TIPCommand::AssignTo(QObject* dest) const {
-  auto* command = qobject_cast<TIPCommand*>(dest);
-  if (!command || command == this) {
-    TDataCommand::AssignTo(dest);
-    return;
-  }
-  command->BeginUpdate();
+  const TAssignTarget<TIPCommand> command(this, dest);
   TDataCommand::AssignTo(dest);
+  if (!command) return;
   command->SetIPProtocol(mProtocol);
   command->SetPort(mPort);
   AssignDataTo(*command);
-  command->EndUpdate();
 }
 
 void TIPCommand::Save(pugi::xml_node element) const {

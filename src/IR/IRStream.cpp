@@ -6,6 +6,7 @@
 #include <IR/IRRawSignal.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <NorvaGlobal/UIServices.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 
 namespace norva {
 
@@ -147,19 +148,14 @@ bool TIRStream::Match(const TCommandObject* other) const {
 }
 
 void TIRStream::AssignTo(QObject* dest) const {
-  auto* stream = qobject_cast<TIRStream*>(dest);
-  if (!stream || stream == this) {
-    TCommandObject::AssignTo(dest);
-    return;
-  }
-  stream->BeginUpdate();
+  const TAssignTarget<TIRStream> stream(this, dest);
   TCommandObject::AssignTo(dest);
+  if (!stream) return;
   stream->SetModulationPeriod(mData.ModulationPeriod);
   stream->SetFormat(mData.Format);
   stream->SetRepeats(mRepeats);
   stream->SetPeriodLengthsString(GetPeriodLengthsString());
   stream->SetPeriodIDPairsString(GetPeriodIDPairsString());
-  stream->EndUpdate();
 }
 
 void TIRStream::Save(pugi::xml_node element) const {

@@ -1,6 +1,7 @@
 #include <IR/NorvaIRStream.h>
 
 #include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 
 namespace norva {
 
@@ -44,17 +45,12 @@ void TNorvaIRStream::SetNorvaCodeOld(std::uint8_t a, std::uint8_t b) {
 }
 
 void TNorvaIRStream::AssignTo(QObject* dest) const {
-  auto* stream = qobject_cast<TNorvaIRStream*>(dest);
-  if (!stream || stream == this) {
-    TIRStream::AssignTo(dest);
-    return;
-  }
-  stream->BeginUpdate();
+  const TAssignTarget<TNorvaIRStream> stream(this, dest);
   TIRStream::AssignTo(dest);
+  if (!stream) return;
   stream->mZone = mZone;
   stream->mCommand = mCommand;
   stream->mCommandType = mCommandType;
-  stream->EndUpdate();
 }
 
 }  // namespace norva

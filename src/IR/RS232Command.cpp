@@ -1,6 +1,7 @@
 #include <IR/RS232Command.h>
 
 #include <NorvaGlobal/EnumNames.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 
 namespace norva {
 
@@ -23,19 +24,14 @@ bool TRS232Command::Match(const TCommandObject* other) const {
 }
 
 void TRS232Command::AssignTo(QObject* dest) const {
-  auto* command = qobject_cast<TRS232Command*>(dest);
-  if (!command || command == this) {
-    TDataCommand::AssignTo(dest);
-    return;
-  }
-  command->BeginUpdate();
+  const TAssignTarget<TRS232Command> command(this, dest);
   TDataCommand::AssignTo(dest);
+  if (!command) return;
   command->SetBaudRate(mBaudRate);
   command->SetDatabits(mDatabits);
   command->SetStopbits(mStopbits);
   command->SetParity(mParity);
   AssignDataTo(*command);
-  command->EndUpdate();
 }
 
 void TRS232Command::Save(pugi::xml_node element) const {

@@ -5,6 +5,7 @@
 
 #include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Clipboard/TreeList.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Model/ListItemObject.h>
 #include <OrbGlobal/Model/OrbClass.h>
 #include <OrbGlobal/Model/OrbClassRegistry.h>
