@@ -46,11 +46,6 @@ TCodePoint DecodeUtf8(std::string_view text, std::size_t at) {
   return {value, lead.Length};
 }
 
-bool IsXmlCharacter(char32_t c) {
-  return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
-         (c >= 0xE000 && c <= 0xFFFD) || c >= 0x10000;
-}
-
 // Eight bytes at once that are all printable ASCII (0x20 to 0x7F): no high bit set, none below
 // 0x20 (subtracting 0x20 from such a byte borrows, setting its high bit).
 bool AllPrintableAscii(std::string_view text, std::size_t at) {
@@ -72,6 +67,11 @@ QString Hex(char32_t value, int digits) {
 }
 
 }  // namespace
+
+bool IsXmlCharacter(char32_t c) {
+  return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
+         (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
+}
 
 std::size_t FindCharacterXmlCannotHold(std::string_view utf8) {
   std::size_t at = 0;

@@ -11,6 +11,9 @@
 
 namespace norva {
 
+// Whether the code point is such a character.
+bool IsXmlCharacter(char32_t c);
+
 // Offset of the first byte of `utf8` that does not begin such a character, or npos.
 std::size_t FindCharacterXmlCannotHold(std::string_view utf8);
 

@@ -2,6 +2,7 @@
 
 #include <OrbGlobal/Xml/XmlCharacters.h>
 #include <OrbGlobal/Xml/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlQuickCheck.h>
 
 #include <QStringDecoder>
 #include <QXmlStreamReader>
@@ -68,6 +69,14 @@ QByteArray AsUtf8(const QByteArray& bytes, const QString& declared) {
 }  // namespace
 
 QByteArray WellFormedUtf8(const QByteArray& bytes) {
+  const QByteArray body = bytes.startsWith(Utf8Mark) ? bytes.mid(Utf8Mark.size()) : bytes;
+  if (IsCertainlyWellFormedUtf8(
+          std::string_view(body.constData(), static_cast<std::size_t>(body.size()))))
+    return body;
+  return ReadWellFormedUtf8(bytes);
+}
+
+QByteArray ReadWellFormedUtf8(const QByteArray& bytes) {
   QXmlStreamReader reader(bytes);
   reader.setNamespaceProcessing(false);  // XML 1.0 as such: a prefix needs no declaration
   const QString declared = ReadToTheEnd(reader);
