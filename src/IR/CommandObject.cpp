@@ -44,8 +44,12 @@ TCommandObject::TCommandObject(TOrbObject* owner) : TOrbObject(owner) {}
 
 QString TCommandObject::GetCategory() const {
   if (!mCategory.isEmpty()) return mCategory;
+  // The list holding the command may give the category itself (a model is a command list), or
+  // its owner may.
   TOrbObject* owner = GetOwner();
-  if (qobject_cast<TCommandObjectList*>(owner)) owner = owner->GetOwner();
+  if (owner && !dynamic_cast<const ICommandCategoryOwner*>(owner) &&
+      qobject_cast<TCommandObjectList*>(owner))
+    owner = owner->GetOwner();
   if (const auto* categoryOwner = dynamic_cast<const ICommandCategoryOwner*>(owner))
     return categoryOwner->CommandCategory();
   return QString();

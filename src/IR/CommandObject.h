@@ -20,8 +20,8 @@ class TCommandObject : public TOrbObject {
  public:
   Q_INVOKABLE explicit TCommandObject(norva::TOrbObject* owner = nullptr);
 
-  // The stored category, or, when there is none, what the owner of the command set (found
-  // through the list holding the command) gives as ICommandCategoryOwner.
+  // The stored category, or, when there is none, what the list holding the command, or else that
+  // list's owner, gives as ICommandCategoryOwner.
   QString GetCategory() const;
   // Compares with GetCategory: setting the owner's category stores nothing.
   void SetCategory(const QString& category);

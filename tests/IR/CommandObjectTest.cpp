@@ -99,6 +99,12 @@ class TModelStandIn : public TOrbObject, public ICommandCategoryOwner {
   TCommandObjectList mCommands;
 };
 
+// A command list that files its own commands, as the IR database's model does.
+class TModelList : public TCommandObjectList, public ICommandCategoryOwner {
+ public:
+  QString CommandCategory() const override { return QStringLiteral("Amplifier - A9"); }
+};
+
 // A document holding a macro, as a keypad configuration holds its commands.
 class TMacroHolder : public TOrbObject {
  public:
@@ -280,6 +286,11 @@ TEST_F(TCommandTest, CommandsTakeTheirClassesAndCategoriesAsTheirSetsGiveThem) {
   macro.AddNewCommandObject(stream);
   macro.SetAlternating(true);
   EXPECT_FALSE(macro.GetAlternating());
+  // A command set that is itself the category owner, as a model of the IR database is.
+  TModelList modelList;
+  EXPECT_EQ(modelList.AddNewCommandObject(&TIPCommand::staticMetaObject)->GetCategory(),
+            "Amplifier - A9");
+
   auto reference = TCommandObjectList::CreateReferenceList(nullptr);
   reference->AddCommandObject(copy);
   EXPECT_THROW(reference->AddNewCommandObject(&TIRStream::staticMetaObject), ENorvaError);
