@@ -29,7 +29,7 @@ constexpr TNames Names(const char16_t* const (&table)[N]) {
 }
 
 template <typename E>
-QMetaEnum staticMetaEnum() {
+QMetaEnum MetaEnumOf() {
   return QMetaEnum::fromType<E>();
 }
 
@@ -206,36 +206,36 @@ constexpr const char16_t* kUSBNavigationNames[] = {
 // Indexed by TButtonClassGroup.
 const TGroupRow kGroups[] = {
     {u"Norva", 0, 99, TFamily::None, Names(kNorvaNames), nullptr},  // 0 NorvaClassGroup
-    {u"Transport", 0, -1, TFamily::Generic, Names(kTransportNames), &staticMetaEnum<TTransportButtonClass>},  // 1 TransportClassGroup
-    {u"Numeric", 0, -1, TFamily::Generic, Names(kNumericNames), &staticMetaEnum<TNumericButtonClass>},  // 2 NumericClassGroup
-    {u"Cursor", 0, -1, TFamily::Generic, Names(kCursorNames), &staticMetaEnum<TCursorButtonClass>},  // 3 CursorClassGroup
-    {u"System", 0, -1, TFamily::Generic, Names(kSystemNames), &staticMetaEnum<TSystemButtonClass>},  // 4 SystemClassGroup
-    {u"iPort", 100, 113, TFamily::Wk3, Names(kiPortNames), &staticMetaEnum<TiPortButtonClass>},  // 5 iPortClassGroup
-    {u"Integra Tuner", 200, 228, TFamily::Wk3, Names(kIntegraTunerNames), &staticMetaEnum<TIntegraTunerButtonClass>},  // 6 IntegraTunerClassGroup
-    {u"Integra Receiver", 300, 367, TFamily::Wk3, Names(kIntegraReceiverNames), &staticMetaEnum<TIntegraReceiverButtonClass>},  // 7 IntegraReceiverClassGroup
+    {u"Transport", 0, -1, TFamily::Generic, Names(kTransportNames), &MetaEnumOf<TTransportButtonClass>},  // 1 TransportClassGroup
+    {u"Numeric", 0, -1, TFamily::Generic, Names(kNumericNames), &MetaEnumOf<TNumericButtonClass>},  // 2 NumericClassGroup
+    {u"Cursor", 0, -1, TFamily::Generic, Names(kCursorNames), &MetaEnumOf<TCursorButtonClass>},  // 3 CursorClassGroup
+    {u"System", 0, -1, TFamily::Generic, Names(kSystemNames), &MetaEnumOf<TSystemButtonClass>},  // 4 SystemClassGroup
+    {u"iPort", 100, 113, TFamily::Wk3, Names(kiPortNames), &MetaEnumOf<TiPortButtonClass>},  // 5 iPortClassGroup
+    {u"Integra Tuner", 200, 228, TFamily::Wk3, Names(kIntegraTunerNames), &MetaEnumOf<TIntegraTunerButtonClass>},  // 6 IntegraTunerClassGroup
+    {u"Integra Receiver", 300, 367, TFamily::Wk3, Names(kIntegraReceiverNames), &MetaEnumOf<TIntegraReceiverButtonClass>},  // 7 IntegraReceiverClassGroup
     {u"", 400, 450, TFamily::Wk3, {}, nullptr},  // 8 dummy_group_1
     {u"", 500, 550, TFamily::Wk3, {}, nullptr},  // 9 dummy_group_2
-    {u"Integra DVD Player", 600, 627, TFamily::Wk3, Names(kIntegraDVDPlayerNames), &staticMetaEnum<TIntegraDVDPlayerButtonClass>},  // 10 IntegraDVDPlayerClassGroup
-    {u"Clock", 700, 702, TFamily::Wk3, Names(kClockNames), &staticMetaEnum<TClockButtonClass>},  // 11 ClockClassGroup
-    {u"Vantage Lighting", 800, 802, TFamily::Wk3, Names(kVantageLightingNames), &staticMetaEnum<TVantageLightingButtonClass>},  // 12 VantageLightingClassGroup
-    {u"DLO Homedock", 900, 909, TFamily::Wk3, Names(kDLONames), &staticMetaEnum<TDLOButtonClass>},  // 13 DLOClassGroup
-    {u"Autonomic Media Center", 1000, 1013, TFamily::Wk3, Names(kAutonomicNames), &staticMetaEnum<TAutonomicButtonClass>},  // 14 AutonomicClassGroup
-    {u"Vantage DMM", 1100, 1113, TFamily::Wk3, Names(kVantageDMMNames), &staticMetaEnum<TVantageDMMButtonClass>},  // 15 VantageDMMClassGroup
-    {u"Brio Tuner", 1200, 1227, TFamily::Wk3, Names(kBrioTunerNames), &staticMetaEnum<TBrioTunerButtonClass>},  // 16 BrioTunerClassGroup
-    {u"ReQuest", 1300, 1324, TFamily::Wk3, Names(kReQuestNames), &staticMetaEnum<TReQuestButtonClass>},  // 17 ReQuestClassGroup
-    {u"Norva Alarm Configuration", 1400, 1426, TFamily::Wk3, Names(kNorvaAlarmCnfgNames), &staticMetaEnum<TNorvaAlarmCnfgButtonClass>},  // 18 NorvaAlarmCnfgClassGroup
-    {u"C-Bus Lighting", 1500, 1524, TFamily::Wk3, Names(kCBusLightingNames), &staticMetaEnum<TCBusLightingButtonClass>},  // 19 CBusLightingClassGroup
-    {u"Nv-Zr900 GUI", 0, 107, TFamily::None, Names(kNvZr900GUINames), &staticMetaEnum<TNvZr900GUIButtonClass>},  // 20 NvZr900GUIClassGroup
-    {u"Zone linking", 250, 263, TFamily::NvZr900, Names(kZoneLinkNames), &staticMetaEnum<TZoneLinkButtonClass>},  // 21 ZoneLinkClassGroup
-    {u"Zone name", 200, 221, TFamily::NvZr900, Names(kZoneNameNames), &staticMetaEnum<TZoneNameButtonClass>},  // 22 ZoneNameClassGroup
-    {u"Clock", 700, 705, TFamily::NvZr900, Names(kNvZr900ClockNames), &staticMetaEnum<TNvZr900ClockButtonClass>},  // 23 NvZr900ClockClassGroup
-    {u"Alarm", 300, 311, TFamily::NvZr900, Names(kNvZr900AlarmNames), &staticMetaEnum<TNvZr900AlarmButtonClass>},  // 24 NvZr900AlarmClassGroup
-    {u"DND", 400, 409, TFamily::NvZr900, Names(kDNDNames), &staticMetaEnum<TDNDButtonClass>},  // 25 DNDClassGroup
-    {u"Preset zones", 500, 512, TFamily::NvZr900, Names(kPresetZonesNames), &staticMetaEnum<TPresetZonesButtonClass>},  // 26 PresetZonesClassGroup
-    {u"Luxom Lighting", 1600, 1604, TFamily::Wk3, Names(kLuxomLightingNames), &staticMetaEnum<TLuxomLightingButtonClass>},  // 27 LuxomLightingClassGroup
+    {u"Integra DVD Player", 600, 627, TFamily::Wk3, Names(kIntegraDVDPlayerNames), &MetaEnumOf<TIntegraDVDPlayerButtonClass>},  // 10 IntegraDVDPlayerClassGroup
+    {u"Clock", 700, 702, TFamily::Wk3, Names(kClockNames), &MetaEnumOf<TClockButtonClass>},  // 11 ClockClassGroup
+    {u"Vantage Lighting", 800, 802, TFamily::Wk3, Names(kVantageLightingNames), &MetaEnumOf<TVantageLightingButtonClass>},  // 12 VantageLightingClassGroup
+    {u"DLO Homedock", 900, 909, TFamily::Wk3, Names(kDLONames), &MetaEnumOf<TDLOButtonClass>},  // 13 DLOClassGroup
+    {u"Autonomic Media Center", 1000, 1013, TFamily::Wk3, Names(kAutonomicNames), &MetaEnumOf<TAutonomicButtonClass>},  // 14 AutonomicClassGroup
+    {u"Vantage DMM", 1100, 1113, TFamily::Wk3, Names(kVantageDMMNames), &MetaEnumOf<TVantageDMMButtonClass>},  // 15 VantageDMMClassGroup
+    {u"Brio Tuner", 1200, 1227, TFamily::Wk3, Names(kBrioTunerNames), &MetaEnumOf<TBrioTunerButtonClass>},  // 16 BrioTunerClassGroup
+    {u"ReQuest", 1300, 1324, TFamily::Wk3, Names(kReQuestNames), &MetaEnumOf<TReQuestButtonClass>},  // 17 ReQuestClassGroup
+    {u"Norva Alarm Configuration", 1400, 1426, TFamily::Wk3, Names(kNorvaAlarmCnfgNames), &MetaEnumOf<TNorvaAlarmCnfgButtonClass>},  // 18 NorvaAlarmCnfgClassGroup
+    {u"C-Bus Lighting", 1500, 1524, TFamily::Wk3, Names(kCBusLightingNames), &MetaEnumOf<TCBusLightingButtonClass>},  // 19 CBusLightingClassGroup
+    {u"Nv-Zr900 GUI", 0, 107, TFamily::None, Names(kNvZr900GUINames), &MetaEnumOf<TNvZr900GUIButtonClass>},  // 20 NvZr900GUIClassGroup
+    {u"Zone linking", 250, 263, TFamily::NvZr900, Names(kZoneLinkNames), &MetaEnumOf<TZoneLinkButtonClass>},  // 21 ZoneLinkClassGroup
+    {u"Zone name", 200, 221, TFamily::NvZr900, Names(kZoneNameNames), &MetaEnumOf<TZoneNameButtonClass>},  // 22 ZoneNameClassGroup
+    {u"Clock", 700, 705, TFamily::NvZr900, Names(kNvZr900ClockNames), &MetaEnumOf<TNvZr900ClockButtonClass>},  // 23 NvZr900ClockClassGroup
+    {u"Alarm", 300, 311, TFamily::NvZr900, Names(kNvZr900AlarmNames), &MetaEnumOf<TNvZr900AlarmButtonClass>},  // 24 NvZr900AlarmClassGroup
+    {u"DND", 400, 409, TFamily::NvZr900, Names(kDNDNames), &MetaEnumOf<TDNDButtonClass>},  // 25 DNDClassGroup
+    {u"Preset zones", 500, 512, TFamily::NvZr900, Names(kPresetZonesNames), &MetaEnumOf<TPresetZonesButtonClass>},  // 26 PresetZonesClassGroup
+    {u"Luxom Lighting", 1600, 1604, TFamily::Wk3, Names(kLuxomLightingNames), &MetaEnumOf<TLuxomLightingButtonClass>},  // 27 LuxomLightingClassGroup
     {u"", 10000, 10099, TFamily::Wk3, {}, nullptr},  // 28 GenericAppletClassGroup
-    {u"Network settings", 600, 605, TFamily::NvZr900, Names(kNetworkSettingsNames), &staticMetaEnum<TNetworkSettingsButtonClass>},  // 29 NetworkSettingsClassGroup
-    {u"USB Navigation", 800, 809, TFamily::NvZr900, Names(kUSBNavigationNames), &staticMetaEnum<TUSBNavigationButtonClass>},  // 30 USBNavigationClassGroup
+    {u"Network settings", 600, 605, TFamily::NvZr900, Names(kNetworkSettingsNames), &MetaEnumOf<TNetworkSettingsButtonClass>},  // 29 NetworkSettingsClassGroup
+    {u"USB Navigation", 800, 809, TFamily::NvZr900, Names(kUSBNavigationNames), &MetaEnumOf<TUSBNavigationButtonClass>},  // 30 USBNavigationClassGroup
 };
 // clang-format on
 

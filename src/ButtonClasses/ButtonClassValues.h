@@ -62,6 +62,7 @@ enum TSystemButtonClass : std::uint8_t {
 Q_ENUM_NS(TSystemButtonClass)
 
 // Group 5, iPortClassGroup.
+// NOLINTNEXTLINE(readability-identifier-naming): the vocabulary spells the group "iPort"
 enum TiPortButtonClass : std::uint8_t {
   ButtonClass_iPort_None, ButtonClass_iPort_Menu, ButtonClass_iPort_Enter,
   ButtonClass_iPort_Play_Pause, ButtonClass_iPort_NextTrack, ButtonClass_iPort_PrevTrack,

@@ -44,7 +44,10 @@ std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> CommandElements(pugi::xm
 TCommandObjectList::TCommandObjectList(TOrbObject* owner) : TCommandObjectList(true, owner) {}
 
 TCommandObjectList::TCommandObjectList(bool ownsCommands, TOrbObject* owner)
-    : TOrbObject(owner), mCommands(ownsCommands, this) {}
+    : TOrbObject(owner), mCommands(ownsCommands, this) {
+  // Adding, removing or moving a command is a change of the list, heard by its owners.
+  mCommands.SetUpdateOwner(true);
+}
 
 std::unique_ptr<TCommandObjectList> TCommandObjectList::CreateReferenceList(TOrbObject* owner) {
   return std::unique_ptr<TCommandObjectList>(new TCommandObjectList(false, owner));

@@ -113,7 +113,7 @@ QString HexCodeOf(const TIRStreamData& stream) {
   const TCounts counts = CountsOf(stream);
   const int end = stream.GetEndPos(false);
   QString text;
-  text.reserve(5 * (4 + 2 * (end + 1)));
+  text.reserve(5 * (4 + 2 * (static_cast<qsizetype>(end) + 1)));
   text += QStringLiteral("0000");
   for (const std::uint32_t word :
        {f, static_cast<std::uint32_t>(counts.Once), static_cast<std::uint32_t>(counts.Repeat)}) {

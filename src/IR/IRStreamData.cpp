@@ -112,7 +112,7 @@ QString TIRStreamData::GetPeriodIDPairsString() const {
   const int endPos = GetEndPos(false);
   if (IsEmpty() || endPos < 0) return QString();
   QString text;
-  text.reserve(3 * (endPos + 1));
+  text.reserve(3 * (static_cast<qsizetype>(endPos) + 1));
   for (int i = 0; i <= endPos; ++i) {
     if (i > 0) text += u',';
     const TPeriodIDPair& pair = Pairs[static_cast<std::size_t>(i)];

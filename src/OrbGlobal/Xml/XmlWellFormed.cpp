@@ -69,7 +69,7 @@ QByteArray AsUtf8(const QByteArray& bytes, const QString& declared) {
 }  // namespace
 
 QByteArray WellFormedUtf8(const QByteArray& bytes) {
-  const QByteArray body = bytes.startsWith(Utf8Mark) ? bytes.mid(Utf8Mark.size()) : bytes;
+  QByteArray body = bytes.startsWith(Utf8Mark) ? bytes.mid(Utf8Mark.size()) : bytes;
   if (IsCertainlyWellFormedUtf8(
           std::string_view(body.constData(), static_cast<std::size_t>(body.size()))))
     return body;
