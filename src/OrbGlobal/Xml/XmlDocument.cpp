@@ -141,7 +141,16 @@ QByteArray SaveXMLDocument(const pugi::xml_document& document) {
 void SaveXMLDocumentToFile(const pugi::xml_document& document, const QString& path) {
   const QByteArray bytes = SaveXMLDocument(document);
   QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+  // Unbuffered, so that every write says what reached the file: through the buffer a write cut
+  // short (a full disk, a file size limit) went unnoticed and the commit renamed a truncated file
+  // over the old one.
+  bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+  for (qsizetype done = 0; written && done < bytes.size();) {
+    const qint64 count = file.write(bytes.constData() + done, bytes.size() - done);
+    written = count > 0;
+    done += written ? count : 0;
+  }
+  if (!written || !file.commit()) {
     throw EXMLError(QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
   }
 }

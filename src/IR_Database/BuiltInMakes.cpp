@@ -1,0 +1,94 @@
+#include <IR_Database/BuiltInMakes.h>
+
+#include <IR/NorvaIRStream.h>
+
+namespace norva {
+
+namespace {
+
+constexpr int kRelayModules = 16;
+constexpr int kLastZone = 95;
+constexpr int kLastBankZone = 31;
+
+}  // namespace
+
+TNorvaGroup::TNorvaGroup(TOrbObject* owner)
+    : TCommandObjectList(owner), mChildObjects(true, this) {}
+
+TNorvaGroup* TNorvaGroup::AddGroup(const QString& name) {
+  auto* group = new TNorvaGroup(this);
+  group->SetNameRaw(name);
+  mChildObjects.Add(group);
+  return group;
+}
+
+TOrbObjectList* TNorvaGroup::GetChildList(const TOrbObject* child) const {
+  if (qobject_cast<const TNorvaGroup*>(child)) return &mChildObjects;
+  return TCommandObjectList::GetChildList(child);
+}
+
+TNorvaCommandGroup::TNorvaCommandGroup(TOrbObject* owner) : TNorvaGroup(owner) {}
+
+TNorvaCommandGroup::TNorvaCommandGroup(TOrbObject* owner, TNorvaCommandType type, int zone)
+    : TNorvaGroup(owner), mZone(zone), mCommandType(type) {
+  SetNameRaw(zone == -1 ? QStringLiteral("All zones") : QStringLiteral("Zone %1").arg(zone));
+  for (int command = nvStandbyCmd; command <= nvAlarmSleep; ++command) {
+    const auto code = static_cast<TNorvaCommand>(command);
+    if (!NorvaFunctionUseful(code, zone, type)) continue;
+    auto* stream = new TNorvaIRStream(this);
+    stream->SetNorva(zone, code, type);
+    AddCommandObject(stream);
+  }
+}
+
+TNorvaCommandGroup* TNorvaCommandGroup::RelayModule(TOrbObject* owner, int module) {
+  auto* group = new TNorvaCommandGroup(owner);
+  group->mZone = module;
+  group->mCommandType = Sw6Command;
+  group->SetNameRaw(QStringLiteral("Zone %1").arg(module));
+  for (int letter = FirstSw6Cmd; letter <= LastSw6Cmd; ++letter) {
+    auto* stream = new TNorvaIRStream(group);
+    stream->SetNorvaSw6(module, static_cast<TSw6Cmd>(letter));
+    group->AddCommandObject(stream);
+  }
+  return group;
+}
+
+TNorvaIntegraMake::TNorvaIntegraMake(TOrbObject* owner)
+    : TMake(owner), mNorvaCommandGroups(true, this) {}
+
+TNorvaGroup* TNorvaIntegraMake::AddGroup(const QString& name) {
+  auto* group = new TNorvaGroup(this);
+  group->SetNameRaw(name);
+  mNorvaCommandGroups.Add(group);
+  return group;
+}
+
+void TNorvaIntegraMake::AddZones(TNorvaGroup* group, TNorvaCommandType type, int first, int last) {
+  for (int zone = first; zone <= last; ++zone)
+    group->AddChild(new TNorvaCommandGroup(group, type, zone));
+}
+
+TNorvaMake::TNorvaMake(TOrbObject* owner) : TNorvaIntegraMake(owner) {
+  SetNameRaw(QStringLiteral("NORVA"));
+  TNorvaGroup* amplifier = AddGroup(QStringLiteral("Amplifier"));
+  AddZones(amplifier, AmpCommand, -1, -1);
+  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 0..31")), AmpCommand, 0, kLastBankZone);
+  AddZones(amplifier->AddGroup(QStringLiteral("Preamp zones")), PreampCommand, 0, kLastBankZone);
+  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 32..63")), AmpCommand, 32, 63);
+  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 64..95")), AmpCommand, 64, kLastZone);
+  AddZones(AddGroup(QStringLiteral("V2HD Video switch")), VideoSwitcherCommand, 0, kLastZone);
+  TNorvaGroup* relays = AddGroup(QStringLiteral("Sw6"));
+  for (int module = 0; module < kRelayModules; ++module)
+    relays->AddChild(TNorvaCommandGroup::RelayModule(relays, module));
+}
+
+TIntegraMake::TIntegraMake(TOrbObject* owner) : TNorvaIntegraMake(owner) {
+  SetNameRaw(QStringLiteral("INTEGRA"));
+  TNorvaGroup* quil = AddGroup(QStringLiteral("Quil-2.3"));
+  AddZones(quil, IntegraAmpCommand, -1, -1);
+  AddZones(quil->AddGroup(QStringLiteral("Amp zones")), IntegraAmpCommand, 0, kLastBankZone);
+  AddZones(quil->AddGroup(QStringLiteral("Preamp zones")), IntegraPreampCommand, 0, kLastBankZone);
+}
+
+}  // namespace norva

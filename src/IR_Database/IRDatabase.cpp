@@ -1,0 +1,236 @@
+#include <IR_Database/IRDatabase.h>
+
+#include <IR/CommandClasses.h>
+#include <IR/NorvaIRStream.h>
+#include <IR_Database/BuiltInMakes.h>
+#include <NorvaGlobal/ErrorMessages.h>
+#include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/UIServices.h>
+#include <OrbGlobal/Model/AssignTarget.h>
+#include <OrbGlobal/Undo/UndoControl.h>
+#include <OrbGlobal/Xml/XmlDocument.h>
+#include <OrbGlobal/Xml/XmlErrors.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace norva {
+
+namespace {
+
+// Keeps the busy cursor on for as long as it lives.
+class TBusyCursor {
+ public:
+  TBusyCursor() { UIServices().SetBusyCursor(true); }
+  ~TBusyCursor() { UIServices().SetBusyCursor(false); }
+  TBusyCursor(const TBusyCursor&) = delete;
+  TBusyCursor& operator=(const TBusyCursor&) = delete;
+};
+
+// Walks every IR stream of the models of the database, in order, with its model.
+template <typename Visit>
+bool ForEachStream(const TIRDB& database, Visit visit) {
+  for (int m = 0; m < database.GetMakeCount(); ++m) {
+    const TMake* make = database.GetMake(m);
+    for (int i = 0; i < make->GetModelCount(); ++i) {
+      const TModel* model = make->GetModel(i);
+      for (int c = 0; c < model->GetCommandCount(); ++c) {
+        const auto* stream = qobject_cast<const TIRStream*>(model->GetCommand(c));
+        if (stream && visit(*stream, *model)) return true;
+      }
+    }
+  }
+  return false;
+}
+
+void Name(TIRStream& stream, const TStreamName& name) {
+  stream.BeginUpdate();
+  stream.SetName(name.Name);
+  stream.SetCategory(name.Category);
+  stream.EndUpdate();
+}
+
+}  // namespace
+
+TIRDB::TIRDB(const QString& filename, bool isPublic)
+    : mMakes(true, this), mPublic(isPublic), mReadOnly(isPublic) {
+  mMakes.SetUpdateOwner(true);
+  SetNameRaw(filename);
+  Load();
+  mNeedsSaving = false;
+}
+
+TIRDB::~TIRDB() = default;
+
+QString TIRDB::GetShortName() const {
+  const QFileInfo file(GetFilename());
+  QString name = file.fileName();
+  const QString extension = file.suffix();
+  if (extension.isEmpty()) return name;
+  const qsizetype at = name.indexOf(u'.' + extension, 0, Qt::CaseInsensitive);
+  return name.remove(at, extension.size() + 1);
+}
+
+void TIRDB::AddBuiltInMakes() {
+  mMakes.Add(new TNorvaMake(this));
+  mMakes.Add(new TIntegraMake(this));
+}
+
+void TIRDB::Clear() {
+  mMakes.Clear();
+  if (mPublic) AddBuiltInMakes();
+  Updated();
+}
+
+TMake* TIRDB::AddNewMake() {
+  auto* make = new TMake(this);
+  mMakes.Add(make);
+  return make;
+}
+
+TMake* TIRDB::GetMakeByName(const QString& name) const {
+  for (TOrbObject* make : mMakes)
+    if (make->GetName().compare(name, Qt::CaseInsensitive) == 0) return static_cast<TMake*>(make);
+  return nullptr;
+}
+
+TOrbObjectList* TIRDB::GetChildList(const TOrbObject* child) const {
+  return qobject_cast<const TMake*>(child) ? &mMakes : nullptr;
+}
+
+void TIRDB::Updated(TOrbObject* sender) {
+  TOrbObject::Updated(sender);
+  mIndex.reset();
+  mNeedsSaving = !IsReadOnly();
+}
+
+void TIRDB::AssignTo(QObject* dest) const {
+  const TAssignTarget<TIRDB> database(this, dest);
+  TOrbObject::AssignTo(dest);
+  if (!database) return;
+  database->mMakes.Clear();
+  for (int i = 0; i < GetMakeCount(); ++i) database->AddNewMake()->Assign(GetMake(i));
+}
+
+void TIRDB::Load() {
+  DisableUndo();
+  BeginUpdate();
+  try {
+    Clear();
+    LoadFile(GetFilename());
+  } catch (...) {
+    EndUpdate();
+    EnableUndo();
+    throw;
+  }
+  EndUpdate();
+  EnableUndo();
+}
+
+void TIRDB::LoadFile(const QString& path) {
+  if (!QFileInfo::exists(path)) return;
+  pugi::xml_document document;
+  try {
+    LoadXMLDocumentFromFile(document, path);
+  } catch (const EXMLParseError& error) {
+    CommError(QStringLiteral("Error loading %1\r\n\r\n%2\r\nLine: %3, position: %4")
+                  .arg(path, error.Reason())
+                  .arg(error.Line())
+                  .arg(error.Column()));
+    return;
+  } catch (const EXMLError&) {
+    CommError(QStringLiteral("Unknown error loading %1").arg(path));
+    return;
+  }
+  if (!(QFileInfo(path).permissions() & QFileDevice::WriteUser)) mReadOnly = true;
+  RegisterCommandClasses();
+  for (pugi::xml_node element : document.document_element().children("make")) {
+    const QString name = XMLValue(element.attribute("name").value());
+    TMake* make = GetMakeByName(name);
+    if (!make) {
+      make = AddNewMake();
+      make->SetName(name);
+    }
+    make->Load(element);
+  }
+}
+
+void TIRDB::Save() {
+  const TBusyCursor busy;
+  QString path = GetFilename();
+  try {
+    pugi::xml_document document;
+    document.append_child(pugi::node_pi).set_name("xml");
+    document.first_child().set_value("version='1.0'");
+    pugi::xml_node root = document.append_child("ir_database");
+    for (int i = 0; i < GetMakeCount(); ++i) GetMake(i)->Save(root);
+
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDir(folder).exists()) {
+      const QString temporary = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
+      if (temporary.isEmpty()) return;  // nowhere to go: nothing written, still needs saving
+      const QString moved = QDir(temporary).filePath(QFileInfo(path).fileName());
+      SetNameRaw(moved);
+      UIServices().MessageBox(
+          QStringLiteral("Cannot save %1.\r\n\r\nSaving to %2 instead.").arg(path, moved),
+          QStringLiteral("Saving database"), TMessageIcon::Exclamation, TMessageButtons::OK);
+      path = moved;
+    }
+    SaveXMLDocumentToFile(document, path);
+  } catch (const ENorvaError& error) {
+    throw ENorvaError(error.Message() + QStringLiteral(" while saving ") + path);
+  }
+  mNeedsSaving = false;
+}
+
+const TStreamNameIndex& TIRDB::Index() const {
+  if (!mIndex) {
+    mIndex = std::make_unique<TStreamNameIndex>();
+    ForEachStream(*this, [this](const TIRStream& stream, const TModel& model) {
+      mIndex->Add(stream.Data(), {stream.GetName(), model.GetFullName()});
+      return false;
+    });
+  }
+  return *mIndex;
+}
+
+bool TIRDB::GetNames(TIRStream& stream) const {
+  const TStreamName* name = Index().Find(stream.Data());
+  if (!name && mPublic) name = NativeStreamNames().Find(stream.Data());
+  if (!name) return false;
+  Name(stream, *name);
+  return true;
+}
+
+bool TIRDB::GetNamesByWalking(TIRStream& stream) const {
+  TStreamName found;
+  const bool known = ForEachStream(*this, [&](const TIRStream& command, const TModel& model) {
+    if (!stream.Match(&command)) return false;
+    found = {command.GetName(), model.GetFullName()};
+    return true;
+  });
+  if (known) {
+    Name(stream, found);
+    return true;
+  }
+  if (!mPublic) return false;
+  TNorvaIRStream native;
+  for (int type = AmpCommand; type <= VideoSwitcherCommand; ++type) {
+    for (int zone = -1; zone <= 95; ++zone) {
+      for (int command = nvStandbyCmd; command <= nvAlarmSleep; ++command) {
+        const auto code = static_cast<TNorvaCommand>(command);
+        const auto kind = static_cast<TNorvaCommandType>(type);
+        if (!NorvaFunctionUseful(code, zone, kind)) continue;
+        native.SetNorva(zone, code, kind);
+        if (!stream.Match(&native)) continue;
+        Name(stream, {native.GetName(), native.GetCategory()});
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+}  // namespace norva

@@ -1,0 +1,83 @@
+#pragma once
+// The IR database: the user's library of device commands, makes holding models holding commands,
+// in one XML file (root element "ir_database"). A public database also carries the built-in makes
+// of the installation's own devices and is read-only.
+
+#include <IR/IRStream.h>
+#include <IR_Database/Make.h>
+#include <IR_Database/StreamNames.h>
+#include <OrbGlobal/Model/OrbObjectList.h>
+
+#include <memory>
+
+namespace norva {
+
+class TIRDB : public TOrbObject {
+  Q_OBJECT
+  Q_CLASSINFO("SubComponent", "false")
+  Q_PROPERTY(QString Filename READ GetFilename)
+  Q_PROPERTY(bool NeedsSaving READ GetNeedsSaving)
+  Q_PROPERTY(bool Public READ IsPublic)
+  Q_PROPERTY(int MakeCount READ GetMakeCount)
+  Q_PROPERTY(QString ShortName READ GetShortName)
+
+ public:
+  // Loads the file (a missing one gives an empty database). A public database begins with the
+  // built-in makes and is read-only.
+  TIRDB(const QString& filename, bool isPublic);
+  ~TIRDB() override;
+
+  QString GetFilename() const { return GetName(); }
+  bool GetNeedsSaving() const { return mNeedsSaving; }
+  bool IsPublic() const { return mPublic; }
+  bool IsReadOnly() const override { return mReadOnly; }
+  // The file name without folder and with the first occurrence of its extension removed.
+  QString GetShortName() const;
+
+  // Removes every make; a public database gets its built-in makes again.
+  void Clear();
+  TMake* AddNewMake();
+  TMake* GetMake(int index) const { return static_cast<TMake*>(mMakes.Get(index)); }
+  int GetMakeCount() const { return mMakes.Count(); }
+  // The first make of that name, compared ignoring case, or none.
+  TMake* GetMakeByName(const QString& name) const;
+
+  TOrbObjectList* GetChildList(const TOrbObject* child) const override;
+  using TOrbObject::Updated;
+  // A change anywhere below makes a writable database need saving.
+  void Updated(TOrbObject* sender) override;
+  // To a database: its makes become copies of these.
+  void AssignTo(QObject* dest) const override;
+
+  // Reads the file: makes of the same name (case ignored, built-in ones included) are merged. A
+  // malformed file is reported in an "Error" box ("Error loading <path>" with the reason, line and
+  // position) and leaves the database empty, or with its built-in makes.
+  void Load();
+  // Writes a temporary file beside the database and renames it over the old one only once it is
+  // complete, so a failed save leaves the previous file. A folder that does not exist moves the
+  // database to the temporary folder, with a warning box. Failures are raised with " while saving "
+  // and the path appended; the database then still needs saving.
+  void Save();
+
+  // Names a received code: the first IR stream of the database (in make, model and command order)
+  // that the stream matches gives its name, and its model's full name as category; a public
+  // database then tries the native codes. False when none matches. Answered from an index that is
+  // rebuilt after the database changed.
+  bool GetNames(TIRStream& stream) const;
+  // The same by walking the whole database, for checking the index.
+  bool GetNamesByWalking(TIRStream& stream) const;
+
+ private:
+  void AddBuiltInMakes();
+  void LoadFile(const QString& path);
+  const TStreamNameIndex& Index() const;
+
+  // mutable: the child list is handed out by the const GetChildList.
+  mutable TOrbObjectList mMakes;
+  bool mNeedsSaving = false;
+  bool mPublic = false;
+  bool mReadOnly = false;
+  mutable std::unique_ptr<TStreamNameIndex> mIndex;
+};
+
+}  // namespace norva

@@ -1,0 +1,38 @@
+#pragma once
+// Naming received codes quickly: streams keyed by exactly what the stream comparison compares
+// (carrier, format, the lengths the pairs use, the pairs up to the end), so that two streams match
+// exactly when their keys are equal.
+
+#include <IR/IRStream.h>
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+
+namespace norva {
+
+struct TStreamName {
+  QString Name;
+  QString Category;
+};
+
+// Equal exactly when TIRStream::Match holds between the two streams.
+QByteArray StreamMatchKey(const TIRStreamData& data);
+
+class TStreamNameIndex {
+ public:
+  // Keeps the first name given for a key, as a walk in order finds the first match.
+  void Add(const TIRStreamData& data, const TStreamName& name);
+  const TStreamName* Find(const TIRStreamData& data) const;
+  bool IsEmpty() const { return mNames.isEmpty(); }
+
+ private:
+  QHash<QByteArray, TStreamName> mNames;
+};
+
+// Every native code the installation's devices understand, in the order they are tried: command
+// types in order, then zones from all zones (-1) to 95, then commands, where the command is
+// useful for that zone and type. Built once per process.
+const TStreamNameIndex& NativeStreamNames();
+
+}  // namespace norva

@@ -1,0 +1,258 @@
+// The IR database as the application uses it: the built-in makes' shape, files written and read
+// back (merging makes, keeping the old file when a save fails), bad files reported, and received
+// codes named from the index exactly as a walk through the database names them.
+
+#include <IR/IR.h>
+#include <IR_Database/IR_Database.h>
+#include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Undo/UndoControl.h>
+#include <Testing/RecordingUIServices.h>
+#include <support/QtPrinters.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <csignal>
+
+using namespace norva;
+
+namespace {
+
+QStringList CorpusCodes() {
+  QFile file(QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/pronto-codes.tsv"));
+  QStringList codes;
+  if (file.open(QIODevice::ReadOnly))
+    for (const QByteArray& line : file.readAll().split('\n'))
+      if (!line.isEmpty()) codes << QString::fromUtf8(line).section(u'\t', 1);
+  return codes;
+}
+
+TIRStream* AddStream(TModel* model, const QString& name, const QString& code) {
+  auto* stream = static_cast<TIRStream*>(model->AddNewCommandObject(&TIRStream::staticMetaObject));
+  stream->SetName(name);
+  stream->SetHexCode(code);
+  return stream;
+}
+
+QByteArray FileBytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+class IRDatabase : public ::testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(folder.isValid()); }
+  QString Path(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
+
+  QTemporaryDir folder;
+  TRecordingUIServices services;
+  TScopedUIServices scoped{services};
+};
+
+}  // namespace
+
+TEST_F(IRDatabase, BuiltInMakesHoldEveryUsefulNativeCodeInTheirOrder) {
+  const TIRDB database(Path("public.xml"), true);
+  ASSERT_EQ(database.GetMakeCount(), 2);
+  const auto* norvaMake = qobject_cast<const TNorvaMake*>(database.GetMake(0));
+  const auto* integra = qobject_cast<const TIntegraMake*>(database.GetMake(1));
+  ASSERT_TRUE(norvaMake && integra);
+  EXPECT_EQ(norvaMake->GetName(), "NORVA");
+  EXPECT_EQ(integra->GetName(), "INTEGRA");
+  ASSERT_EQ(norvaMake->GetNorvaCommandGroupCount(), 3);
+  const TNorvaGroup* amplifier = norvaMake->GetNorvaCommandGroup(0);
+  QStringList children;
+  for (int i = 0; i < amplifier->GetChildObjectCount(); ++i)
+    children << amplifier->GetChildObject(i)->GetName();
+  EXPECT_EQ(children, (QStringList{"All zones", "Amp zones 0..31", "Preamp zones",
+                                   "Amp zones 32..63", "Amp zones 64..95"}));
+  EXPECT_EQ(norvaMake->GetNorvaCommandGroup(1)->GetChildObjectCount(), 96);
+  const TNorvaGroup* relays = norvaMake->GetNorvaCommandGroup(2);
+  ASSERT_EQ(relays->GetChildObjectCount(), 16);
+  EXPECT_EQ(relays->GetChildObject(15)->GetName(), "Zone 15");
+  EXPECT_EQ(relays->GetChildObject(15)->GetCommandCount(), 28);
+
+  // All zones hold the commands useful for zone -1 only: no volume, but presets and alarms.
+  const TNorvaGroup* allZones = amplifier->GetChildObject(0);
+  int useful = 0;
+  for (int c = nvStandbyCmd; c <= nvAlarmSleep; ++c)
+    useful += NorvaFunctionUseful(static_cast<TNorvaCommand>(c), -1, AmpCommand) ? 1 : 0;
+  EXPECT_EQ(allZones->GetCommandCount(), useful);
+  EXPECT_EQ(allZones->GetCommand(0)->GetName(), "Standby");
+  EXPECT_TRUE(allZones->GetCommand(0)->IsReadOnly());
+  EXPECT_EQ(integra->GetNorvaCommandGroup(0)->GetChildObject(2)->GetChildObject(31)->GetName(),
+            "Zone 31");
+  EXPECT_FALSE(database.GetNeedsSaving());
+}
+
+TEST_F(IRDatabase, FilesReadBackMergingMakesAndKeepingThePreviousFileWhenASaveFails) {
+  const QStringList codes = CorpusCodes();
+  ASSERT_GT(codes.size(), 100);
+  {
+    TIRDB database(Path("IR.xml"), false);
+    TMake* make = database.AddNewMake();
+    make->SetName("Acme");
+    TModel* tv = make->AddNewModel();
+    tv->SetName("TV 1");
+    AddStream(tv, "Power", codes[0]);
+    AddStream(tv, "Vol+", codes[1]);
+    TMake* other = database.AddNewMake();
+    other->SetName("ACME");
+    other->AddNewModel()->SetName("Tuner");
+    TMake* norvaMake = database.AddNewMake();
+    norvaMake->SetName("norva");
+    norvaMake->AddNewModel()->SetName("Learnt keypad");
+    EXPECT_TRUE(database.GetNeedsSaving());
+    database.Save();
+    EXPECT_FALSE(database.GetNeedsSaving());
+    EXPECT_EQ(database.GetShortName(), "IR");
+  }
+  EXPECT_TRUE(FileBytes(Path("IR.xml"))
+                  .startsWith("<?xml version='1.0'?><ir_database>\r\n\t<make name=\"Acme\">"));
+
+  // Makes named alike in another case become one; a file make named like a built-in one adds to it.
+  TIRDB read(Path("IR.xml"), true);
+  ASSERT_EQ(read.GetMakeCount(), 3);
+  EXPECT_EQ(read.GetMakeByName("norva")->GetModelByName("learnt keypad")->GetName(),
+            "Learnt keypad");
+  const TMake* acme = read.GetMakeByName("acme");
+  ASSERT_EQ(acme->GetModelCount(), 2);
+  EXPECT_EQ(acme->GetModel(0)->GetCommand(1)->GetCategory(), "Acme - TV 1");
+  EXPECT_TRUE(read.IsReadOnly());
+
+  // A save that cannot complete (here: the file may not grow beyond 64 bytes) keeps the old file.
+  TIRDB writable(Path("IR.xml"), false);
+  AddStream(writable.GetMake(0)->GetModel(0), "Mute", codes[2]);
+  const QByteArray before = FileBytes(Path("IR.xml"));
+  struct rlimit previous {};
+  getrlimit(RLIMIT_FSIZE, &previous);
+  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+  struct rlimit small = previous;
+  small.rlim_cur = 64;
+  setrlimit(RLIMIT_FSIZE, &small);
+  try {
+    writable.Save();
+    ADD_FAILURE() << "the save did not fail";
+  } catch (const ENorvaError& error) {
+    EXPECT_TRUE(error.Message().endsWith(" while saving " + Path("IR.xml"))) << error.what();
+  }
+  setrlimit(RLIMIT_FSIZE, &previous);
+  std::signal(SIGXFSZ, oldHandler);
+  EXPECT_EQ(FileBytes(Path("IR.xml")), before);
+  EXPECT_TRUE(writable.GetNeedsSaving());
+
+  // A folder that is gone: saved to the temporary folder instead, with a warning.
+  TIRDB moved(folder.filePath("gone/IR.xml"), false);
+  moved.AddNewMake()->SetName("Acme");
+  moved.Save();
+  ASSERT_EQ(services.Messages().size(), 1);
+  EXPECT_EQ(services.Messages()[0].Caption, "Saving database");
+  EXPECT_TRUE(services.Messages()[0].Text.startsWith(
+      "Cannot save " + folder.filePath("gone/IR.xml") + ".\r\n\r\nSaving to "));
+  EXPECT_TRUE(QFile::exists(moved.GetFilename()));
+  QFile::remove(moved.GetFilename());
+}
+
+TEST_F(IRDatabase, ABadFileIsReportedOnceAndLoadsNothing) {
+  QFile file(Path("bad.xml"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("<ir_database>\n<make name=\"A\"><model name=\"B\"></make>\n</ir_database>");
+  file.close();
+  const TIRDB database(Path("bad.xml"), true);
+  EXPECT_EQ(database.GetMakeCount(), 2);  // the built-in makes only
+  ASSERT_EQ(services.Messages().size(), 1);
+  EXPECT_EQ(services.Messages()[0].Caption, "Error");
+  EXPECT_TRUE(
+      services.Messages()[0].Text.startsWith("Error loading " + Path("bad.xml") + "\r\n\r\n"));
+  EXPECT_TRUE(services.Messages()[0].Text.contains("\r\nLine: 2, position: "))
+      << services.Messages()[0].Text.toStdString();
+
+  const TIRDB missing(Path("none.xml"), false);
+  EXPECT_EQ(missing.GetMakeCount(), 0);
+  EXPECT_EQ(services.Messages().size(), 1);
+  for (const auto& [path, shortName] : std::map<QString, QString>{{"/a/b/IR.xml", "IR"},
+                                                                  {"/a/IR", "IR"},
+                                                                  {"/a/x.XML.xml", "x.xml"},
+                                                                  {"/a/Codes.Xml", "Codes"}})
+    EXPECT_EQ(TIRDB(path, false).GetShortName(), shortName) << path.toStdString();
+}
+
+// Names a stream both ways and expects the same answer.
+void ExpectSameNames(const TIRDB& database, const TIRStreamData& code, int round) {
+  TIRStream byIndex;
+  TIRStream byWalk;
+  byIndex.SetData(code);
+  byWalk.SetData(code);
+  const bool indexed = database.GetNames(byIndex);
+  ASSERT_EQ(indexed, database.GetNamesByWalking(byWalk)) << round;
+  EXPECT_EQ(byIndex.GetName(), byWalk.GetName()) << round;
+  EXPECT_EQ(byIndex.GetCategory(), byWalk.GetCategory()) << round;
+}
+
+TIRStreamData CodeData(const QString& code) {
+  TIRStream stream;
+  stream.SetHexCode(code);
+  return stream.Data();
+}
+
+// Random edits of a database, each followed by naming random codes both ways; then the same
+// database opened as a public one, where the native codes take part.
+TEST_F(IRDatabase, TheIndexNamesCodesExactlyAsTheWalkDoesThroughRandomEdits) {
+  DisableUndo();
+  const QStringList codes = CorpusCodes();
+  QRandomGenerator random(1123);
+  TIRDB database(Path("edited.xml"), false);
+  database.AddNewMake()->SetName("Make 0");
+  const auto randomModel = [&]() -> TModel* {
+    TMake* make = database.GetMake(static_cast<int>(random.bounded(database.GetMakeCount())));
+    if (make->GetModelCount() == 0) make->AddNewModel()->SetName("Model");
+    return make->GetModel(static_cast<int>(random.bounded(make->GetModelCount())));
+  };
+  const auto randomCode = [&] { return codes[random.bounded(codes.size())]; };
+  for (int round = 0; round < 400; ++round) {
+    TModel* model = randomModel();
+    switch (random.bounded(6)) {
+      case 0: database.AddNewMake()->SetName(QStringLiteral("Make %1").arg(round)); break;
+      case 1:
+        static_cast<TMake*>(model->GetOwner())
+            ->AddNewModel()
+            ->SetName(QStringLiteral("New %1").arg(round));
+        break;
+      case 2: AddStream(model, QStringLiteral("Code %1").arg(round), randomCode()); break;
+      case 3:
+        if (model->GetCommandCount() > 0) model->GetCommand(0)->Delete();
+        break;
+      case 4:
+        if (model->GetCommandCount() > 1) model->GetCommand(model->GetCommandCount() - 1)->Move(0);
+        break;
+      default:
+        model->SetName(QStringLiteral("Model %1").arg(round));
+        if (model->GetCommandCount() > 0)
+          static_cast<TIRStream*>(model->GetCommand(0))->SetHexCode(randomCode());
+        break;
+    }
+    for (int q = 0; q < 3; ++q) ExpectSameNames(database, CodeData(randomCode()), round);
+  }
+  database.Save();
+
+  const TIRDB publicDatabase(Path("edited.xml"), true);
+  TNorvaIRStream native;
+  int named = 0;
+  for (int round = 0; round < 150; ++round) {
+    native.SetNorva(static_cast<int>(random.bounded(97)) - 1,
+                    static_cast<TNorvaCommand>(random.bounded(90)),
+                    static_cast<TNorvaCommandType>(random.bounded(6)));
+    const TIRStreamData code = round % 2 == 0 ? native.Data() : CodeData(randomCode());
+    ExpectSameNames(publicDatabase, code, round);
+    TIRStream stream;
+    stream.SetData(code);
+    named += publicDatabase.GetNames(stream) ? 1 : 0;
+  }
+  EXPECT_GT(named, 50);  // both answers came up often
+  EnableUndo();
+}
