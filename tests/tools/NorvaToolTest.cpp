@@ -2,6 +2,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QThread>
 
@@ -123,6 +124,36 @@ TEST(NorvaTool, ReadsBuildsAndShowsInfraRedCodes) {
       1);
 }
 
+TEST(NorvaTool, ImportsListsAndNamesCodesInAnIRDatabase) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  const QString tsv = folder.filePath("codes.tsv");
+  QFile codes(tsv);
+  ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
+  codes.write(
+      "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n"
+      "Mute\t0000 006D 0000 0001 0015  0041\n"
+      "Vol+\t0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400\n");
+  codes.close();
+  const TRun import = Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"});
+  EXPECT_EQ(import.ExitCode, 1);  // one line failed
+  EXPECT_EQ(import.Out,
+            "line 2: Invalid hex code string.\nadded 2 commands to Acme - TV, 1 lines failed\n");
+  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
+            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
+            "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
+  EXPECT_EQ(Norva({"irdb", database, "--public", "list"}).Out,
+            "NORVA\t0 models, built in with 3 command groups\n"
+            "INTEGRA\t0 models, built in with 1 command groups\nAcme\t1 models\n");
+  const TRun named = Norva(
+      {"irdb", database, "name", "0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400"});
+  EXPECT_EQ(named.ExitCode, 0);
+  EXPECT_EQ(named.Out, "Acme - TV: Vol+\n");
+  const TRun unknown = Norva({"irdb", database, "name", "0000 0070 0000 0001 0010 0400"});
+  EXPECT_EQ(unknown.ExitCode, 1);
+  EXPECT_EQ(unknown.Out, "unknown\n");
+}
+
 TEST(NorvaTool, DecodeCoalescesAsTheReceivePathDoes) {
   const TRun run =
       Norva({"packet", "decode"}, "050101\r\n050102\r\nzz05\r\n0B0523\r\n050201\r\n0B05");
@@ -176,6 +207,13 @@ TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
       {"ir", "raw", "500", "500"},
       {"ir", "raw", "--frequency", "38k", "500"},
       {"ir", "raw", "--frequency", "38000", "500", "0"},
+      {"irdb", "/tmp/none.xml"},
+      {"irdb", "/tmp/none.xml", "frob"},
+      {"irdb", "/tmp/none.xml", "list", "NoSuchMake"},
+      {"irdb", "/tmp/none.xml", "name", "0000 006D"},
+      {"irdb", "/tmp/none.xml", "import", "/no/such.tsv", "--make", "A", "--model", "B"},
+      {"irdb", "/tmp/none.xml", "--public", "import", "x.tsv", "--make", "A", "--model", "B"},
+      {"irdb", "/tmp/none.xml", "import", "x.tsv", "--make", "A"},
   };
   for (const QStringList& call : badCalls) {
     const TRun run = Norva(call);

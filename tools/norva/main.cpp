@@ -77,6 +77,11 @@ const std::vector<TSubcommand>& Subcommands() {
        "ir raw --frequency HZ DURATIONS...",
        "build a stream from a learnt raw signal: pulse and gap durations in microseconds",
        &RunIRRaw},
+      {{"irdb"},
+       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N)",
+       "list an IR database (--public: with the built-in makes), name a received hex code (exit 1 "
+       "when unknown), or import lines of a name, a TAB and a hex code (exit 1 when one failed)",
+       &RunIRDatabase},
       {{"error"},
        "error CODE [FIRST SECOND]",
        "print the message of a device error code (number or name such as errEEPROMFull)",
