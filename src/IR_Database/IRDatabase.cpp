@@ -146,14 +146,20 @@ void TIRDB::LoadFile(const QString& path) {
   }
   if (!(QFileInfo(path).permissions() & QFileDevice::WriteUser)) mReadOnly = true;
   RegisterCommandClasses();
-  for (pugi::xml_node element : document.document_element().children("make")) {
-    const QString name = XMLValue(element.attribute("name").value());
-    TMake* make = GetMakeByName(name);
-    if (!make) {
-      make = AddNewMake();
-      make->SetName(name);
+  try {
+    for (pugi::xml_node element : document.document_element().children("make")) {
+      const QString name = XMLValue(element.attribute("name").value());
+      TMake* make = GetMakeByName(name);
+      if (!make) {
+        make = AddNewMake();
+        make->SetName(name);
+      }
+      make->Load(element);
     }
-    make->Load(element);
+  } catch (const ENorvaError& error) {
+    // A value no command can hold: reported like a malformed file, and nothing is kept of it.
+    Clear();
+    CommError(QStringLiteral("Error loading %1\r\n\r\n%2").arg(path, error.Message()));
   }
 }
 

@@ -51,7 +51,8 @@ class TIRDB : public TOrbObject {
 
   // Reads the file: makes of the same name (case ignored, built-in ones included) are merged. A
   // malformed file is reported in an "Error" box ("Error loading <path>" with the reason, line and
-  // position) and leaves the database empty, or with its built-in makes.
+  // position), and so is a value no command can hold (an unknown enumeration name, a length that
+  // is no number); either leaves the database empty, or with its built-in makes.
   void Load();
   // Writes a temporary file beside the database and renames it over the old one only once it is
   // complete, so a failed save leaves the previous file. A folder that does not exist moves the

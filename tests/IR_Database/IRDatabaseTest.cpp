@@ -172,9 +172,21 @@ TEST_F(IRDatabase, ABadFileIsReportedOnceAndLoadsNothing) {
   EXPECT_TRUE(services.Messages()[0].Text.contains("\r\nLine: 2, position: "))
       << services.Messages()[0].Text.toStdString();
 
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  file.write(
+      "<ir_database><make name=\"A\"><model name=\"B\"><rs232_command name=\"x\">"
+      "<parity>parity_purple</parity></rs232_command></model></make></ir_database>");
+  file.close();
+  const TIRDB unreadable(Path("bad.xml"), false);
+  EXPECT_EQ(unreadable.GetMakeCount(), 0);
+  ASSERT_EQ(services.Messages().size(), 2);
+  EXPECT_EQ(
+      services.Messages()[1].Text,
+      "Error loading " + Path("bad.xml") + "\r\n\r\n'parity_purple' is not a valid TParity value");
+
   const TIRDB missing(Path("none.xml"), false);
   EXPECT_EQ(missing.GetMakeCount(), 0);
-  EXPECT_EQ(services.Messages().size(), 1);
+  EXPECT_EQ(services.Messages().size(), 2);
   for (const auto& [path, shortName] : std::map<QString, QString>{{"/a/b/IR.xml", "IR"},
                                                                   {"/a/IR", "IR"},
                                                                   {"/a/x.XML.xml", "x.xml"},
