@@ -2,6 +2,8 @@
 // README tells applications to.
 #include <ButtonClasses/ButtonClasses.h>
 #include <IR/IR.h>
+#include <IR_Database/Gui/NameWidths.h>
+#include <IR_Database/IR_Database.h>
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>

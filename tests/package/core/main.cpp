@@ -2,6 +2,7 @@
 // core modules compiles on its own, without the device links or widgets.
 #include <ButtonClasses/ButtonClasses.h>
 #include <IR/IR.h>
+#include <IR_Database/IR_Database.h>
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>

@@ -1,5 +1,6 @@
 // A client of the installed package that links only NorvaRuntime::Gui: the widget pieces of every
 // module and the chief headers they build on.
+#include <IR_Database/Gui/NameWidths.h>
 #include <NorvaBusComms/Gui/BusForm.h>
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/Gui/QtUIServices.h>
