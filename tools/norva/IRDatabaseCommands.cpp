@@ -140,7 +140,7 @@ int RunIRDatabase(TArguments& arguments, QTextStream& out) {
   const std::optional<QString> model = arguments.TakeOption(QStringLiteral("--model"));
   const QStringList values = arguments.Positional();
   if (values.size() < 2) throw EUsage(QStringLiteral("irdb needs FILE and list, name or import"));
-  const QString action = values[1];
+  const QString& action = values[1];
   const QStringList rest = values.mid(2);
   if (action != QStringLiteral("import") && (make || model))
     throw EUsage(QStringLiteral("--make and --model belong to irdb import"));
