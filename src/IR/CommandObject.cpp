@@ -138,7 +138,7 @@ void TCommandObject::Load(pugi::xml_node element) {
   if (const pugi::xml_attribute category = element.attribute("category"))
     SetCategory(XMLValue(category.value()));
   if (const pugi::xml_attribute guid = element.attribute("guid"))
-    SetGUIDString(QString::fromUtf8(guid.value()));
+    SetGUID(StringToGUID(QUtf8StringView(guid.value())));
   for (pugi::xml_node child : element.children()) {
     if (child.type() == pugi::node_element) LoadElement(child);
   }

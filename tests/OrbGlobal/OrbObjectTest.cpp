@@ -6,6 +6,7 @@
 #include <OrbGlobal/Model/ListItemObject.h>
 #include <OrbGlobal/Model/OrbClassRegistry.h>
 #include <OrbGlobal/Model/OrbErrors.h>
+#include <OrbGlobal/Model/OrbGuid.h>
 #include <OrbGlobal/Model/OrbInterfaces.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
@@ -97,9 +98,15 @@ TEST_F(OrbObjectTest, GUIDStringUsesTheRegistryFormAndRejectsOthers) {
   EXPECT_EQ(document.GetGUIDString(), QStringLiteral("{6F9619FF-8B86-D011-B42D-00CF4FC964FF}"));
   for (const char* bad :
        {"6F9619FF-8B86-D011-B42D-00CF4FC964FF", "{6F9619FF-8B86-D011-B42D-00CF4FC964F}",
-        "{6F9619FF+8B86-D011-B42D-00CF4FC964FF}", "{6F9619FG-8B86-D011-B42D-00CF4FC964FF}", ""}) {
-    EXPECT_THROW(document.SetGUIDString(QString::fromLatin1(bad)), EConvertError) << bad;
+        "{6F9619FF+8B86-D011-B42D-00CF4FC964FF}", "{6F9619FG-8B86-D011-B42D-00CF4FC964FF}", "",
+        "{6F9619FF-8B86-D011-B42D-00CF4FC964\xC3\xA9}"}) {
+    EXPECT_THROW(document.SetGUIDString(QString::fromUtf8(bad)), EConvertError) << bad;
+    // Read straight from a file's bytes, and from class information, the rule is the same.
+    EXPECT_THROW(StringToGUID(QUtf8StringView(bad)), EConvertError) << bad;
+    EXPECT_THROW(StringToGUID(QLatin1StringView(bad)), EConvertError) << bad;
   }
+  EXPECT_EQ(StringToGUID(QUtf8StringView("{6f9619ff-8b86-d011-b42d-00cf4fc964ff}")),
+            document.GetGUID());
   EXPECT_EQ(document.GetGUIDString(), QStringLiteral("{6F9619FF-8B86-D011-B42D-00CF4FC964FF}"));
 }
 

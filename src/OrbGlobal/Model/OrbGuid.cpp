@@ -10,17 +10,24 @@ constexpr qsizetype RegistryFormLength = 38;
 
 bool IsHyphenPosition(qsizetype i) { return i == 9 || i == 14 || i == 19 || i == 24; }
 
-bool IsHexDigit(QChar c) {
+bool IsHexDigit(char32_t c) {
   return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
 }
 
+char32_t CodeAt(QStringView text, qsizetype i) { return text[i].unicode(); }
+char32_t CodeAt(QLatin1StringView text, qsizetype i) { return text[i].unicode(); }
+// A byte of a multi-byte character is no ASCII character either.
+char32_t CodeAt(QUtf8StringView text, qsizetype i) { return static_cast<unsigned char>(text[i]); }
+
 // QUuid alone would also take the form without braces; files and the registry always have them.
-bool IsRegistryForm(const QString& text) {
-  if (text.size() != RegistryFormLength || text.front() != u'{' || text.back() != u'}') {
-    return false;
-  }
+// Any other character than an ASCII one fails, in whichever encoding the text comes.
+template <typename TView>
+bool IsRegistryForm(TView text) {
+  if (text.size() != RegistryFormLength) return false;
+  const auto at = [&text](qsizetype i) { return CodeAt(text, i); };
+  if (at(0) != u'{' || at(RegistryFormLength - 1) != u'}') return false;
   for (qsizetype i = 1; i < RegistryFormLength - 1; ++i) {
-    const bool ok = IsHyphenPosition(i) ? text.at(i) == u'-' : IsHexDigit(text.at(i));
+    const bool ok = IsHyphenPosition(i) ? at(i) == u'-' : IsHexDigit(at(i));
     if (!ok) return false;
   }
   return true;
@@ -30,9 +37,9 @@ bool IsRegistryForm(const QString& text) {
 
 QString GUIDToString(const QUuid& guid) { return guid.toString(QUuid::WithBraces).toUpper(); }
 
-QUuid StringToGUID(const QString& text) {
-  if (!IsRegistryForm(text)) {
-    throw EConvertError(QStringLiteral("'%1' is not a valid GUID value").arg(text));
+QUuid StringToGUID(QAnyStringView text) {
+  if (!text.visit([](auto view) { return IsRegistryForm(view); })) {
+    throw EConvertError(QStringLiteral("'%1' is not a valid GUID value").arg(text.toString()));
   }
   return QUuid::fromString(text);
 }
