@@ -7,30 +7,53 @@
 #include <OrbGlobal/Xml/XmlBuilding.h>
 
 #include <algorithm>
+#include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace norva {
 
 namespace {
 
-// The children of a list element that are commands, in the order they are read.
+// The command class of each element name met while reading one list: a list holds thousands of
+// elements of a handful of names, which are looked up once each.
+class TElementClasses {
+ public:
+  TOrbObjectClass Of(const char* name) {
+    for (const auto& [known, cls] : mKnown) {
+      if (known == name) return cls;
+    }
+    const TOrbObjectClass cls = CommandClassOfElement(QString::fromUtf8(name));
+    mKnown.emplace_back(name, cls);
+    return cls;
+  }
+
+ private:
+  std::vector<std::pair<std::string_view, TOrbObjectClass>> mKnown;
+};
+
+// The children of a list element that are commands, in the order they are read. An index counts
+// among the element's nodes of every kind, so one at or past their number is ignored.
 std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> CommandElements(pugi::xml_node element,
                                                                         bool indexed) {
   std::vector<std::tuple<long long, pugi::xml_node, TOrbObjectClass>> found;
-  const auto nodeCount = static_cast<long long>(std::distance(element.begin(), element.end()));
+  TElementClasses classes;
+  long long nodeCount = 0;
   long long order = 0;
   for (pugi::xml_node child : element.children()) {
+    ++nodeCount;
     if (child.type() != pugi::node_element) continue;
-    const TOrbObjectClass cls = CommandClassOfElement(QString::fromUtf8(child.name()));
+    const TOrbObjectClass cls = classes.Of(child.name());
     if (!cls) continue;
     long long key = order++;
     if (indexed) {
       bool ok = false;
-      key = QString::fromUtf8(child.attribute("index").value()).toLongLong(&ok);
-      if (!ok || key < 0 || key >= nodeCount) continue;
+      key = QByteArrayView(child.attribute("index").value()).toLongLong(&ok);
+      if (!ok || key < 0) continue;
     }
     found.emplace_back(key, child, cls);
   }
+  std::erase_if(found, [nodeCount](const auto& item) { return std::get<0>(item) >= nodeCount; });
   std::stable_sort(found.begin(), found.end(),
                    [](const auto& a, const auto& b) { return std::get<0>(a) < std::get<0>(b); });
   std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> elements;

@@ -8,7 +8,9 @@
 #include <QSaveFile>
 #include <QStringConverter>
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace norva {
 
@@ -82,15 +84,25 @@ class TWritableMaker : public pugi::xml_tree_walker {
   }
 };
 
+// Keeps pugixml's output in the pieces it comes in and joins them once at the end: growing one
+// array instead copied a large document over and over as it grew.
 class TByteArrayWriter : public pugi::xml_writer {
  public:
   void write(const void* data, size_t size) override {
-    mBytes.append(static_cast<const char*>(data), static_cast<qsizetype>(size));
+    mPieces.emplace_back(static_cast<const char*>(data), size);
+    mSize += size;
   }
-  QByteArray Take() { return std::move(mBytes); }
+  QByteArray Take() {
+    QByteArray bytes;
+    bytes.reserve(static_cast<qsizetype>(mSize));
+    for (const std::string& piece : mPieces) bytes.append(piece.data(), std::ssize(piece));
+    mPieces.clear();
+    return bytes;
+  }
 
  private:
-  QByteArray mBytes;
+  std::vector<std::string> mPieces;
+  std::size_t mSize = 0;
 };
 
 QByteArray WriteAsItIs(const pugi::xml_document& document) {
