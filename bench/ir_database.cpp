@@ -8,8 +8,8 @@
 #include <OrbGlobal/Xml/XmlDocument.h>
 #include <support/Corpus.h>
 
-#include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -18,8 +18,10 @@
 
 namespace {
 
+// A folder of this run's own: a database file left by an earlier run would be read and grown.
 QString TemporaryPath(const char* name) {
-  return QDir::temp().filePath(QStringLiteral("norva-bench-%1").arg(QLatin1String(name)));
+  static const QTemporaryDir folder;
+  return folder.filePath(QLatin1String(name));
 }
 
 int NativeStreamCount(const norva::TIRDB& database) {
