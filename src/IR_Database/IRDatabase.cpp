@@ -8,6 +8,7 @@
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Undo/UndoControl.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
 #include <OrbGlobal/Xml/XmlDocument.h>
 #include <OrbGlobal/Xml/XmlErrors.h>
 #include <OrbGlobal/Xml/XmlLookup.h>
@@ -19,15 +20,6 @@
 namespace norva {
 
 namespace {
-
-// Keeps the busy cursor on for as long as it lives.
-class TBusyCursor {
- public:
-  TBusyCursor() { UIServices().SetBusyCursor(true); }
-  ~TBusyCursor() { UIServices().SetBusyCursor(false); }
-  TBusyCursor(const TBusyCursor&) = delete;
-  TBusyCursor& operator=(const TBusyCursor&) = delete;
-};
 
 // Walks every IR stream of the models of the database, in order, with its model.
 template <typename Visit>
@@ -115,18 +107,16 @@ void TIRDB::AssignTo(QObject* dest) const {
 }
 
 void TIRDB::Load() {
-  DisableUndo();
+  const TUndoSuspended undoOff;
   BeginUpdate();
   try {
     Clear();
     LoadFile(GetFilename());
   } catch (...) {
     EndUpdate();
-    EnableUndo();
     throw;
   }
   EndUpdate();
-  EnableUndo();
 }
 
 void TIRDB::LoadFile(const QString& path) {
@@ -168,9 +158,7 @@ void TIRDB::Save() {
   QString path = GetFilename();
   try {
     pugi::xml_document document;
-    document.append_child(pugi::node_pi).set_name("xml");
-    document.first_child().set_value("version='1.0'");
-    pugi::xml_node root = document.append_child("ir_database");
+    const pugi::xml_node root = StartXMLDocument(document, "ir_database");
     for (int i = 0; i < GetMakeCount(); ++i) GetMake(i)->Save(root);
 
     const QString folder = QFileInfo(path).absolutePath();

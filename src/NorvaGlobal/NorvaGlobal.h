@@ -2,6 +2,7 @@
 // Core vocabulary: zones and their byte encoding, sources, presets, device and keypad types, USB
 // command and notification codes, device error codes and their messages.
 
+#include <NorvaGlobal/Clock.h>
 #include <NorvaGlobal/DebugOutput.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/EnumSet.h>

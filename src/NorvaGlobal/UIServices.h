@@ -65,4 +65,13 @@ class TScopedUIServices {
   TUIServices* mPrevious;
 };
 
+// The busy cursor for one scope: on at construction, off when the scope ends however it ends.
+class TBusyCursor {
+ public:
+  TBusyCursor() { UIServices().SetBusyCursor(true); }
+  ~TBusyCursor() { UIServices().SetBusyCursor(false); }
+  TBusyCursor(const TBusyCursor&) = delete;
+  TBusyCursor& operator=(const TBusyCursor&) = delete;
+};
+
 }  // namespace norva

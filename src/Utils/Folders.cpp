@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <utility>
+
 namespace norva {
 
 namespace {
@@ -43,6 +45,11 @@ QString Created(const QString& path) {
   return path;
 }
 
+QString& AutoSaveChoice() {
+  static QString folder;
+  return folder;
+}
+
 }  // namespace
 
 QString GetAppPath() {
@@ -76,8 +83,11 @@ QString GetMyDocumentsPath() {
 QString GetFirmwarePath() { return Below(GetFolderPath(folderDocuments), FirmwareFolder); }
 
 QString GetAutoSaveDir() {
+  if (!AutoSaveChoice().isEmpty()) return Created(WithoutTrailingSlash(AutoSaveChoice()));
   return Created(Below(GetMyDocumentsPath(), QStringLiteral("autosave")));
 }
+
+QString SetAutoSaveDir(const QString& folder) { return std::exchange(AutoSaveChoice(), folder); }
 
 QString GetRecentPath() { return GetFolderPath(folderRecent); }
 

@@ -31,8 +31,12 @@ QString GetCommonAppDataPath();
 QString GetMyDocumentsPath();
 // Documents + "/Norva Firmwares/"; not created.
 QString GetFirmwarePath();
-// GetMyDocumentsPath() + "autosave" (no trailing '/'), created when absent.
+// GetMyDocumentsPath() + "autosave" (no trailing '/'), or the folder SetAutoSaveDir chose; created
+// when absent.
 QString GetAutoSaveDir();
+// Keeps auto-saves in `folder` instead (an application's own choice, a test's temporary folder);
+// an empty string restores the folder below the documents. Returns the previous choice.
+QString SetAutoSaveDir(const QString& folder);
 QString GetRecentPath();
 // File systems here have no short (8.3) names, so every path is already in its long form: the path
 // is returned unchanged.

@@ -7,6 +7,7 @@
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <Testing/RecordingUIServices.h>
+#include <support/FileSizeLimit.h>
 #include <support/QtPrinters.h>
 
 #include <QDir>
@@ -15,9 +16,6 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <sys/resource.h>
-#include <csignal>
 
 using namespace norva;
 
@@ -129,20 +127,13 @@ TEST_F(IRDatabase, FilesReadBackMergingMakesAndKeepingThePreviousFileWhenASaveFa
   TIRDB writable(Path("IR.xml"), false);
   AddStream(writable.GetMake(0)->GetModel(0), "Mute", codes[2]);
   const QByteArray before = FileBytes(Path("IR.xml"));
-  struct rlimit previous {};
-  getrlimit(RLIMIT_FSIZE, &previous);
-  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  struct rlimit small = previous;
-  small.rlim_cur = 64;
-  setrlimit(RLIMIT_FSIZE, &small);
   try {
+    const norva::testing::TFileSizeLimit limit(64);
     writable.Save();
     ADD_FAILURE() << "the save did not fail";
   } catch (const ENorvaError& error) {
     EXPECT_TRUE(error.Message().endsWith(" while saving " + Path("IR.xml"))) << error.what();
   }
-  setrlimit(RLIMIT_FSIZE, &previous);
-  std::signal(SIGXFSZ, oldHandler);
   EXPECT_EQ(FileBytes(Path("IR.xml")), before);
   EXPECT_TRUE(writable.GetNeedsSaving());
 

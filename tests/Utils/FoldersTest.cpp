@@ -49,6 +49,13 @@ TEST_F(Folders, DocumentFoldersAreCreatedWhereTheyMustBe) {
   EXPECT_EQ(GetAutoSaveDir(), Documents() + "/Norva Keypad Manager/autosave");
   EXPECT_TRUE(QFileInfo(GetAutoSaveDir()).isDir()) << "created with all its parents";
   EXPECT_EQ(GetMyDocumentsPath(), Documents() + "/Norva Keypad Manager/");
+
+  const QString chosen = mRoot.filePath("elsewhere/autosave");
+  EXPECT_EQ(SetAutoSaveDir(chosen + '/'), QString());
+  EXPECT_EQ(GetAutoSaveDir(), chosen);
+  EXPECT_TRUE(QFileInfo(chosen).isDir());
+  EXPECT_EQ(SetAutoSaveDir(QString()), chosen + '/');
+  EXPECT_EQ(GetAutoSaveDir(), Documents() + "/Norva Keypad Manager/autosave");
 }
 
 TEST_F(Folders, CommonAndRecentFoldersFollowTheDataFolders) {

@@ -1,6 +1,8 @@
 #pragma once
-// Drives the tick count by hand for one test; restores the system clock on exit.
+// Drives the tick count, and the date and time of day, by hand for one test; each restores the
+// system clock on exit.
 
+#include <NorvaGlobal/Clock.h>
 #include <NorvaGlobal/TickCount.h>
 
 namespace norva::testing {
@@ -17,6 +19,20 @@ class TFakeClock {
 
  private:
   TTickSource mPrevious;
+};
+
+class TFakeDateTime {
+ public:
+  explicit TFakeDateTime(const QDateTime& now);
+  ~TFakeDateTime();
+  TFakeDateTime(const TFakeDateTime&) = delete;
+  TFakeDateTime& operator=(const TFakeDateTime&) = delete;
+
+  void AdvanceMilliseconds(qint64 ms);
+  void Set(const QDateTime& now);
+
+ private:
+  TClockSource mPrevious;
 };
 
 }  // namespace norva::testing

@@ -1,5 +1,6 @@
 #include <OrbGlobal/Model/OrbObject.h>
 
+#include <NorvaGlobal/Clock.h>
 #include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Model/OrbErrors.h>
 #include <OrbGlobal/Model/OrbGuid.h>
@@ -77,7 +78,7 @@ void TOrbObject::Updated(TOrbObject* sender) {
 
 void TOrbObject::NewRevision() {
   if (mUpdateCount != 0) return;
-  const auto now = static_cast<double>(QDateTime::currentMSecsSinceEpoch());
+  const auto now = static_cast<double>(CurrentDateTime().toMSecsSinceEpoch());
   mRevision = UnixEpochDay + now / MillisecondsPerDay;
 }
 

@@ -44,15 +44,6 @@ void ReportUnsupported(const QMetaProperty& property) {
               QStringLiteral("Unsupported property type: ") + QString::fromLatin1(property.name()));
 }
 
-// Restoring builds a free-standing object; whatever its class, that must leave no history.
-class TUndoSuspended {
- public:
-  TUndoSuspended() { DisableUndo(); }
-  ~TUndoSuspended() { EnableUndo(); }
-  TUndoSuspended(const TUndoSuspended&) = delete;
-  TUndoSuspended& operator=(const TUndoSuspended&) = delete;
-};
-
 }  // namespace
 
 TSubObjectSnapshot::TSubObjectSnapshot(const TOrbObject* object) {

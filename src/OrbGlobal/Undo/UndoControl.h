@@ -11,6 +11,21 @@ void DisableUndo();
 void EnableUndo(bool clearHistory = false);
 bool UndoDisabled();
 
+// Undo switched off for one scope, however it ends. With `clearHistory`, both histories are
+// emptied once undo is on again, as a load or a clear of a whole document leaves no history.
+class TUndoSuspended {
+ public:
+  explicit TUndoSuspended(bool clearHistory = false) : mClearHistory(clearHistory) {
+    DisableUndo();
+  }
+  ~TUndoSuspended() { EnableUndo(mClearHistory); }
+  TUndoSuspended(const TUndoSuspended&) = delete;
+  TUndoSuspended& operator=(const TUndoSuspended&) = delete;
+
+ private:
+  bool mClearHistory;
+};
+
 // While save points are disabled, Maintain closes no step: multi-step operations wrapped in these
 // become one undo step.
 void DisableSavePoints();

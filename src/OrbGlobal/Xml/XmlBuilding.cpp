@@ -70,6 +70,17 @@ pugi::xml_node AddXMLDOMElement(pugi::xml_node parent, const QString& name) {
   return AppendElement(parent, name.toUtf8().constData());
 }
 
+pugi::xml_node StartXMLDocument(pugi::xml_document& document, const char* root) {
+  document.reset();
+  pugi::xml_node declaration = document.append_child(pugi::node_pi);
+  pugi::xml_node element;
+  if (declaration.set_name("xml") && declaration.set_value("version='1.0'")) {
+    element = document.append_child(root);
+  }
+  if (!element) throw EXMLError(QStringLiteral("Cannot start a document: out of memory"));
+  return element;
+}
+
 pugi::xml_node AddXMLDOMElement(pugi::xml_node parent, const char* name) {
   if (IsPlainXMLName(name)) return AppendElement(parent, name);
   return AddXMLDOMElement(parent, QString::fromUtf8(name));

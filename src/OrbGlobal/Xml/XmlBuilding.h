@@ -8,6 +8,11 @@
 
 namespace norva {
 
+// Empties `document` and starts it as every file of the application starts: the processing
+// instruction "xml" with "version='1.0'", then at once the root element `root` (a name written in
+// code), which is returned.
+pugi::xml_node StartXMLDocument(pugi::xml_document& document, const char* root);
+
 // Appends a line break ("\r\n" plus one tab per ancestor of `parent`, the document included) and
 // then a new element `name` to `parent`, and returns the element. Nothing follows the last child,
 // so the parent's end tag comes right after it. Raises EXMLError for a name that is not a valid
