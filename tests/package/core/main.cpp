@@ -3,6 +3,7 @@
 #include <ButtonClasses/ButtonClasses.h>
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
+#include <KeypadDevice/KeypadDevice.h>
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>
@@ -20,7 +21,9 @@ int main() {
       norva::XMLTextToFloat(QStringLiteral("1.5")) != 1.5 ||
       !norva::FindButtonClass(u"Power", power) ||
       power.GetName() != QStringLiteral("System / Standby") ||
-      stream.GetModulationPeriod() != 316) {
+      stream.GetModulationPeriod() != 316 ||
+      norva::AutoSavePath(QStringLiteral("/a"), QStringLiteral("/b/K.keycfg"), QTime(1, 2, 3)) !=
+          QStringLiteral("/a/K_010203.keycfg")) {
     std::fprintf(stderr, "installed package behaves wrongly\n");
     return 1;
   }

@@ -1,0 +1,154 @@
+// The flags of a keypad document through edits, saves, auto-saves, undo and redo, with real files.
+
+#include "KeypadFixture.h"
+
+namespace norva {
+namespace {
+
+using ChangeTracking = KeypadFixture;
+
+TEST_F(ChangeTracking, EditsMarkTheDocumentAndASaveWritesItAndClearsBoth) {
+  ExpectFlags(mKeypad, false, false);
+  Bind(mKeypad);
+  ExpectFlags(mKeypad, true, true);
+
+  mKeypad.SetName(Path("Lounge.keycfg"));
+  ASSERT_TRUE(mKeypad.FileSave());
+  ExpectFlags(mKeypad, false, false);
+  EXPECT_EQ(mServices.BusyDepth(), 0);
+  EXPECT_TRUE(
+      FileBytes(Path("Lounge.keycfg")).startsWith("<?xml version='1.0'?><keypad_configuration>"));
+
+  example::TWallKeypad reread;
+  ASSERT_TRUE(reread.LoadFile(Path("Lounge.keycfg")));
+  ExpectSameContents(reread, mKeypad);
+  EXPECT_EQ(reread.GetName(), Path("Lounge.keycfg"));
+}
+
+TEST_F(ChangeTracking, UndoingBackToTheSavePointRestoresTheCleanStateAndRedoMarksItAgain) {
+  mKeypad.SetName(Path("Lounge.keycfg"));
+  Bind(mKeypad);
+  ASSERT_TRUE(mKeypad.FileSave());
+
+  mKeypad.Button(2).SetCaption("Tuner");
+  MaintainUndo();
+  ExpectFlags(mKeypad, true, true);
+  Undo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(mKeypad.Button(2).GetCaption(), "Radio");
+  ExpectFlags(mKeypad, false, false);  // the change made by the undo itself marks nothing
+
+  Redo().Revert();
+  MaintainUndo();
+  EXPECT_EQ(mKeypad.Button(2).GetCaption(), "Tuner");
+  ExpectFlags(mKeypad, true, true);
+
+  // After an auto-save only the auto-save flag was clear, and only it comes back.
+  ASSERT_TRUE(mKeypad.FileAutoSave());
+  mKeypad.Button(0).SetCaption("Standby");
+  MaintainUndo();
+  Undo().Revert();
+  MaintainUndo();
+  ExpectFlags(mKeypad, true, false);
+}
+
+TEST_F(ChangeTracking, AutoSavesAreStampedWithTheClockSecondAndChangeNothingElse) {
+  mKeypad.SetName(Path("Lounge.keycfg"));
+  Bind(mKeypad);
+  ASSERT_TRUE(mKeypad.FileAutoSave());
+  ExpectFlags(mKeypad, true, false);
+  EXPECT_EQ(mKeypad.GetName(), Path("Lounge.keycfg"));
+  EXPECT_FALSE(QFile::exists(Path("Lounge.keycfg")));
+
+  // Twice in one second: one file, holding the later state.
+  mKeypad.Button(0).SetCaption("Standby");
+  mClock.AdvanceMilliseconds(900);
+  ASSERT_TRUE(mKeypad.FileAutoSave());
+  EXPECT_EQ(FilesIn(Path("autosave")), QStringList{"Lounge_142530.keycfg"});
+  example::TWallKeypad autoSaved;
+  ASSERT_TRUE(autoSaved.LoadFile(Path("autosave/Lounge_142530.keycfg")));
+  EXPECT_EQ(autoSaved.Button(0).GetCaption(), "Standby");
+
+  // The next second gets a file of its own; an unnamed document is "unnamed".
+  mClock.AdvanceMilliseconds(100);
+  ASSERT_TRUE(mKeypad.FileAutoSave());
+  example::TWallKeypad unnamed;
+  Bind(unnamed);
+  ASSERT_TRUE(unnamed.FileAutoSave());
+  EXPECT_EQ(FilesIn(Path("autosave")),
+            (QStringList{"Lounge_142530.keycfg", "Lounge_142531.keycfg", "unnamed_142531.keycfg"}));
+  EXPECT_FALSE(unnamed.HasName());
+  ExpectFlags(unnamed, true, false);
+}
+
+TEST_F(ChangeTracking, AutoSaveNamesFollowTheLastDotOfTheWholePath) {
+  const QTime time(14, 25, 30);
+  const struct {
+    const char* Folder;
+    const char* Name;
+    const char* Expected;
+  } cases[] = {
+      {"/auto", "", "/auto/unnamed_142530.keycfg"},
+      {"/auto", "/docs/Lounge.keycfg", "/auto/Lounge_142530.keycfg"},
+      {"/auto", "/docs/My.Lounge.keycfg", "/auto/My.Lounge_142530.keycfg"},
+      {"/auto", "Lounge.keycfg", "/auto/Lounge_142530.keycfg"},
+      // No extension: the time lands in a dotted folder's name, or nothing is saved.
+      {"/home/a.b/auto", "/docs/Lounge", "/home/a_142530.b/auto/Lounge"},
+      {"/auto", "/docs.old/Lounge", ""},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(AutoSavePath(c.Folder, c.Name, time), QString::fromUtf8(c.Expected)) << c.Name;
+  }
+  EXPECT_EQ(AutoSavePath("/auto", "", QTime(0, 0, 5)), "/auto/unnamed_000005.keycfg");
+
+  // Through the document: no dot, no file and the flag stays; a dotted folder, a failed write.
+  ASSERT_FALSE(mFolder.path().contains(u'.')) << "needs a temporary folder without dots";
+  mKeypad.SetName(Path("Lounge"));
+  EXPECT_FALSE(mKeypad.FileAutoSave());
+  ExpectFlags(mKeypad, true, true);
+  SetAutoSaveDir(Path("auto.saves"));
+  try {
+    mKeypad.FileAutoSave();
+    ADD_FAILURE() << "the auto-save into a missing folder did not fail";
+  } catch (const ENorvaError& error) {
+    EXPECT_TRUE(error.Message().endsWith(" while saving " + Path("auto_142530.saves/Lounge")))
+        << error.what();
+  }
+  ExpectFlags(mKeypad, true, true);
+  EXPECT_EQ(mServices.BusyDepth(), 0);
+}
+
+TEST_F(ChangeTracking, ClearEmptiesTheDocumentItsNameAndTheHistory) {
+  std::vector<QString> events;
+  mKeypad.SetOnClearing([&](TOrbObject*) { events.push_back("clearing"); });
+  mKeypad.SetOnClear([&](TOrbObject* sender) {
+    EXPECT_EQ(sender, &mKeypad);
+    events.push_back("clear");
+  });
+  mKeypad.SetName(Path("Lounge.keycfg"));
+  Bind(mKeypad);
+  mKeypad.SetFirmwareVersion(2);
+  ASSERT_GT(Undo().Count(), 0);
+
+  mKeypad.Clear();
+  EXPECT_EQ(events, (std::vector<QString>{"clearing", "clear"}));
+  EXPECT_FALSE(mKeypad.HasName());
+  ExpectSameContents(mKeypad, example::TWallKeypad());
+  ExpectFlags(mKeypad, false, false);
+  EXPECT_EQ(Undo().Count(), 0);
+}
+
+TEST_F(ChangeTracking, OnlyKeypadTypesCanBeCreated) {
+  TOrbObject owner;
+  const std::unique_ptr<TKeypadDevice> keypad =
+      CreateKeypadDevice(&example::TWallKeypad::staticMetaObject, &owner);
+  EXPECT_EQ(keypad->GetOwner(), &owner);
+  EXPECT_FALSE(keypad->IsSubComponent());
+  for (TKeypadDeviceClass cls : {&TOrbObject::staticMetaObject, &TKeypadDevice::staticMetaObject,
+                                 static_cast<const QMetaObject*>(nullptr)}) {
+    EXPECT_THROW(CreateKeypadDevice(cls), ENorvaError) << (cls ? cls->className() : "none");
+  }
+}
+
+}  // namespace
+}  // namespace norva
