@@ -5,6 +5,7 @@
 #include <IR_Database/Gui/NameWidths.h>
 #include <IR_Database/IR_Database.h>
 #include <KeypadDevice/KeypadDevice.h>
+#include <MessageDigest_5/MessageDigest_5.h>
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>
