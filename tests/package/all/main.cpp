@@ -9,6 +9,7 @@
 #include <NorvaBusComms/NorvaBusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>
+#include <OrbGraphics/OrbGraphics.h>
 #include <Testing/Testing.h>
 #include <Utils/Utils.h>
 

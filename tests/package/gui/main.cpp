@@ -8,13 +8,19 @@
 #include <OrbGlobal/Gui/OrbDragList.h>
 #include <OrbGlobal/Gui/OrbDragObject.h>
 #include <OrbGlobal/OrbGlobal.h>
+#include <OrbGraphics/OrbGraphics.h>
 #include <Utils/Utils.h>
 
 #include <cstdio>
 
 int main() {
+  // The effects run in libvips, which the package brings along as a private dependency.
+  QImage flat(8, 8, QImage::Format_RGB32);
+  flat.fill(Qt::red);
   if (norva::TNorvaBusForm::staticMetaObject.className() !=
-      QByteArrayView("norva::TNorvaBusForm")) {
+          QByteArrayView("norva::TNorvaBusForm") ||
+      norva::Resample(flat, 4, 4, norva::TResampleFilter::Lanczos3).pixel(2, 2) !=
+          qRgb(255, 0, 0)) {
     std::fprintf(stderr, "installed package behaves wrongly\n");
     return 1;
   }
