@@ -10,7 +10,7 @@ packages=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev clang-format clang-tidy
   libusb-1.0-0-dev umockdev libumockdev-dev
-  libvips-dev
+  libvips-dev fonts-dejavu-core
 )
 
 missing=()
