@@ -153,7 +153,7 @@ QByteArray TGraphicContainer::GetDataString() {
     cls = mGraphic->EncodedClass();
   }
   const QByteArray text = Base64Of(bytes);
-  if (text.isEmpty()) return text;
+  if (text.isEmpty()) return QByteArray();
   if (cls == TGraphicClass::PNG) return "TPNGObject=" + text;
   return GraphicClassName(cls).toLatin1() + '=' + text;
 }
