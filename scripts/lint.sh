@@ -4,7 +4,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$root/build/release}
-run-clang-tidy -quiet -j 2 -p "$build" "$root/(src|tools)/.*\.cpp$" >"$build/clang-tidy.log" 2>&1 || {
+run-clang-tidy -quiet -j 2 -p "$build" "$root/(src|tools|apps)/.*\.cpp$" >"$build/clang-tidy.log" 2>&1 || {
   grep -E 'error:|warning:' "$build/clang-tidy.log" | sort -u >&2
   echo "clang-tidy found problems (full log: $build/clang-tidy.log)" >&2
   exit 1

@@ -1,0 +1,55 @@
+#pragma once
+// The keypad being designed: one tile per button showing its caption, button class and command.
+// A command dropped on a tile binds it; tiles drag to each other (move, or copy with Ctrl); the
+// selected tile's caption is edited in the field below the grid. Every edit is one undo step.
+
+#include <WallKeypad.h>
+
+#include <QWidget>
+
+#include <array>
+
+class QLineEdit;
+class QLabel;
+
+namespace studio {
+
+class TButtonTile;
+
+class TKeypadView : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit TKeypadView(QWidget* parent = nullptr);
+
+  // The keypad shown (not owned); nullptr shows nothing.
+  void SetKeypad(example::TWallKeypad* keypad);
+  example::TWallKeypad* Keypad() const { return mKeypad; }
+  // Shows the keypad's state anew (after a load, an undo, any change).
+  void Refresh();
+
+  int Selected() const { return mSelected; }
+  void Select(int index);
+  TButtonTile* Tile(int index) const { return mTiles.at(static_cast<std::size_t>(index)); }
+  QLineEdit* CaptionEditor() const { return mCaption; }
+
+  // Edits, each closed as one undo step.
+  void Bind(int index, const QString& guid, const QString& name,
+            const norva::TButtonClass& buttonClass);
+  void SetCaption(int index, const QString& caption);
+  void CopyButton(int from, int to);
+  void MoveButton(int from, int to);
+  void ClearButton(int index);
+
+ signals:
+  void Edited();
+
+ private:
+  std::array<TButtonTile*, example::TWallKeypad::ButtonCount> mTiles{};
+  QLineEdit* mCaption;
+  QLabel* mSelectedLabel;
+  example::TWallKeypad* mKeypad = nullptr;
+  int mSelected = 0;
+};
+
+}  // namespace studio
