@@ -171,17 +171,13 @@ bool TStudioWindow::FileSaveAs() {
   return FileSave();
 }
 
-void TStudioWindow::EditUndo() {
-  if (!norva::Undo().CanRevert()) return;
-  norva::Undo().Revert();
-  norva::MaintainUndo();
-  mView->Refresh();
-  ShowState();
-}
+void TStudioWindow::EditUndo() { Revert(norva::Undo()); }
 
-void TStudioWindow::EditRedo() {
-  if (!norva::Redo().CanRevert()) return;
-  norva::Redo().Revert();
+void TStudioWindow::EditRedo() { Revert(norva::Redo()); }
+
+void TStudioWindow::Revert(norva::TUndo& history) {
+  if (!history.CanRevert()) return;
+  history.Revert();
   norva::MaintainUndo();
   mView->Refresh();
   ShowState();

@@ -16,7 +16,8 @@
 
 namespace norva {
 class TCaptionedDockPanel;
-}
+class TUndo;
+}  // namespace norva
 
 namespace studio {
 
@@ -63,6 +64,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
  private:
   void BuildMenus();
   void Watch(example::TWallKeypad& keypad);
+  // One step back in `history` (the undo or the redo history).
+  void Revert(norva::TUndo& history);
   void ShowError(const std::exception& error, const QString& caption);
 
   std::unique_ptr<example::TWallKeypad> mKeypad;
