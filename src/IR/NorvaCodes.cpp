@@ -246,6 +246,40 @@ QString NorvaFrameText(const TIRStreamData& frame) {
   return bytes.join(u' ');
 }
 
+std::optional<TCommandPacket> NorvaFramePacket(const TIRStreamData& frame) {
+  constexpr std::array<TPeriodID, 4> leadIn = {1, 2, 2, 3};
+  if (frame.ModulationPeriod != kNativeModulationPeriod || frame.Lengths[0] != kOneMs ||
+      frame.Lengths[1] != kThreeMs || frame.Lengths[kZeroBitID] != kOneMs ||
+      frame.Lengths[kOneBitID] != kTwoMs)
+    return std::nullopt;
+  const int end = frame.GetEndPos(true);
+  const int bits = end - static_cast<int>(leadIn.size());
+  if (bits < 3 * 8 || bits % 8 != 0) return std::nullopt;
+  for (std::size_t i = 0; i < leadIn.size(); ++i) {
+    if (frame.Pairs[i].OnID != 0 || frame.Pairs[i].OffID != leadIn[i]) return std::nullopt;
+  }
+  QByteArray bytes;
+  int value = 0;
+  for (int i = static_cast<int>(leadIn.size()); i < end; ++i) {
+    const TPeriodIDPair& pair = frame.Pairs[static_cast<std::size_t>(i)];
+    if (pair.OnID != 0 || (pair.OffID != kZeroBitID && pair.OffID != kOneBitID))
+      return std::nullopt;
+    value = value << 1 | (pair.OffID == kOneBitID ? 1 : 0);
+    if ((i - static_cast<int>(leadIn.size())) % 8 == 7) {
+      bytes.append(static_cast<char>(value));
+      value = 0;
+    }
+  }
+  std::uint8_t sum = 0;
+  for (const char byte : bytes)
+    sum = static_cast<std::uint8_t>(sum + static_cast<std::uint8_t>(byte));
+  if (sum != 0) return std::nullopt;
+  TCommandPacket packet =
+      BuildCommandPacket(static_cast<TCommand>(bytes[0]), static_cast<std::uint8_t>(bytes[1]));
+  packet.SetDataBytes(bytes.mid(2, bytes.size() - 3));
+  return packet;
+}
+
 std::optional<TButtonClass> NorvaCommandButtonClass(TNorvaCommand command) {
   // The keypad firmware's own function numbers.
   int function = 0;

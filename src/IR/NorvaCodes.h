@@ -5,6 +5,7 @@
 
 #include <ButtonClasses/ButtonClass.h>
 #include <IR/IRStreamData.h>
+#include <NorvaBusComms/CommandPacket.h>
 
 #include <QString>
 
@@ -34,6 +35,11 @@ TIRStreamData LegacyRelayFrame(std::uint8_t a, std::uint8_t b);
 QString NorvaCategory(int zone, TNorvaCommandType type);
 // The bytes a native frame carries, checksum left out, as "01 FF 04".
 QString NorvaFrameText(const TIRStreamData& frame);
+// The bus packet that asks an amplifier for what a native frame does: the frame's command group
+// as the command, its zone byte as the zone, its command bytes as the data. Nothing when the
+// stream is no native frame (other timings or lead-in, a bit that is neither 1 nor 2 ms, fewer
+// than three bytes, or a wrong checksum); the older relay frame has no packet either.
+std::optional<TCommandPacket> NorvaFramePacket(const TIRStreamData& frame);
 // The Norva keypad function that does what the command does, if there is one.
 std::optional<TButtonClass> NorvaCommandButtonClass(TNorvaCommand command);
 

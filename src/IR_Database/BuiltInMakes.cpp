@@ -2,6 +2,8 @@
 
 #include <IR/NorvaIRStream.h>
 
+#include <QUuid>
+
 namespace norva {
 
 namespace {
@@ -9,6 +11,22 @@ namespace {
 constexpr int kRelayModules = 16;
 constexpr int kLastZone = 95;
 constexpr int kLastBankZone = 31;
+
+// The built-in codes are made anew in every run; a GUID made from what a code is (kind of device,
+// zone, command) keeps a keypad button's reference to it valid from one run to the next.
+QUuid NativeCodeGUID(TNorvaCommandType type, int zone, int command) {
+  return {0x6E617476,
+          0x636F,
+          0x6465,
+          static_cast<uchar>(type),
+          static_cast<uchar>(zone),
+          static_cast<uchar>(command),
+          0,
+          0,
+          0,
+          0,
+          0};
+}
 
 }  // namespace
 
@@ -37,6 +55,7 @@ TNorvaCommandGroup::TNorvaCommandGroup(TOrbObject* owner, TNorvaCommandType type
     if (!NorvaFunctionUseful(code, zone, type)) continue;
     auto* stream = new TNorvaIRStream(this);
     stream->SetNorva(zone, code, type);
+    stream->SetGUID(NativeCodeGUID(type, zone, command));
     AddCommandObject(stream);
   }
 }
@@ -49,6 +68,7 @@ TNorvaCommandGroup* TNorvaCommandGroup::RelayModule(TOrbObject* owner, int modul
   for (int letter = FirstSw6Cmd; letter <= LastSw6Cmd; ++letter) {
     auto* stream = new TNorvaIRStream(group);
     stream->SetNorvaSw6(module, static_cast<TSw6Cmd>(letter));
+    stream->SetGUID(NativeCodeGUID(Sw6Command, module, letter));
     group->AddCommandObject(stream);
   }
   return group;

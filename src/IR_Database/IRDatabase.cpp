@@ -88,6 +88,22 @@ TMake* TIRDB::GetMakeByName(const QString& name) const {
   return nullptr;
 }
 
+TModel* TIRDB::GetOrAddModel(const QString& makeName, const QString& modelName) {
+  if (IsReadOnly()) return nullptr;
+  TMake* make = GetMakeByName(makeName);
+  if (!make) {
+    make = AddNewMake();
+    make->SetName(makeName);
+  }
+  if (make->IsReadOnly()) return nullptr;
+  TModel* model = make->GetModelByName(modelName);
+  if (!model) {
+    model = make->AddNewModel();
+    model->SetName(modelName);
+  }
+  return model;
+}
+
 TOrbObjectList* TIRDB::GetChildList(const TOrbObject* child) const {
   return qobject_cast<const TMake*>(child) ? &mMakes : nullptr;
 }

@@ -41,6 +41,9 @@ class TIRDB : public TOrbObject {
   int GetMakeCount() const { return mMakes.Count(); }
   // The first make of that name, compared ignoring case, or none.
   TMake* GetMakeByName(const QString& name) const;
+  // The model of that name in the make of that name (both compared ignoring case), each added
+  // when missing; none when the database or the make is read-only.
+  TModel* GetOrAddModel(const QString& makeName, const QString& modelName);
 
   TOrbObjectList* GetChildList(const TOrbObject* child) const override;
   using TOrbObject::Updated;

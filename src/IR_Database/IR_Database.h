@@ -6,4 +6,5 @@
 #include <IR_Database/IRDatabase.h>
 #include <IR_Database/Make.h>
 #include <IR_Database/Model.h>
+#include <IR_Database/NamedCodes.h>
 #include <IR_Database/StreamNames.h>

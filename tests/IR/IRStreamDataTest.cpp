@@ -232,8 +232,17 @@ TEST(NorvaCodes, FramesCarryTheirBytesChecksumAndGap) {
     EXPECT_EQ(checksum, c.Checksum);
     const bool volume = c.Command == nvVolUpCmd;
     EXPECT_EQ(frame.Lengths[FirstWordEndID], volume ? 938 : 176);
+    // On the bus the frame is its group, zone byte and command bytes, checksum left out.
+    const std::optional<TCommandPacket> packet = NorvaFramePacket(frame);
+    ASSERT_TRUE(packet.has_value());
+    EXPECT_EQ(PacketText(*packet), QByteArray(c.Bytes).replace(" ", "") + "\r\n");
   }
   const TIRStreamData relay = LegacyRelayFrame(7, 'C');
+  EXPECT_FALSE(NorvaFramePacket(relay)) << "the older relay frame has no bus packet";
+  TIRStreamData spoilt = NorvaFrame(3, nvMuteCmd, AmpCommand);
+  spoilt.Pairs[9].OffID = spoilt.Pairs[9].OffID == 2 ? 3 : 2;  // one bit flipped
+  EXPECT_FALSE(NorvaFramePacket(spoilt)) << "the checksum no longer adds up";
+  EXPECT_FALSE(NorvaFramePacket(TIRStreamData{})) << "an empty stream";
   EXPECT_EQ(relay.Lengths[FirstWordEndID], 973);
   EXPECT_EQ(relay.GetEndPos(false), 15);
   EXPECT_EQ(relay.Status(), "OK");

@@ -5,6 +5,7 @@
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Model/OrbGuid.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <Testing/RecordingUIServices.h>
 #include <support/FileSizeLimit.h>
@@ -13,6 +14,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -35,6 +37,23 @@ TIRStream* AddStream(TModel* model, const QString& name, const QString& code) {
   stream->SetName(name);
   stream->SetHexCode(code);
   return stream;
+}
+
+// Every command below `group`, depth first.
+void CollectCommands(const TNorvaGroup& group, QList<const TCommandObject*>& into) {
+  for (int i = 0; i < group.GetChildObjectCount(); ++i)
+    CollectCommands(*group.GetChildObject(i), into);
+  for (int i = 0; i < group.GetCommandCount(); ++i) into << group.GetCommand(i);
+}
+
+QList<const TCommandObject*> BuiltInCommands(const TIRDB& database) {
+  QList<const TCommandObject*> commands;
+  for (int m = 0; m < database.GetMakeCount(); ++m) {
+    if (const auto* make = qobject_cast<const TNorvaIntegraMake*>(database.GetMake(m)))
+      for (int g = 0; g < make->GetNorvaCommandGroupCount(); ++g)
+        CollectCommands(*make->GetNorvaCommandGroup(g), commands);
+  }
+  return commands;
 }
 
 QByteArray FileBytes(const QString& path) {
@@ -86,6 +105,18 @@ TEST_F(IRDatabase, BuiltInMakesHoldEveryUsefulNativeCodeInTheirOrder) {
   EXPECT_EQ(integra->GetNorvaCommandGroup(0)->GetChildObject(2)->GetChildObject(31)->GetName(),
             "Zone 31");
   EXPECT_FALSE(database.GetNeedsSaving());
+
+  // Keypads refer to commands by GUID: every built-in code has its own, the same in every run.
+  const QList<const TCommandObject*> commands = BuiltInCommands(database);
+  QSet<QString> guids;
+  for (const TCommandObject* command : commands) guids.insert(command->GetGUIDString());
+  EXPECT_EQ(guids.size(), commands.size());
+  EXPECT_FALSE(guids.contains(GUIDToString(QUuid())));
+  const TIRDB other(Path("other.xml"), true);
+  const QList<const TCommandObject*> again = BuiltInCommands(other);
+  ASSERT_EQ(again.size(), commands.size());
+  for (qsizetype i = 0; i < commands.size(); i += 97)
+    EXPECT_EQ(again[i]->GetGUIDString(), commands[i]->GetGUIDString());
 }
 
 TEST_F(IRDatabase, FilesReadBackMergingMakesAndKeepingThePreviousFileWhenASaveFails) {

@@ -88,48 +88,20 @@ int Name(const TIRDB& database, const QStringList& words, QTextStream& out) {
 
 int Import(TIRDB& database, const QStringList& values, const QString& makeName,
            const QString& modelName, QTextStream& out) {
-  if (database.IsPublic())
-    throw EUsage(QStringLiteral("irdb import needs a writable database (without --public)"));
   if (values.size() != 1) throw EUsage(QStringLiteral("irdb import needs one TSV file"));
+  // Nothing is saved unless the file is read, so a model added here for nothing is not kept.
+  TModel* model = database.GetOrAddModel(makeName, modelName);
+  if (!model)
+    throw EUsage(QStringLiteral("irdb import needs a writable database (without --public)"));
   QFile file(values[0]);
   if (!file.open(QIODevice::ReadOnly))
     throw EUsage(QStringLiteral("cannot read %1: %2").arg(Quoted(values[0]), file.errorString()));
-  TMake* make = database.GetMakeByName(makeName);
-  if (!make) {
-    make = database.AddNewMake();
-    make->SetName(makeName);
-  }
-  TModel* model = make->GetModelByName(modelName);
-  if (!model) {
-    model = make->AddNewModel();
-    model->SetName(modelName);
-  }
-  int lineNumber = 0;
-  int added = 0;
-  int failed = 0;
-  for (const QByteArray& bytes : file.readAll().split('\n')) {
-    ++lineNumber;
-    const QString line = QString::fromUtf8(bytes).trimmed();
-    if (line.isEmpty()) continue;
-    TIRStream read;
-    read.SetName(line.section(u'\t', 0, 0));
-    try {
-      if (!line.contains(u'\t')) throw ENorvaError(QStringLiteral("no TAB between name and code"));
-      read.SetHexCode(line.section(u'\t', 1));
-      if (read.IsEmpty()) throw ENorvaError(QStringLiteral("fewer than five words"));
-    } catch (const ENorvaError& error) {
-      out << "line " << lineNumber << ": " << error.Message() << '\n';
-      ++failed;
-      continue;
-    }
-    TCommandObject* stream = model->AddNewCommandObject(&read);
-    stream->AutoAssignButtonClass();
-    ++added;
-  }
+  const TNamedCodesImport imported = ImportNamedCodes(*model, file.readAll());
+  for (const QString& failure : imported.Failures) out << failure << '\n';
   database.Save();
-  out << "added " << added << " commands to " << model->GetFullName() << ", " << failed
-      << " lines failed\n";
-  return failed == 0 ? 0 : 1;
+  out << "added " << imported.Added << " commands to " << model->GetFullName() << ", "
+      << imported.Failures.size() << " lines failed\n";
+  return imported.Failures.isEmpty() ? 0 : 1;
 }
 
 }  // namespace
