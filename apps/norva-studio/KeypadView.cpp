@@ -45,6 +45,11 @@ void TKeypadView::SetKeypad(example::TWallKeypad* keypad) {
   Refresh();
 }
 
+void TKeypadView::SetCommandNamer(std::function<QString(const QString& guid)> namer) {
+  mCommandName = std::move(namer);
+  Refresh();
+}
+
 void TKeypadView::Refresh() {
   setEnabled(mKeypad != nullptr);
   for (int i = 0; i < example::TWallKeypad::ButtonCount; ++i) {
@@ -55,7 +60,8 @@ void TKeypadView::Refresh() {
     const example::TWallKeypadButton& button = mKeypad->Button(i);
     Tile(i)->Show(button.GetCaption(),
                   button.GetButtonClass().IsNone() ? QString() : button.GetButtonClass().GetName(),
-                  button.GetCommandGUID(), i == mSelected);
+                  mCommandName ? mCommandName(button.GetCommandGUID()) : button.GetCommandGUID(),
+                  i == mSelected);
   }
   mSelectedLabel->setText(tr("Button %1 caption:").arg(mSelected + 1));
   if (mKeypad && !mCaption->hasFocus()) mCaption->setText(mKeypad->Button(mSelected).GetCaption());

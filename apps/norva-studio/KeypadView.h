@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 
 class QLineEdit;
 class QLabel;
@@ -27,6 +28,8 @@ class TKeypadView : public QWidget {
   example::TWallKeypad* Keypad() const { return mKeypad; }
   // Shows the keypad's state anew (after a load, an undo, any change).
   void Refresh();
+  // How a bound command's GUID is shown (its name in the library); by default the GUID itself.
+  void SetCommandNamer(std::function<QString(const QString& guid)> namer);
 
   int Selected() const { return mSelected; }
   void Select(int index);
@@ -49,6 +52,7 @@ class TKeypadView : public QWidget {
   QLineEdit* mCaption;
   QLabel* mSelectedLabel;
   example::TWallKeypad* mKeypad = nullptr;
+  std::function<QString(const QString&)> mCommandName;
   int mSelected = 0;
 };
 

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int CommandRole = Qt::UserRole + 1;  // the command an item shows
 constexpr int ModelRole = Qt::UserRole + 2;    // the model an item shows
+constexpr int GUIDRole = Qt::UserRole + 3;     // the command's GUID, still valid once it is gone
 
 QString ClassesText(const norva::TCommandObject& command) {
   QStringList names;
@@ -36,52 +37,82 @@ TLibraryTree::TLibraryTree(QWidget* parent) : QTreeWidget(parent) {
 }
 
 void TLibraryTree::SetDatabase(norva::TIRDB* database) {
+  if (mDatabase) mDatabase->SetOnUpdate(nullptr);
   mDatabase = database;
+  if (mDatabase) {
+    mDatabase->SetOnUpdate([this](norva::TOrbObject*) {
+      if (mStale) return;
+      mStale = true;
+      QMetaObject::invokeMethod(
+          this,
+          [this] {
+            if (mStale) Refresh();
+          },
+          Qt::QueuedConnection);
+    });
+  }
   Refresh();
 }
 
 void TLibraryTree::Refresh() {
+  mStale = false;
+  const QString current = currentItem() ? currentItem()->data(0, GUIDRole).toString() : QString();
   clear();
-  if (!mDatabase) return;
+  mByGUID.clear();
+  if (!mDatabase) {
+    emit Refreshed();
+    return;
+  }
   setUpdatesEnabled(false);
   QList<QTreeWidgetItem*> makes;
   for (int m = 0; m < mDatabase->GetMakeCount(); ++m) {
     const norva::TMake* make = mDatabase->GetMake(m);
     auto* makeItem = new QTreeWidgetItem({make->GetName()});
+    if (const auto* builtIn = qobject_cast<const norva::TNorvaIntegraMake*>(make)) {
+      for (int g = 0; g < builtIn->GetNorvaCommandGroupCount(); ++g)
+        makeItem->addChild(GroupItem(*builtIn->GetNorvaCommandGroup(g)));
+    }
     for (int i = 0; i < make->GetModelCount(); ++i) {
       norva::TModel* model = make->GetModel(i);
       auto* modelItem = new QTreeWidgetItem(makeItem, {model->GetName()});
       modelItem->setData(0, ModelRole, QVariant::fromValue(static_cast<void*>(model)));
-      QList<QTreeWidgetItem*> commands;
-      commands.reserve(model->GetCommandCount());
-      for (int c = 0; c < model->GetCommandCount(); ++c) {
-        norva::TCommandObject* command = model->GetCommand(c);
-        auto* item =
-            new QTreeWidgetItem({command->GetName(), command->Status(), ClassesText(*command)});
-        item->setData(0, CommandRole, QVariant::fromValue(static_cast<void*>(command)));
-        item->setFlags(item->flags() | Qt::ItemIsDragEnabled);
-        commands.append(item);
-      }
-      modelItem->addChildren(commands);
+      AddCommandItems(*model, *modelItem);
     }
     makes.append(makeItem);
   }
   addTopLevelItems(makes);
   setUpdatesEnabled(true);
+  if (!current.isEmpty()) Select(FindCommand(current));
+  emit Refreshed();
+}
+
+QTreeWidgetItem* TLibraryTree::GroupItem(const norva::TNorvaGroup& group) {
+  auto* item = new QTreeWidgetItem({group.GetName()});
+  for (int i = 0; i < group.GetChildObjectCount(); ++i)
+    item->addChild(GroupItem(*group.GetChildObject(i)));
+  AddCommandItems(group, *item);
+  return item;
+}
+
+void TLibraryTree::AddCommandItems(const norva::TCommandObjectList& list, QTreeWidgetItem& parent) {
+  QList<QTreeWidgetItem*> commands;
+  commands.reserve(list.GetCommandCount());
+  for (int c = 0; c < list.GetCommandCount(); ++c) {
+    norva::TCommandObject* command = list.GetCommand(c);
+    auto* item =
+        new QTreeWidgetItem({command->GetName(), command->Status(), ClassesText(*command)});
+    item->setData(0, CommandRole, QVariant::fromValue(static_cast<void*>(command)));
+    const QString guid = command->GetGUIDString();
+    item->setData(0, GUIDRole, guid);
+    item->setFlags(item->flags() | Qt::ItemIsDragEnabled);
+    commands.append(item);
+    mByGUID.insert(guid, command);
+  }
+  parent.addChildren(commands);
 }
 
 norva::TCommandObject* TLibraryTree::FindCommand(const QString& guid) const {
-  if (!mDatabase || guid.isEmpty()) return nullptr;
-  for (int m = 0; m < mDatabase->GetMakeCount(); ++m) {
-    const norva::TMake* make = mDatabase->GetMake(m);
-    for (int i = 0; i < make->GetModelCount(); ++i) {
-      const norva::TModel* model = make->GetModel(i);
-      for (int c = 0; c < model->GetCommandCount(); ++c) {
-        if (model->GetCommand(c)->GetGUIDString() == guid) return model->GetCommand(c);
-      }
-    }
-  }
-  return nullptr;
+  return mStale ? nullptr : mByGUID.value(guid);
 }
 
 QTreeWidgetItem* TLibraryTree::ItemOf(const norva::TCommandObject* command) const {
@@ -91,19 +122,38 @@ QTreeWidgetItem* TLibraryTree::ItemOf(const norva::TCommandObject* command) cons
   return nullptr;
 }
 
+norva::TCommandObject* TLibraryTree::CurrentCommand() const {
+  return mStale ? nullptr : Pointer<norva::TCommandObject>(currentItem(), CommandRole);
+}
+
+void TLibraryTree::Select(const norva::TCommandObject* command) {
+  if (QTreeWidgetItem* item = command ? ItemOf(command) : nullptr) setCurrentItem(item);
+}
+
+void TLibraryTree::EditDone() {
+  norva::MaintainUndo();
+  Refresh();
+  emit Edited();
+}
+
 norva::TModel* TLibraryTree::AddModel(const QString& makeName, const QString& modelName) {
-  if (!mDatabase) return nullptr;
-  norva::TMake* make = mDatabase->GetMakeByName(makeName);
-  if (!make) {
-    make = mDatabase->AddNewMake();
-    make->SetName(makeName);
-  }
-  norva::TModel* model = make->GetModelByName(modelName);
-  if (!model) {
-    model = make->AddNewModel();
-    model->SetName(modelName);
-  }
+  norva::TModel* model = mDatabase ? mDatabase->GetOrAddModel(makeName, modelName) : nullptr;
+  if (model) EditDone();
   return model;
+}
+
+norva::TNamedCodesImport TLibraryTree::ImportCodes(const QByteArray& text) {
+  norva::TModel* model = mDatabase && !mDatabase->IsReadOnly() ? TargetModel() : nullptr;
+  if (!model) return {0, {tr("The library is read-only.")}};
+  norva::TNamedCodesImport imported = norva::ImportNamedCodes(*model, text);
+  EditDone();
+  return imported;
+}
+
+void TLibraryTree::Rename(norva::TCommandObject& command, const QString& name) {
+  command.SetName(name);
+  EditDone();
+  Select(&command);
 }
 
 norva::TModel* TLibraryTree::TargetModel() {
@@ -111,22 +161,22 @@ norva::TModel* TLibraryTree::TargetModel() {
     if (auto* model = Pointer<norva::TModel>(item, ModelRole); model && !model->IsReadOnly())
       return model;
   }
-  return AddModel(QStringLiteral("User"), QStringLiteral("Learnt codes"));
+  return mDatabase->GetOrAddModel(QStringLiteral("User"), QStringLiteral("Learnt codes"));
 }
 
 norva::TCommandObject* TLibraryTree::PasteHexCode() {
   if (!mDatabase || mDatabase->IsReadOnly() || !norva::HexCodeInClipboard()) return nullptr;
+  // Named before it joins the database, where it would only find itself.
+  norva::TIRStream pasted;
+  pasted.SetHexCode(norva::UIServices().ClipboardText());
   norva::TModel* model = TargetModel();
-  auto* stream = static_cast<norva::TIRStream*>(
-      model->AddNewCommandObject(&norva::TIRStream::staticMetaObject));
-  stream->SetHexCode(norva::UIServices().ClipboardText());
+  if (!mDatabase->GetNames(pasted))
+    pasted.SetName(QStringLiteral("Code %1").arg(model->GetCommandCount() + 1));
+  norva::TCommandObject* stream = model->AddNewCommandObject(&pasted);
   stream->AssignNewGUID();
-  if (!mDatabase->GetNames(*stream))
-    stream->SetName(QStringLiteral("Code %1").arg(model->GetCommandCount()));
   stream->AutoAssignButtonClass();
-  norva::MaintainUndo();
-  Refresh();
-  if (QTreeWidgetItem* item = ItemOf(stream)) setCurrentItem(item);
+  EditDone();
+  Select(stream);
   return stream;
 }
 

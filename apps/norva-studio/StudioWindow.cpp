@@ -1,5 +1,6 @@
 #include "StudioWindow.h"
 
+#include <IR/NorvaCodes.h>
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
@@ -7,10 +8,14 @@
 
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QFile>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QInputDialog>
+#include <QLabel>
 #include <QMenuBar>
 #include <QSettings>
+#include <QStatusBar>
 
 namespace studio {
 
@@ -21,7 +26,7 @@ QSettings Settings() {
                    QStringLiteral("Studio"));
 }
 
-const QString FileFilter = QStringLiteral("Keypad configurations (*.keycfg)");
+const QString KeypadFilter = QStringLiteral("Keypad configurations (*.keycfg)");
 
 }  // namespace
 
@@ -30,20 +35,53 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mKeypad(std::make_unique<example::TWallKeypad>()),
       mView(new TKeypadView(this)),
       mLibrary(new TLibraryTree),
-      mLibraryPanel(new norva::TCaptionedDockPanel(tr("IR library"), QStringLiteral("library"))) {
+      mBusView(new TBusView),
+      mLink(std::make_unique<TStudioLink>(*mBusView)),
+      mLibraryPanel(new norva::TCaptionedDockPanel(tr("IR library"), QStringLiteral("library"))),
+      mBusPanel(new norva::TCaptionedDockPanel(tr("Bus"), QStringLiteral("busPanel"))),
+      mLinkState(new QLabel) {
   setObjectName(QStringLiteral("studio"));
   setCentralWidget(mView);
   mLibraryPanel->setWidget(mLibrary);
   addDockWidget(Qt::LeftDockWidgetArea, mLibraryPanel);
-  mChooseFile = [this](bool forSaving) {
-    return forSaving
-               ? QFileDialog::getSaveFileName(this, tr("Save configuration"), QString(), FileFilter)
-               : QFileDialog::getOpenFileName(this, tr("Open configuration"), QString(),
-                                              FileFilter);
+  mBusPanel->setWidget(mBusView);
+  addDockWidget(Qt::BottomDockWidgetArea, mBusPanel);
+  statusBar()->addPermanentWidget(mLinkState);
+  mChooseFile = [this](TFileRole role) {
+    switch (role) {
+      case TFileRole::OpenKeypad:
+        return QFileDialog::getOpenFileName(this, tr("Open configuration"), {}, KeypadFilter);
+      case TFileRole::SaveKeypad:
+        return QFileDialog::getSaveFileName(this, tr("Save configuration"), {}, KeypadFilter);
+      case TFileRole::OpenLibrary:
+        return QFileDialog::getSaveFileName(this, tr("Open or create an IR library"), {},
+                                            tr("IR libraries (*.xml)"), nullptr,
+                                            QFileDialog::DontConfirmOverwrite);
+      case TFileRole::ImportCodes:
+        return QFileDialog::getOpenFileName(this, tr("Import named codes"), {},
+                                            tr("Named codes (*.tsv *.txt)"));
+    }
+    return QString();
+  };
+  mAskText = [this](const QString& question, const QString& proposal) {
+    return QInputDialog::getText(this, windowTitle(), question, QLineEdit::Normal, proposal);
   };
   BuildMenus();
+  mView->SetCommandNamer([this](const QString& guid) {
+    if (guid.isEmpty()) return QString();
+    const norva::TCommandObject* command = mLibrary->FindCommand(guid);
+    return command ? command->GetName() : tr("not in the library: %1").arg(guid);
+  });
   connect(mView, &TKeypadView::Edited, this, &TStudioWindow::ShowState);
+  connect(mLibrary, &TLibraryTree::Edited, this, &TStudioWindow::SaveLibrary);
+  connect(mLibrary, &TLibraryTree::Refreshed, this, [this] {
+    mView->Refresh();  // bound commands are named from the library
+    ShowState();
+  });
+  connect(mLibrary, &QTreeWidget::currentItemChanged, this, &TStudioWindow::ShowCurrentCode);
   connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &TStudioWindow::ShowState);
+  connect(mLink.get(), &TStudioLink::StateChanged, this, &TStudioWindow::ShowState);
+  connect(mBusView, &TBusView::ConnectionChanged, this, &TStudioWindow::ShowState);
   mAutoSave.setInterval(60 * 1000);
   connect(&mAutoSave, &QTimer::timeout, this, [this] {
     if (!mKeypad->GetNeedsAutoSaving()) return;
@@ -57,7 +95,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   norva::SetKeypadClient(this);
   Watch(*mKeypad);
   mView->SetKeypad(mKeypad.get());
-  resize(900, 600);
+  resize(1000, 700);
   QSettings settings = Settings();
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());
@@ -65,6 +103,12 @@ TStudioWindow::TStudioWindow(QWidget* parent)
 }
 
 TStudioWindow::~TStudioWindow() {
+  // The link, the bus panel and the library go first, while this window can still hear of it.
+  disconnect(mBusView, nullptr, this, nullptr);
+  disconnect(mLink.get(), nullptr, this, nullptr);
+  disconnect(mLibrary, nullptr, this, nullptr);
+  mLink.reset();
+  mLibrary->SetDatabase(nullptr);
   if (norva::KeypadClient() == this) norva::SetKeypadClient(nullptr);
   mView->SetKeypad(nullptr);
 }
@@ -77,6 +121,7 @@ void TStudioWindow::BuildMenus() {
   file->addAction(tr("Save &As..."), QKeySequence::SaveAs, this, [this] { FileSaveAs(); });
   file->addSeparator();
   file->addAction(tr("E&xit"), QKeySequence::Quit, this, &QWidget::close);
+
   QMenu* edit = menuBar()->addMenu(tr("&Edit"));
   connect(edit, &QMenu::aboutToShow, this, &TStudioWindow::ShowState);
   mUndo = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, &TStudioWindow::EditUndo);
@@ -86,8 +131,48 @@ void TStudioWindow::BuildMenus() {
                            &TStudioWindow::PasteHexCode);
   edit->addAction(tr("&Clear button"), QKeySequence::Delete, this,
                   [this] { mView->ClearButton(mView->Selected()); });
+  edit->addSeparator();
+  mSend = edit->addAction(tr("S&end button's command"), QKeySequence(Qt::Key_F5), this,
+                          [this] { SendSelectedCommand(); });
+
+  QMenu* library = menuBar()->addMenu(tr("&Library"));
+  library->addAction(tr("&Open or create..."), this, [this] {
+    if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
+      OpenLibrary(path, false);
+  });
+  library->addAction(tr("Open as &public (with the built-in makes)..."), this, [this] {
+    if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
+      OpenLibrary(path, true);
+  });
+  library->addSeparator();
+  library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
+  library->addAction(tr("&Import named codes..."), this, &TStudioWindow::ImportCodes);
+  library->addAction(tr("&Rename code..."), QKeySequence(Qt::Key_F2), this,
+                     &TStudioWindow::RenameCode);
+
+  BuildConnectionMenu();
+
   QMenu* view = menuBar()->addMenu(tr("&View"));
   view->addAction(mLibraryPanel->toggleViewAction());
+  view->addAction(mBusPanel->toggleViewAction());
+  view->addAction(tr("C&lear bus log"), this, [this] { mBusView->Log().Clear(); });
+}
+
+void TStudioWindow::BuildConnectionMenu() {
+  QMenu* connection = menuBar()->addMenu(tr("&Connection"));
+  connection->addAction(tr("&Simulator"), this, [this] { mLink->ConnectSimulator(); });
+  QMenu* serial = connection->addMenu(tr("Se&rial port"));
+  connect(serial, &QMenu::aboutToShow, this, [this, serial] {
+    serial->clear();
+    const QStringList ports = norva::TNorvaBusComms::GetComPorts();
+    for (const QString& port : ports)
+      serial->addAction(port, this, [this, port] { mLink->ConnectSerial(port); });
+    if (ports.isEmpty()) serial->addAction(tr("(no serial ports found)"))->setEnabled(false);
+  });
+  connection->addAction(tr("&Ethernet..."), this, &TStudioWindow::ConnectEthernet);
+  connection->addAction(tr("&USB device"), this, [this] { mLink->ConnectUsb(); });
+  connection->addSeparator();
+  connection->addAction(tr("&Disconnect"), this, [this] { mLink->Close(); });
 }
 
 void TStudioWindow::Watch(example::TWallKeypad& keypad) {
@@ -98,6 +183,8 @@ void TStudioWindow::Watch(example::TWallKeypad& keypad) {
   });
 }
 
+QString TStudioWindow::LinkStateText() const { return mLinkState->text(); }
+
 void TStudioWindow::ShowState() {
   const QString name = mKeypad->HasName() ? mKeypad->GetName() : tr("untitled");
   setWindowTitle(tr("%1[*] - Norva Studio").arg(name));
@@ -106,23 +193,40 @@ void TStudioWindow::ShowState() {
   mRedo->setEnabled(norva::Redo().CanRevert());
   mPaste->setEnabled(norva::HexCodeInClipboard() && mLibrary->Database() &&
                      !mLibrary->Database()->IsReadOnly());
+  const norva::TCommandObject* command = SelectedCommand();
+  mSend->setEnabled(command && mLink->Bus() && mLink->Bus()->LinkUp());
+  mLinkState->setText(mLink->State());
 }
 
 void TStudioWindow::ShowError(const std::exception& error, const QString& caption) {
-  norva::UIServices().MessageBox(QString::fromUtf8(error.what()), caption,
-                                 norva::TMessageIcon::Stop, norva::TMessageButtons::OK);
+  Tell(QString::fromUtf8(error.what()), caption);
+}
+
+void TStudioWindow::Tell(const QString& text, const QString& caption) {
+  norva::UIServices().MessageBox(text, caption, norva::TMessageIcon::Stop,
+                                 norva::TMessageButtons::OK);
 }
 
 void TStudioWindow::ChooseFileName(norva::TKeypadDevice& device) {
-  const QString path = mChooseFile(true);
+  const QString path = mChooseFile(TFileRole::SaveKeypad);
   if (!path.isEmpty()) device.SetName(path);
 }
 
 void TStudioWindow::OpenLibrary(const QString& path, bool isPublic) {
+  const norva::TBusyCursor busy;
   mLibrary->SetDatabase(nullptr);
   mDatabase = std::make_unique<norva::TIRDB>(path, isPublic);
   mLibrary->SetDatabase(mDatabase.get());
-  ShowState();
+}
+
+void TStudioWindow::SaveLibrary() {
+  norva::TIRDB* database = mLibrary->Database();
+  if (!database || !database->GetNeedsSaving()) return;
+  try {
+    database->Save();
+  } catch (const std::exception& error) {
+    ShowError(error, tr("Save library"));
+  }
 }
 
 void TStudioWindow::FileNew() {
@@ -134,12 +238,11 @@ void TStudioWindow::FileNew() {
 
 bool TStudioWindow::FileOpen() {
   if (!mKeypad->CanClose(false)) return false;
-  const QString path = mChooseFile(false);
+  const QString path = mChooseFile(TFileRole::OpenKeypad);
   if (path.isEmpty()) return false;
   try {
     if (!mKeypad->LoadFile(path)) {
-      norva::UIServices().MessageBox(tr("%1 is no keypad configuration.").arg(path), tr("Open"),
-                                     norva::TMessageIcon::Stop, norva::TMessageButtons::OK);
+      Tell(tr("%1 is no keypad configuration.").arg(path), tr("Open"));
       return false;
     }
   } catch (const std::exception& error) {
@@ -162,7 +265,7 @@ bool TStudioWindow::FileSave() {
 }
 
 bool TStudioWindow::FileSaveAs() {
-  const QString path = mChooseFile(true);
+  const QString path = mChooseFile(TFileRole::SaveKeypad);
   if (path.isEmpty()) return false;
   {
     const norva::TUndoSuspended undoOff;  // where the file goes is no edit
@@ -179,13 +282,95 @@ void TStudioWindow::Revert(norva::TUndo& history) {
   if (!history.CanRevert()) return;
   history.Revert();
   norva::MaintainUndo();
+  SaveLibrary();  // an undone library edit is kept as the edit was
   mView->Refresh();
   ShowState();
 }
 
 void TStudioWindow::PasteHexCode() {
-  mLibrary->PasteHexCode();
+  try {
+    mLibrary->PasteHexCode();
+  } catch (const std::exception& error) {
+    ShowError(error, tr("Paste hex code"));
+  }
   ShowState();
+}
+
+norva::TCommandObject* TStudioWindow::SelectedCommand() const {
+  return mLibrary->FindCommand(mKeypad->Button(mView->Selected()).GetCommandGUID());
+}
+
+bool TStudioWindow::SendSelectedCommand() {
+  const norva::TCommandObject* command = SelectedCommand();
+  if (!command) {
+    Tell(tr("The selected button has no command from the library."), tr("Send"));
+    return false;
+  }
+  const auto* stream = qobject_cast<const norva::TIRStream*>(command);
+  const std::optional<norva::TCommandPacket> packet =
+      stream ? norva::NorvaFramePacket(stream->Data()) : std::nullopt;
+  if (!packet) {
+    Tell(tr("%1 is no native code: only the amplifiers' own codes go over the bus.")
+             .arg(command->GetName()),
+         tr("Send"));
+    return false;
+  }
+  if (!mBusView->Send(*packet)) {
+    Tell(tr("%1: nothing was sent.").arg(mLink->State()), tr("Send"));
+    return false;
+  }
+  return true;
+}
+
+void TStudioWindow::AddModel() {
+  const QString make = mAskText(tr("Make:"), QStringLiteral("User"));
+  if (make.isEmpty()) return;
+  const QString model = mAskText(tr("Model of %1:").arg(make), QString());
+  if (model.isEmpty()) return;
+  if (!mLibrary->AddModel(make, model))
+    Tell(tr("%1 takes no models here: the library is read-only or the make built in.").arg(make),
+         tr("Add model"));
+}
+
+void TStudioWindow::ImportCodes() {
+  const QString path = mChooseFile(TFileRole::ImportCodes);
+  if (path.isEmpty()) return;
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) {
+    Tell(tr("Cannot read %1: %2").arg(path, file.errorString()), tr("Import"));
+    return;
+  }
+  const norva::TNamedCodesImport imported = mLibrary->ImportCodes(file.readAll());
+  if (!imported.Failures.isEmpty())
+    Tell(tr("%n code(s) added; these lines could not be read:", nullptr, imported.Added) +
+             QLatin1Char('\n') + imported.Failures.mid(0, 20).join(QLatin1Char('\n')),
+         tr("Import"));
+  ShowState();
+}
+
+void TStudioWindow::RenameCode() {
+  norva::TCommandObject* command = mLibrary->CurrentCommand();
+  if (!command || command->IsReadOnly()) return;
+  const QString name = mAskText(tr("Name of the code:"), command->GetName());
+  if (name.isEmpty()) return;
+  mLibrary->Rename(*command, name);
+}
+
+void TStudioWindow::ConnectEthernet() {
+  const QString address = mAskText(tr("Address of the device (host:port):"), QString());
+  if (!address.isEmpty()) mLink->ConnectEthernet(address);
+}
+
+void TStudioWindow::ShowCurrentCode() {
+  const auto* stream = qobject_cast<const norva::TIRStream*>(mLibrary->CurrentCommand());
+  const std::optional<norva::TCommandPacket> packet =
+      stream ? norva::NorvaFramePacket(stream->Data()) : std::nullopt;
+  if (packet)
+    statusBar()->showMessage(tr("%1: native frame %2, sent on the bus as %3")
+                                 .arg(stream->GetName(), norva::NorvaFrameText(stream->Data()),
+                                      QString::fromLatin1(norva::PacketText(*packet).trimmed())));
+  else
+    statusBar()->clearMessage();
 }
 
 void TStudioWindow::closeEvent(QCloseEvent* event) {
@@ -199,6 +384,7 @@ void TStudioWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
+  SaveLibrary();
   QSettings settings = Settings();
   settings.setValue(QStringLiteral("geometry"), saveGeometry());
   settings.setValue(QStringLiteral("panels"), saveState());

@@ -1,10 +1,13 @@
 #pragma once
-// The studio's main window: the keypad being designed in the middle, the IR library in a dock
-// panel, the File and Edit menus, undo and redo on the library's global histories, a timed
-// auto-save and the close prompt. It is the application's keypad client: it chooses file names.
+// The studio's main window: the keypad being designed in the middle, the IR library and the bus
+// in dock panels, the File, Edit, Library, Connection and View menus, undo and redo on the
+// library's global histories, a timed auto-save and the close prompt. It is the application's
+// keypad client: it chooses file names.
 
+#include "BusView.h"
 #include "KeypadView.h"
 #include "LibraryPanel.h"
+#include "StudioLink.h"
 
 #include <KeypadDevice/KeypadDevice.h>
 
@@ -13,6 +16,8 @@
 
 #include <functional>
 #include <memory>
+
+class QLabel;
 
 namespace norva {
 class TCaptionedDockPanel;
@@ -28,9 +33,13 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   explicit TStudioWindow(QWidget* parent = nullptr);
   ~TStudioWindow() override;
 
-  // How a file name is asked for (a file dialog; tests answer instead). "" means none chosen.
-  using TFileChooser = std::function<QString(bool forSaving)>;
+  // What the installer is asked for: a file (by a file dialog) or a line of text (by an input
+  // box). Tests answer instead. "" means cancelled.
+  enum class TFileRole { OpenKeypad, SaveKeypad, OpenLibrary, ImportCodes };
+  using TFileChooser = std::function<QString(TFileRole role)>;
+  using TTextAsker = std::function<QString(const QString& question, const QString& proposal)>;
   void SetFileChooser(TFileChooser chooser) { mChooseFile = std::move(chooser); }
+  void SetTextAsker(TTextAsker asker) { mAskText = std::move(asker); }
   void ChooseFileName(norva::TKeypadDevice& device) override;
 
   // The IR library: a database file (created when missing), public or the user's own.
@@ -39,8 +48,11 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   example::TWallKeypad& Keypad() const { return *mKeypad; }
   TKeypadView* KeypadView() const { return mView; }
   TLibraryTree* Library() const { return mLibrary; }
+  TBusView* BusView() const { return mBusView; }
+  TStudioLink& Link() { return *mLink; }
   norva::TCaptionedDockPanel* LibraryPanel() const { return mLibraryPanel; }
   QTimer& AutoSaveTimer() { return mAutoSave; }
+  QString LinkStateText() const;
 
   // The menu commands.
   void FileNew();
@@ -50,6 +62,14 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void EditUndo();
   void EditRedo();
   void PasteHexCode();
+  // Sends the command bound to the selected button; false (and a box saying why) when it cannot.
+  bool SendSelectedCommand();
+  void AddModel();
+  void ImportCodes();
+  void RenameCode();
+  // Writes the library when it has changes; a failure is told in a box.
+  void SaveLibrary();
+  void ConnectEthernet();
 
   // Shows the title, the modified mark and which commands are possible now.
   void ShowState();
@@ -57,27 +77,40 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* UndoAction() const { return mUndo; }
   QAction* RedoAction() const { return mRedo; }
   QAction* PasteAction() const { return mPaste; }
+  QAction* SendAction() const { return mSend; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
   void BuildMenus();
+  void BuildConnectionMenu();
   void Watch(example::TWallKeypad& keypad);
   // One step back in `history` (the undo or the redo history).
   void Revert(norva::TUndo& history);
   void ShowError(const std::exception& error, const QString& caption);
+  void Tell(const QString& text, const QString& caption);
+  // The command bound to the selected button, when the library holds it.
+  norva::TCommandObject* SelectedCommand() const;
+  // What the status line says about the library's current item (a native code's frame).
+  void ShowCurrentCode();
 
   std::unique_ptr<example::TWallKeypad> mKeypad;
   std::unique_ptr<norva::TIRDB> mDatabase;
   TKeypadView* mView;
   TLibraryTree* mLibrary;
+  TBusView* mBusView;
+  std::unique_ptr<TStudioLink> mLink;
   norva::TCaptionedDockPanel* mLibraryPanel;
+  norva::TCaptionedDockPanel* mBusPanel;
+  QLabel* mLinkState;
   QAction* mUndo = nullptr;
   QAction* mRedo = nullptr;
   QAction* mPaste = nullptr;
+  QAction* mSend = nullptr;
   QTimer mAutoSave;
   TFileChooser mChooseFile;
+  TTextAsker mAskText;
 };
 
 }  // namespace studio

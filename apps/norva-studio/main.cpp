@@ -1,4 +1,5 @@
-// Norva Studio: design keypads against the IR library, on the runtime library's public API.
+// Norva Studio: design keypads against the IR library and try them on the installation, on the
+// runtime library's public API.
 #include "StudioWindow.h"
 
 #include <NorvaGlobal/Gui/QtUIServices.h>
@@ -6,15 +7,48 @@
 #include <Utils/Folders.h>
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QDir>
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Norva Studio"));
+  QCommandLineParser options;
+  options.setApplicationDescription(QStringLiteral(
+      "Designs keypads against the IR library and tries them on the installation. With no link "
+      "named, it talks to a simulated amplifier of its own."));
+  options.addHelpOption();
+  const QCommandLineOption serial(QStringLiteral("serial"), QStringLiteral("Serial port to open."),
+                                  QStringLiteral("DEVICE"));
+  const QCommandLineOption tcp(QStringLiteral("tcp"), QStringLiteral("Device on the network."),
+                               QStringLiteral("HOST:PORT"));
+  const QCommandLineOption usb(QStringLiteral("usb"),
+                               QStringLiteral("First recognised USB device."));
+  const QCommandLineOption library(QStringLiteral("library"),
+                                   QStringLiteral("IR library file (default: IR.xml in the "
+                                                  "documents folder)."),
+                                   QStringLiteral("FILE"));
+  const QCommandLineOption publicLibrary(QStringLiteral("public"),
+                                         QStringLiteral("Open the library as the public one, with "
+                                                        "the built-in makes, read-only."));
+  options.addOptions({serial, tcp, usb, library, publicLibrary});
+  options.process(app);
+
   norva::TQtUIServices services;
   const norva::TScopedUIServices installed(services);
   studio::TStudioWindow window;
-  window.OpenLibrary(QDir(norva::GetMyDocumentsPath()).filePath(QStringLiteral("IR.xml")), false);
+  window.OpenLibrary(options.isSet(library)
+                         ? options.value(library)
+                         : QDir(norva::GetMyDocumentsPath()).filePath(QStringLiteral("IR.xml")),
+                     options.isSet(publicLibrary));
   window.show();
+  if (options.isSet(serial))
+    window.Link().ConnectSerial(options.value(serial));
+  else if (options.isSet(tcp))
+    window.Link().ConnectEthernet(options.value(tcp));
+  else if (options.isSet(usb))
+    window.Link().ConnectUsb();
+  else
+    window.Link().ConnectSimulator();
   return QApplication::exec();
 }

@@ -1,19 +1,26 @@
 // The studio's main window as an installer uses it, on the offscreen platform: a code pasted into
 // the library, a command dropped on a button, the binding undone and redone, the keypad saved,
-// the window closed with and without saving, the file opened again, the panels remembered.
+// the window closed with and without saving, the file opened again; a native code sent to the
+// simulator and its echo in the bus view; codes imported and renamed; the panels remembered.
 
 #include <StudioWindow.h>
 
 #include <ButtonTile.h>
+#include <IR/IR.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGraphics/OrbGraphics.h>
+#include <PacketLog.h>
 #include <Testing/RecordingUIServices.h>
 #include <Utils/Folders.h>
 #include <support/QtPrinters.h>
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -46,7 +53,13 @@ class Studio : public ::testing::Test {
 
   std::unique_ptr<TStudioWindow> OpenWindow() {
     auto window = std::make_unique<TStudioWindow>();
-    window->SetFileChooser([this](bool) { return mFolder.filePath("Lounge.keycfg"); });
+    window->SetFileChooser([this](TStudioWindow::TFileRole role) {
+      return role == TStudioWindow::TFileRole::ImportCodes ? mFolder.filePath("remote.tsv")
+                                                           : mFolder.filePath("Lounge.keycfg");
+    });
+    window->SetTextAsker([this](const QString&, const QString&) {
+      return mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
+    });
     window->OpenLibrary(mFolder.filePath("IR.xml"), false);
     window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -70,7 +83,17 @@ class Studio : public ::testing::Test {
     QApplication::sendEvent(tile, &drop);
   }
 
+  // Waits, letting events run, until `done` or five seconds passed.
+  template <typename Predicate>
+  static bool WaitFor(Predicate done) {
+    QElapsedTimer waited;
+    waited.start();
+    while (!done() && waited.elapsed() < 5000) QTest::qWait(10);
+    return done();
+  }
+
   QTemporaryDir mFolder;
+  QStringList mAnswers;  // what the installer types, in turn
   QString mPreviousAutoSave;
   norva::TRecordingUIServices mServices;
   norva::TScopedUIServices mInstalled{mServices};
@@ -80,6 +103,14 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
   auto window = OpenWindow();
   window->ShowState();
   EXPECT_FALSE(window->PasteAction()->isEnabled()) << "nothing to paste yet";
+  // A code cut short: told in a box, nothing added.
+  mServices.SetClipboardText("0000 006D 0000 0022 0157 00AC");
+  window->ShowState();
+  ASSERT_TRUE(window->PasteAction()->isEnabled());
+  window->PasteAction()->trigger();
+  ASSERT_EQ(mServices.Messages().size(), 1);
+  EXPECT_TRUE(window->Library()->findItems("Learnt codes", Qt::MatchRecursive).isEmpty());
+  mServices.ClearMessages();
   mServices.SetClipboardText(VolumeUp);
   window->ShowState();
   ASSERT_TRUE(window->PasteAction()->isEnabled());
@@ -89,12 +120,14 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
       window->Library()->Database()->GetMakeByName("User")->GetModelByName("Learnt codes");
   ASSERT_EQ(learnt->GetCommandCount(), 1);
   norva::TCommandObject* code = learnt->GetCommand(0);
+  EXPECT_EQ(code->GetName(), "Code 1") << "a code the library does not know";
+  const QString guid = code->GetGUIDString();  // the code goes with the window
   EXPECT_NE(window->Library()->ItemOf(code), nullptr) << "the new code shows in the tree";
 
   DropOnButton(*window, *code, 2);
   const example::TWallKeypadButton& button = window->Keypad().Button(2);
   EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
-  EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), code->GetGUIDString());
+  EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), code->GetName());
   EXPECT_TRUE(window->isWindowModified());
 
   window->UndoAction()->trigger();
@@ -102,6 +135,10 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
   EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), "no command");
   window->RedoAction()->trigger();
   EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
+  window->KeypadView()->Select(2);
+  EXPECT_FALSE(window->SendSelectedCommand()) << "a learnt code has no bus packet";
+  ASSERT_FALSE(mServices.Messages().isEmpty());
+  EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
 
   // Saved under the name the chooser gives; then changed and closed without saving.
   ASSERT_TRUE(window->FileSave());
@@ -115,7 +152,8 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
 
   auto reopened = OpenWindow();
   ASSERT_TRUE(reopened->FileOpen());
-  EXPECT_EQ(reopened->Keypad().Button(2).GetCommandGUID(), code->GetGUIDString());
+  EXPECT_EQ(reopened->Keypad().Button(2).GetCommandGUID(), guid);
+  EXPECT_EQ(reopened->KeypadView()->Tile(2)->CommandText(), "Code 1") << "named from the library";
   EXPECT_NE(reopened->Keypad().Button(2).GetCaption(), "Louder") << "the change was dropped";
 
   // Changed again and saved on closing.
@@ -126,6 +164,118 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
   auto third = OpenWindow();
   ASSERT_TRUE(third->FileOpen());
   EXPECT_EQ(third->Keypad().Button(2).GetCaption(), "Louder");
+}
+
+TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus) {
+  auto window = OpenWindow();
+  window->OpenLibrary(mFolder.filePath("public.xml"), true);
+  const QList<QTreeWidgetItem*> standby =
+      window->Library()->findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
+  ASSERT_FALSE(standby.isEmpty()) << "the public library shows the built-in makes";
+  window->Library()->setCurrentItem(standby.first());
+  const auto* code = qobject_cast<norva::TIRStream*>(window->Library()->CurrentCommand());
+  ASSERT_NE(code, nullptr);
+  const std::optional<norva::TCommandPacket> expected = norva::NorvaFramePacket(code->Data());
+  ASSERT_TRUE(expected.has_value());
+  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
+      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
+
+  ASSERT_TRUE(window->Link().ConnectSimulator());
+  ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+  EXPECT_TRUE(window->LinkStateText().startsWith("Connected to the simulator"))
+      << window->LinkStateText().toStdString();
+  DropOnButton(*window, *code, 0);
+  EXPECT_EQ(window->KeypadView()->Tile(0)->CommandText(), "Standby");
+  window->KeypadView()->Select(0);
+  window->ShowState();
+  ASSERT_TRUE(window->SendAction()->isEnabled());
+  window->SendAction()->trigger();
+
+  const norva::sim::TDeviceSimulator& simulator = *window->Link().Simulator();
+  ASSERT_TRUE(WaitFor([&] { return !simulator.Received().empty(); }));
+  EXPECT_TRUE(simulator.Received().front().SameContent(*expected));
+  // Sent, echoed by the serial line, acknowledged (command + 0x80): three rows, the echo marked.
+  TPacketLog& log = window->BusView()->Log();
+  ASSERT_TRUE(WaitFor([&] { return log.rowCount() >= 3; }));
+  const auto cell = [&](int row, int column) { return log.index(row, column).data().toString(); };
+  EXPECT_EQ(cell(0, TPacketLog::EchoColumn), "sent");
+  EXPECT_EQ(cell(1, TPacketLog::EchoColumn), "echo");
+  EXPECT_EQ(cell(1, TPacketLog::DataColumn), "04");
+  EXPECT_EQ(cell(1, TPacketLog::ZoneColumn), "all");
+  EXPECT_EQ(cell(2, TPacketLog::CommandColumn), "81");
+  window->BusView()->Filter()->setText("echo");
+  EXPECT_EQ(window->BusView()->ShownRows(), 1);
+
+  // The device goes away, as an unplugged adapter does: the link is down, nothing can be sent.
+  window->Link().Simulator()->HangUp();
+  ASSERT_TRUE(WaitFor([&] { return !window->Link().Bus()->LinkUp(); }));
+  window->ShowState();
+  EXPECT_FALSE(window->SendAction()->isEnabled());
+  EXPECT_TRUE(window->LinkStateText().startsWith("Not connected"))
+      << window->LinkStateText().toStdString();
+}
+
+TEST_F(Studio, NamedCodesAreImportedIntoANewModelRenamedAndKept) {
+  QFile codes(mFolder.filePath("remote.tsv"));
+  ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
+  codes.write("Vol+\t" + VolumeUp.toUtf8() + "\nno tab here\nPower\t" +
+              "0000 006D 0000 0002 0157 00AC 0015 05ED\n");
+  codes.close();
+  auto window = OpenWindow();
+  mAnswers = {"Acme", "TV"};
+  window->AddModel();
+  const QList<QTreeWidgetItem*> tv = window->Library()->findItems("TV", Qt::MatchRecursive);
+  ASSERT_EQ(tv.size(), 1);
+  window->Library()->setCurrentItem(tv.first());
+  window->ImportCodes();
+  ASSERT_EQ(mServices.Messages().size(), 1);
+  EXPECT_TRUE(mServices.Messages().first().Text.contains("line 2: no TAB between name and code"))
+      << mServices.Messages().first().Text.toStdString();
+  const norva::TModel* model =
+      window->Library()->Database()->GetMakeByName("Acme")->GetModelByName("TV");
+  ASSERT_EQ(model->GetCommandCount(), 2);
+  QTreeWidgetItem* volume = window->Library()->ItemOf(model->GetCommand(0));
+  ASSERT_NE(volume, nullptr);
+  EXPECT_FALSE(volume->text(2).isEmpty()) << "a volume code gets its button class";
+
+  window->Library()->setCurrentItem(window->Library()->ItemOf(model->GetCommand(1)));
+  mAnswers = {"TV power"};
+  window->RenameCode();
+  EXPECT_EQ(model->GetCommand(1)->GetName(), "TV power");
+  window->UndoAction()->trigger();
+  EXPECT_EQ(model->GetCommand(1)->GetName(), "Power");
+  ASSERT_TRUE(WaitFor([&] {
+    return window->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() == 1;
+  })) << "the tree shows the undone name";
+
+  EXPECT_TRUE(window->close());
+  window.reset();
+  auto reopened = OpenWindow();
+  EXPECT_EQ(reopened->Library()->findItems("Vol+", Qt::MatchRecursive).size(), 1)
+      << "the library was saved";
+}
+
+TEST_F(Studio, ThePacketLogKeepsTheNewestRowsOnly) {
+  TPacketLog log;
+  const int total = TPacketLog::MaxRows + 1234;
+  for (int i = 0; i < total; ++i)
+    log.Append(norva::BuildCommandPacket(0x0C, 1, {i >> 16 & 0xFF, i >> 8 & 0xFF, i & 0xFF}),
+               TPacketLog::TOrigin::Received);
+  log.Flush();
+  EXPECT_EQ(log.Total(), total);
+  ASSERT_EQ(log.rowCount(), TPacketLog::MaxRows);
+  const auto data = [&](int row) {
+    return log.index(row, TPacketLog::DataColumn).data().toString();
+  };
+  EXPECT_EQ(data(TPacketLog::MaxRows - 1), QStringLiteral("%1 %2 %3")
+                                               .arg((total - 1) >> 16 & 0xFF, 2, 16, QChar('0'))
+                                               .arg((total - 1) >> 8 & 0xFF, 2, 16, QChar('0'))
+                                               .arg((total - 1) & 0xFF, 2, 16, QChar('0'))
+                                               .toUpper());
+  log.Append(norva::BuildCommandPacket(0x0D, 1), TPacketLog::TOrigin::Sent);
+  log.Flush();
+  EXPECT_EQ(log.rowCount(), TPacketLog::MaxRows) << "one in, the oldest out";
+  EXPECT_EQ(log.index(TPacketLog::MaxRows - 1, TPacketLog::CommandColumn).data(), "0D");
 }
 
 TEST_F(Studio, ThePanelLayoutIsRememberedBetweenRuns) {
