@@ -6,37 +6,40 @@ namespace studio {
 
 TPacketLog::TPacketLog(QObject* parent) : QAbstractTableModel(parent) {
   mClock.start();
-  mFlush.setInterval(FlushIntervalMs);
   mFlush.setSingleShot(true);
-  connect(&mFlush, &QTimer::timeout, this, &TPacketLog::Flush);
+  connect(&mFlush, &QTimer::timeout, this, [this] {
+    ShowPending(BatchRows);
+    // The rest follows as soon as the window has had its turn.
+    if (!mPending.empty()) mFlush.start(0);
+  });
 }
 
 void TPacketLog::Append(const norva::TCommandPacket& packet, TOrigin origin) {
-  // Only the newest rows are ever shown, so a burst longer than the table is cut here already
-  // (now and then, so that cutting costs nothing per packet).
-  if (mPending.size() >= 2 * static_cast<std::size_t>(MaxRows))
-    mPending.erase(mPending.begin(), mPending.begin() + MaxRows);
+  // Only the newest rows are ever shown, so a burst longer than the table is cut here already.
+  if (mPending.size() >= static_cast<std::size_t>(MaxRows)) mPending.pop_front();
   mPending.push_back({mClock.elapsed(), packet.Cmd, packet.Zone, origin, packet.GetDataBytes()});
   ++mTotal;
-  if (!mFlush.isActive()) mFlush.start();
+  if (!mFlush.isActive()) mFlush.start(FlushIntervalMs);
 }
 
 void TPacketLog::Flush() {
-  if (mPending.empty()) return;
-  if (mPending.size() > static_cast<std::size_t>(MaxRows))
-    mPending.erase(mPending.begin(), mPending.end() - MaxRows);
-  const auto arriving = static_cast<qsizetype>(mPending.size());
+  mFlush.stop();
+  ShowPending(mPending.size());
+}
+
+void TPacketLog::ShowPending(std::size_t count) {
+  const auto arriving = static_cast<qsizetype>(std::min(count, mPending.size()));
+  if (arriving == 0) return;
   const qsizetype excess = static_cast<qsizetype>(mRows.size()) + arriving - MaxRows;
   if (excess > 0) {
-    const auto dropped = std::min(excess, static_cast<qsizetype>(mRows.size()));
-    beginRemoveRows({}, 0, static_cast<int>(dropped - 1));
-    mRows.erase(mRows.begin(), mRows.begin() + dropped);
+    beginRemoveRows({}, 0, static_cast<int>(excess - 1));
+    mRows.erase(mRows.begin(), mRows.begin() + excess);
     endRemoveRows();
   }
   const auto first = static_cast<int>(mRows.size());
   beginInsertRows({}, first, first + static_cast<int>(arriving) - 1);
-  for (TEntry& entry : mPending) mRows.push_back(std::move(entry));
-  mPending.clear();
+  std::move(mPending.begin(), mPending.begin() + arriving, std::back_inserter(mRows));
+  mPending.erase(mPending.begin(), mPending.begin() + arriving);
   endInsertRows();
 }
 

@@ -11,7 +11,6 @@
 #include <QTimer>
 
 #include <deque>
-#include <vector>
 
 namespace studio {
 
@@ -23,12 +22,14 @@ class TPacketLog : public QAbstractTableModel {
   enum class TOrigin : std::uint8_t { Received, Echo, Sent };
   static constexpr int MaxRows = 100000;
   static constexpr int FlushIntervalMs = 100;
+  // Rows shown in one go: a filtered view matches each one, and a frame must stay short.
+  static constexpr int BatchRows = 5000;
 
   explicit TPacketLog(QObject* parent = nullptr);
 
   // Queued now, shown with the next batch.
   void Append(const norva::TCommandPacket& packet, TOrigin origin);
-  // Shows what is queued at once (the batch timer does this by itself).
+  // Shows all that is queued at once (the batch timer shows it a batch at a time).
   void Flush();
   void Clear();
   // Packets queued or shown since the start or the last Clear.
@@ -48,9 +49,11 @@ class TPacketLog : public QAbstractTableModel {
     QByteArray Data;
   };
   QString Text(const TEntry& entry, int column) const;
+  // Moves up to `count` queued packets into the table.
+  void ShowPending(std::size_t count);
 
   std::deque<TEntry> mRows;
-  std::vector<TEntry> mPending;
+  std::deque<TEntry> mPending;
   QElapsedTimer mClock;
   QTimer mFlush;
   qint64 mTotal = 0;
