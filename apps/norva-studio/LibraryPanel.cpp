@@ -6,6 +6,8 @@
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
+#include <QHeaderView>
+
 namespace studio {
 
 namespace {
@@ -31,6 +33,8 @@ T* Pointer(const QTreeWidgetItem* item, int role) {
 TLibraryTree::TLibraryTree(QWidget* parent) : QTreeWidget(parent) {
   setObjectName(QStringLiteral("library"));
   setHeaderLabels({tr("Name"), tr("Status"), tr("Button classes")});
+  header()->resizeSection(0, 240);
+  header()->resizeSection(1, 80);
   setDragEnabled(true);
   setDragDropMode(QAbstractItemView::DragOnly);
   setSelectionMode(QAbstractItemView::SingleSelection);
@@ -115,9 +119,11 @@ norva::TCommandObject* TLibraryTree::FindCommand(const QString& guid) const {
   return mStale ? nullptr : mByGUID.value(guid);
 }
 
-QTreeWidgetItem* TLibraryTree::ItemOf(const norva::TCommandObject* command) const {
+QTreeWidgetItem* TLibraryTree::ItemOf(const norva::TOrbObject* object) const {
   for (QTreeWidgetItemIterator it(const_cast<TLibraryTree*>(this)); *it; ++it) {
-    if (Pointer<norva::TCommandObject>(*it, CommandRole) == command) return *it;
+    if (Pointer<norva::TOrbObject>(*it, CommandRole) == object ||
+        Pointer<norva::TOrbObject>(*it, ModelRole) == object)
+      return *it;
   }
   return nullptr;
 }
@@ -126,8 +132,8 @@ norva::TCommandObject* TLibraryTree::CurrentCommand() const {
   return mStale ? nullptr : Pointer<norva::TCommandObject>(currentItem(), CommandRole);
 }
 
-void TLibraryTree::Select(const norva::TCommandObject* command) {
-  if (QTreeWidgetItem* item = command ? ItemOf(command) : nullptr) setCurrentItem(item);
+void TLibraryTree::Select(const norva::TOrbObject* object) {
+  if (QTreeWidgetItem* item = object ? ItemOf(object) : nullptr) setCurrentItem(item);
 }
 
 void TLibraryTree::EditDone() {
@@ -138,7 +144,9 @@ void TLibraryTree::EditDone() {
 
 norva::TModel* TLibraryTree::AddModel(const QString& makeName, const QString& modelName) {
   norva::TModel* model = mDatabase ? mDatabase->GetOrAddModel(makeName, modelName) : nullptr;
-  if (model) EditDone();
+  if (!model) return nullptr;
+  EditDone();
+  Select(model);  // where the next codes go
   return model;
 }
 

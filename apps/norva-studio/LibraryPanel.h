@@ -28,15 +28,15 @@ class TLibraryTree : public QTreeWidget {
 
   // The command with this GUID, or nullptr.
   norva::TCommandObject* FindCommand(const QString& guid) const;
-  // The tree item of a command, or nullptr.
-  QTreeWidgetItem* ItemOf(const norva::TCommandObject* command) const;
+  // The tree item of a command or model, or nullptr.
+  QTreeWidgetItem* ItemOf(const norva::TOrbObject* object) const;
   // The command of the current item, or nullptr.
   norva::TCommandObject* CurrentCommand() const;
 
   // A hex code pasted from the clipboard as a new IR command; nullptr when the clipboard holds
   // none. A code that cannot be read raises ENorvaError, and nothing is added.
   norva::TCommandObject* PasteHexCode();
-  // Nullptr when the database or the make is read-only.
+  // The model, made current; nullptr when the database or the make is read-only.
   norva::TModel* AddModel(const QString& make, const QString& model);
   norva::TNamedCodesImport ImportCodes(const QByteArray& text);
   // Edits, each one undo step.
@@ -59,7 +59,7 @@ class TLibraryTree : public QTreeWidget {
   void AddCommandItems(const norva::TCommandObjectList& list, QTreeWidgetItem& parent);
   // One edit done: one undo step, the tree shown anew, Edited.
   void EditDone();
-  void Select(const norva::TCommandObject* command);
+  void Select(const norva::TOrbObject* object);
 
   norva::TIRDB* mDatabase = nullptr;
   QHash<QString, norva::TCommandObject*> mByGUID;  // as the tree was last built

@@ -95,7 +95,9 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   norva::SetKeypadClient(this);
   Watch(*mKeypad);
   mView->SetKeypad(mKeypad.get());
-  resize(1000, 700);
+  resize(1200, 800);
+  resizeDocks({mLibraryPanel}, {460}, Qt::Horizontal);
+  resizeDocks({mBusPanel}, {240}, Qt::Vertical);
   QSettings settings = Settings();
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());

@@ -1,0 +1,178 @@
+// Takes the pictures of the studio's main window that the documentation shows, by driving the
+// window as an installer would: codes imported and pasted into a library, commands bound to the
+// keypad's buttons, a native code sent to the simulator with the bus panel showing the answers.
+// Usage: norva-studio-screenshots OUTPUT_FOLDER (docs/images/ for the documentation's copies).
+#include "StudioWindow.h"
+
+#include <IR/IR.h>
+#include <Testing/RecordingUIServices.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+#include <cstdio>
+
+namespace {
+
+// A remote control's volume-up code, in Pronto hex.
+const QString VolumeUp = QStringLiteral(
+    "0000 006D 0000 0022 0157 00AC 0015 0016 0015 0016 0015 0041 0015 0016 0015 0016 "
+    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0016 0015 0041 0015 0041 "
+    "0015 0041 0015 0041 0015 0041 0015 0016 0015 0016 0015 0016 0015 0041 0015 0016 "
+    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
+    "0015 0041 0015 0041 0015 0041 0015 05ED");
+
+// Codes of real remote controls (tests/data/ir/pronto-codes.tsv).
+const char NamedCodes[] =
+    "Volume+\t0000 006B 000D 000C 004A 0025 0025 0025 0025 0025 0025 0013 0013 0013 0013 0025 "
+    "0025 0013 0013 0025 0013 0013 0013 0013 0025 0013 0013 0025 0013 073D 004A 0025 "
+    "0025 0025 0025 0025 0013 0013 0025 0013 0013 0025 0025 0013 0013 0025 0013 0013 "
+    "0025 0025 0025 0025 0013 073D\n"
+    "Volume-\t0000 006B 000C 000D 004A 0025 0025 0025 0025 0025 0025 0013 0013 0025 0013 0013 "
+    "0025 0013 0013 0025 0013 0013 0025 0025 0025 0025 0013 073D 004A 0025 0025 0025 "
+    "0025 0025 0013 0013 0025 0025 0013 0013 0025 0013 0013 0025 0013 0013 0013 0013 "
+    "0013 0013 0025 0025 0013 073D\n"
+    "mute\t0000 006B 000E 000E 004A 0025 0025 0025 0025 0025 0025 0013 0013 0013 0013 0013 "
+    "0013 0013 0013 0013 0013 0025 0013 0013 0025 0013 0013 0013 0013 0025 0013 073D "
+    "004A 0025 0025 0025 0025 0025 0013 0013 0025 0013 0013 0013 0013 0013 0013 0013 "
+    "0013 0025 0013 0013 0013 0013 0025 0013 0013 0025 0013 073D\n"
+    "power_off\t0000 0070 0000 0032 0080 0040 0010 0010 0010 0030 0010 0010 0010 0010 0010 0010 "
+    "0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 "
+    "0010 0030 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0030 "
+    "0010 0030 0010 0010 0010 0030 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 "
+    "0010 0010 0010 0010 0010 0010 0010 0030 0010 0030 0010 0030 0010 0030 0010 0030 "
+    "0010 0030 0010 0010 0010 0010 0010 0030 0010 0030 0010 0030 0010 0030 0010 0010 "
+    "0010 0010 0010 0010 0010 0030 0010 0ACD\n"
+    "power_on\t0000 0070 0000 0032 0080 0040 0010 0010 0010 0030 0010 0010 0010 0010 0010 0010 "
+    "0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 "
+    "0010 0030 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 0030 "
+    "0010 0030 0010 0010 0010 0030 0010 0010 0010 0010 0010 0010 0010 0010 0010 0010 "
+    "0010 0010 0010 0010 0010 0010 0010 0010 0010 0030 0010 0030 0010 0030 0010 0030 "
+    "0010 0030 0010 0010 0010 0010 0010 0010 0010 0030 0010 0030 0010 0030 0010 0010 "
+    "0010 0010 0010 0010 0010 0030 0010 0ACD\n"
+    "HDMI 2\t0000 006B 0000 001A 008E 008E 0012 0047 0012 0047 0012 0047 0012 0047 0012 0047 "
+    "0012 0024 0012 0047 0012 0047 0012 0024 0012 0047 0012 0047 0012 0024 0012 0024 "
+    "0012 0024 0012 0024 0012 0024 0012 0024 0012 0047 0012 0024 0012 0024 0012 0047 "
+    "0012 0024 0012 0024 0012 0047 0012 011D\n"
+    "HDMI 3\t0000 006B 0000 001A 008E 008E 0012 0047 0012 0047 0012 0047 0012 0047 0012 0047 "
+    "0012 0024 0012 0047 0012 0047 0012 0024 0012 0047 0012 0024 0012 0047 0012 0024 "
+    "0012 0024 0012 0024 0012 0024 0012 0024 0012 0047 0012 0024 0012 0024 0012 0047 "
+    "0012 0024 0012 0047 0012 0024 0012 011D\n";
+
+void Pump(int ms) {
+  QElapsedTimer timer;
+  timer.start();
+  while (timer.elapsed() < ms) QApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+bool Save(QWidget& window, const QDir& folder, const char* name) {
+  Pump(100);
+  const QString path = folder.filePath(QString::fromLatin1(name));
+  if (!window.grab().save(path)) {
+    std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
+    return false;
+  }
+  std::printf("wrote %s\n", qPrintable(path));
+  return true;
+}
+
+norva::TCommandObject* Command(studio::TStudioWindow& window, const QString& name) {
+  const QList<QTreeWidgetItem*> items =
+      window.Library()->findItems(name, Qt::MatchRecursive | Qt::MatchExactly);
+  if (items.isEmpty()) return nullptr;
+  window.Library()->setCurrentItem(items.first());
+  return window.Library()->CurrentCommand();
+}
+
+bool Bind(studio::TStudioWindow& window, int button, const QString& command,
+          const QString& caption) {
+  const norva::TCommandObject* found = Command(window, command);
+  if (!found) {
+    std::fprintf(stderr, "no command %s in the library\n", qPrintable(command));
+    return false;
+  }
+  const QList<norva::TButtonClass> classes = found->GetButtonClasses();
+  window.KeypadView()->Bind(button, found->GetGUIDString(), found->GetName(),
+                            classes.isEmpty() ? norva::TButtonClass() : classes.first());
+  window.KeypadView()->SetCaption(button, caption);
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: norva-studio-screenshots OUTPUT_FOLDER\n");
+    return 2;
+  }
+  const QDir output(QString::fromLocal8Bit(argv[1]));
+  if (!QDir().mkpath(output.path())) return 1;
+  QTemporaryDir scratch;
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, scratch.filePath("settings"));
+  norva::TRecordingUIServices services;  // no boxes: nothing here fails
+  const norva::TScopedUIServices installed(services);
+  const QString library = scratch.filePath("IR.xml");
+  QFile codes(scratch.filePath("tv.tsv"));
+  if (!codes.open(QIODevice::WriteOnly) || codes.write(NamedCodes) < 0) return 1;
+  codes.close();
+
+  studio::TStudioWindow window;
+  window.SetFileChooser([&](studio::TStudioWindow::TFileRole role) {
+    return role == studio::TStudioWindow::TFileRole::ImportCodes
+               ? codes.fileName()
+               : scratch.filePath("Lounge.keycfg");
+  });
+  QStringList answers = {"Acme", "TV 55X"};
+  window.SetTextAsker([&](const QString&, const QString&) { return answers.takeFirst(); });
+  window.resize(1280, 820);
+  window.show();
+
+  // The installer's own library: a model added, a file of named codes imported, a code pasted.
+  window.OpenLibrary(library, false);
+  window.AddModel();
+  window.ImportCodes();
+  services.SetClipboardText(VolumeUp);
+  window.PasteHexCode();
+  window.Library()->expandAll();
+  if (!Save(window, output, "studio-library.png")) return 1;
+
+  // Opened with the built-in makes, bound to the keypad's buttons.
+  window.OpenLibrary(library, true);
+  if (!Bind(window, 0, "power_on", "TV on") || !Bind(window, 1, "power_off", "TV off") ||
+      !Bind(window, 2, "Volume+", "Louder") || !Bind(window, 3, "Volume-", "Softer") ||
+      !Bind(window, 4, "HDMI 2", "Apple TV") || !Bind(window, 5, "Standby", "All off"))
+    return 1;
+  window.KeypadView()->Select(5);
+  window.ShowState();
+  window.Library()->collapseAll();
+  QTreeWidgetItem* standby = window.Library()->ItemOf(Command(window, "Standby"));
+  window.Library()->setCurrentItem(standby);
+  window.Library()->scrollToItem(standby);  // its groups opened
+  if (!Save(window, output, "studio-keypad.png")) return 1;
+
+  // The simulator echoes and acknowledges the native code the selected button sends, reports a
+  // zone's status and a key press.
+  if (!window.Link().ConnectSimulator()) return 1;
+  Pump(200);
+  if (!window.SendSelectedCommand()) return 1;
+  Pump(300);
+  window.Link().Simulator()->SendStatus(5);
+  window.Link().Simulator()->SendKeypress(5, 3, 0);
+  Pump(300);
+  window.BusView()->Log().Flush();
+  window.ShowState();
+  if (!Save(window, output, "studio-bus.png")) return 1;
+  // A burst scrolls the first packets away; the filter finds the echo again.
+  window.Link().Simulator()->SendBurst(500);
+  Pump(600);
+  window.BusView()->Filter()->setText(QStringLiteral("echo"));
+  if (!Save(window, output, "studio-bus-filtered.png")) return 1;
+  window.setWindowModified(false);  // no close prompt in a program that takes pictures
+  return 0;
+}
