@@ -1,7 +1,6 @@
 #include "StudioLink.h"
 
 #include <NorvaBusComms/Devices/BusClient.h>
-#include <NorvaBusComms/Devices/UsbDeviceSearch.h>
 
 namespace studio {
 
@@ -76,9 +75,20 @@ bool TStudioLink::ConnectEthernet(const QString& address) {
       address);
 }
 
-bool TStudioLink::ConnectUsb() {
+bool TStudioLink::ConnectUsb(const QString& path) {
   Close();
-  return Open(new norva::TNorvaBusComms(AllUsbDeviceTypes(), nullptr), tr("USB"));
+  return Open(new norva::TNorvaBusComms(norva::USBInterface, AllUsbDeviceTypes(), path, nullptr),
+              path.isEmpty() ? tr("the first USB device") : path);
+}
+
+std::vector<norva::TUSBDevice> TStudioLink::UsbDevices() {
+  // The search belongs to a bus object; this one never opens anything.
+  norva::TNorvaBusComms searcher(AllUsbDeviceTypes(), nullptr);
+  searcher.SearchUSBDevices();
+  std::vector<norva::TUSBDevice> devices;
+  for (int i = 0; i < searcher.GetUSBDeviceCount(); ++i)
+    devices.push_back({searcher.GetUSBDevicePath(i), searcher.GetUSBDeviceType(i)});
+  return devices;
 }
 
 QString TStudioLink::State() const {

@@ -6,12 +6,14 @@
 // then its message box), and a lost link is tried again every few seconds.
 
 #include <NorvaBusComms/Devices/BusComms.h>
+#include <NorvaBusComms/Devices/UsbDeviceSearch.h>
 #include <Testing/DeviceSimulator.h>
 
 #include <QObject>
 #include <QTimer>
 
 #include <memory>
+#include <vector>
 
 namespace norva {
 class TNorvaBusClientCore;
@@ -34,7 +36,10 @@ class TStudioLink : public QObject {
   bool ConnectSimulator();
   bool ConnectSerial(const QString& port);
   bool ConnectEthernet(const QString& address);  // "host:port"
-  bool ConnectUsb();
+  // The USB device at `path` (from UsbDevices), or with none the first recognised one.
+  bool ConnectUsb(const QString& path = {});
+  // The recognised USB devices connected now, as the library's device search finds them.
+  static std::vector<norva::TUSBDevice> UsbDevices();
   void Close();
 
   norva::TNorvaBusComms* Bus() const;

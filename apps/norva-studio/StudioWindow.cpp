@@ -1,6 +1,7 @@
 #include "StudioWindow.h"
 
 #include <IR/NorvaCodes.h>
+#include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
@@ -172,7 +173,18 @@ void TStudioWindow::BuildConnectionMenu() {
     if (ports.isEmpty()) serial->addAction(tr("(no serial ports found)"))->setEnabled(false);
   });
   connection->addAction(tr("&Ethernet..."), this, &TStudioWindow::ConnectEthernet);
-  connection->addAction(tr("&USB device"), this, [this] { mLink->ConnectUsb(); });
+  QMenu* usb = connection->addMenu(tr("&USB device"));
+  connect(usb, &QMenu::aboutToShow, this, [this, usb] {
+    usb->clear();
+    usb->addAction(tr("&First recognised device"), this, [this] { mLink->ConnectUsb(); });
+    usb->addSeparator();
+    const std::vector<norva::TUSBDevice> devices = TStudioLink::UsbDevices();
+    for (const norva::TUSBDevice& device : devices) {
+      usb->addAction(QStringLiteral("%1 (%2)").arg(device.Path, norva::EnumName(device.DeviceType)),
+                     this, [this, path = device.Path] { mLink->ConnectUsb(path); });
+    }
+    if (devices.empty()) usb->addAction(tr("(no recognised USB devices found)"))->setEnabled(false);
+  });
   connection->addSeparator();
   connection->addAction(tr("&Disconnect"), this, [this] { mLink->Close(); });
 }

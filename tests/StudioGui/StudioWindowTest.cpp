@@ -11,6 +11,7 @@
 #include <OrbGraphics/OrbGraphics.h>
 #include <PacketLog.h>
 #include <Testing/RecordingUIServices.h>
+#include <Testing/Testing.h>
 #include <Utils/Folders.h>
 #include <support/QtPrinters.h>
 
@@ -213,6 +214,54 @@ TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus)
   EXPECT_FALSE(window->SendAction()->isEnabled());
   EXPECT_TRUE(window->LinkStateText().startsWith("Not connected"))
       << window->LinkStateText().toStdString();
+}
+
+TEST_F(Studio, AUsbAmplifierIsFoundAndAnswersOverItsPipes) {
+  norva::TSimulatedUsbBackend backend;
+  norva::TUsbBackend* const previous = norva::SetUsbBackend(&backend);
+  {
+    norva::sim::TUsbAmplifier amplifier(backend);
+    auto window = OpenWindow();  // gone before the amplifier and the backend
+    const std::vector<norva::TUSBDevice> devices = TStudioLink::UsbDevices();
+    ASSERT_EQ(devices.size(), 1U);
+    EXPECT_EQ(devices[0].Path, norva::sim::TUsbAmplifier::DevicePath);
+    EXPECT_EQ(devices[0].DeviceType, norva::NorvaAmp);
+    ASSERT_TRUE(window->Link().ConnectUsb(devices[0].Path));
+    ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+    ASSERT_TRUE(window->BusView()->Send(norva::BuildCommandPacket(0x02, 7, {2})));
+    TPacketLog& log = window->BusView()->Log();
+    ASSERT_TRUE(WaitFor([&] { return log.rowCount() >= 3; }));
+    EXPECT_EQ(log.index(1, TPacketLog::EchoColumn).data(), "echo");
+    EXPECT_EQ(log.index(2, TPacketLog::CommandColumn).data(), "82");
+  }
+  norva::SetUsbBackend(previous);
+}
+
+TEST_F(Studio, AnEthernetDeviceThatHangsUpAtOnceIsNotConnectedAndOneThatAnswersIsHeard) {
+  norva::sim::TDeviceSimulator device;
+  const quint16 port = device.ServeTcp();
+  ASSERT_NE(port, 0);
+  const QString address = QStringLiteral("127.0.0.1:%1").arg(port);
+  auto window = OpenWindow();
+  device.SetBusy(true);
+  window->Link().ConnectEthernet(address);
+  // The library keeps trying; each try is turned away.
+  ASSERT_TRUE(WaitFor([&] { return device.TcpConnections() >= 2; }));
+  // Between two tries the window shows the link down, and nothing can be sent.
+  EXPECT_TRUE(WaitFor([&] {
+    window->ShowState();
+    return !window->SendAction()->isEnabled() &&
+           window->LinkStateText().startsWith("Not connected to " + address);
+  })) << window->LinkStateText().toStdString();
+
+  device.SetBusy(false);
+  window->Link().ConnectEthernet(address);
+  ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+  EXPECT_EQ(window->LinkStateText(), "Connected to " + address);
+  ASSERT_TRUE(window->BusView()->Send(norva::BuildCommandPacket(0x02, 7, {2})));
+  TPacketLog& log = window->BusView()->Log();
+  ASSERT_TRUE(WaitFor([&] { return log.rowCount() >= 2; }));
+  EXPECT_EQ(log.index(1, TPacketLog::CommandColumn).data(), "82") << "no echo on the network";
 }
 
 TEST_F(Studio, NamedCodesAreImportedIntoANewModelRenamedAndKept) {
