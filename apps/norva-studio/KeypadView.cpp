@@ -3,6 +3,7 @@
 #include "ButtonTile.h"
 #include "CommandDrag.h"
 
+#include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
 #include <QFormLayout>
@@ -119,6 +120,28 @@ void TKeypadView::MoveButton(int from, int to) {
   });
   Select(to);
   emit Edited();
+}
+
+void TKeypadView::CopyToClipboard(int index) {
+  if (mKeypad) mKeypad->Button(index).CopyToClipboard();
+}
+
+void TKeypadView::CutToClipboard(int index) {
+  CopyToClipboard(index);
+  ClearButton(index);
+}
+
+bool TKeypadView::ButtonInClipboard() {
+  return qobject_cast<const example::TWallKeypadButton*>(norva::GetClipboardObject()) != nullptr;
+}
+
+bool TKeypadView::PasteFromClipboard(int index) {
+  const auto* source = qobject_cast<const example::TWallKeypadButton*>(norva::GetClipboardObject());
+  if (!mKeypad || !source) return false;
+  AsOneStep([&] { mKeypad->Button(index).CopyFrom(*source); });
+  Select(index);
+  emit Edited();
+  return true;
 }
 
 void TKeypadView::ClearButton(int index) {

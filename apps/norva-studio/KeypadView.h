@@ -43,6 +43,12 @@ class TKeypadView : public QWidget {
   void CopyButton(int from, int to);
   void MoveButton(int from, int to);
   void ClearButton(int index);
+  // Through the library's clipboard slot: a copy of the button waits there; a cut also clears
+  // it; a paste gives the button at `index` the waiting button's contents (false when none waits).
+  void CopyToClipboard(int index);
+  void CutToClipboard(int index);
+  bool PasteFromClipboard(int index);
+  static bool ButtonInClipboard();
 
  signals:
   void Edited();

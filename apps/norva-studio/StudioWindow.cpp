@@ -130,8 +130,18 @@ void TStudioWindow::BuildMenus() {
   mUndo = edit->addAction(tr("&Undo"), QKeySequence::Undo, this, &TStudioWindow::EditUndo);
   mRedo = edit->addAction(tr("&Redo"), QKeySequence::Redo, this, &TStudioWindow::EditRedo);
   edit->addSeparator();
-  mPaste = edit->addAction(tr("&Paste hex code"), QKeySequence::Paste, this,
-                           &TStudioWindow::PasteHexCode);
+  mCut = edit->addAction(tr("Cu&t button"), QKeySequence::Cut, this, [this] {
+    mView->CutToClipboard(mView->Selected());
+    ShowState();
+  });
+  mCopy = edit->addAction(tr("&Copy button"), QKeySequence::Copy, this, [this] {
+    mView->CopyToClipboard(mView->Selected());
+    ShowState();
+  });
+  // A hex code on the system clipboard and a button in the library's slot never wait at once:
+  // copying either hides the other.
+  mPaste = edit->addAction(tr("&Paste (hex code into the library, button onto the keypad)"),
+                           QKeySequence::Paste, this, &TStudioWindow::Paste);
   edit->addAction(tr("&Clear button"), QKeySequence::Delete, this,
                   [this] { mView->ClearButton(mView->Selected()); });
   edit->addSeparator();
@@ -205,8 +215,9 @@ void TStudioWindow::ShowState() {
   setWindowModified(mKeypad->GetNeedsSaving());
   mUndo->setEnabled(norva::Undo().CanRevert());
   mRedo->setEnabled(norva::Redo().CanRevert());
-  mPaste->setEnabled(norva::HexCodeInClipboard() && mLibrary->Database() &&
-                     !mLibrary->Database()->IsReadOnly());
+  mPaste->setEnabled(
+      TKeypadView::ButtonInClipboard() ||
+      (norva::HexCodeInClipboard() && mLibrary->Database() && !mLibrary->Database()->IsReadOnly()));
   const norva::TCommandObject* command = SelectedCommand();
   mSend->setEnabled(command && mLink->Bus() && mLink->Bus()->LinkUp());
   mLinkState->setText(mLink->State());
@@ -299,6 +310,10 @@ void TStudioWindow::Revert(norva::TUndo& history) {
   SaveLibrary();  // an undone library edit is kept as the edit was
   mView->Refresh();
   ShowState();
+}
+
+void TStudioWindow::Paste() {
+  if (!mView->PasteFromClipboard(mView->Selected())) PasteHexCode();
 }
 
 void TStudioWindow::PasteHexCode() {

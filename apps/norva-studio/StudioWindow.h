@@ -62,6 +62,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void EditUndo();
   void EditRedo();
   void PasteHexCode();
+  // A button onto the selected one when the library's clipboard slot holds one, else a hex code.
+  void Paste();
   // Sends the command bound to the selected button; false (and a box saying why) when it cannot.
   bool SendSelectedCommand();
   void AddModel();
@@ -76,6 +78,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
 
   QAction* UndoAction() const { return mUndo; }
   QAction* RedoAction() const { return mRedo; }
+  QAction* CutAction() const { return mCut; }
+  QAction* CopyAction() const { return mCopy; }
   QAction* PasteAction() const { return mPaste; }
   QAction* SendAction() const { return mSend; }
 
@@ -106,6 +110,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QLabel* mLinkState;
   QAction* mUndo = nullptr;
   QAction* mRedo = nullptr;
+  QAction* mCut = nullptr;
+  QAction* mCopy = nullptr;
   QAction* mPaste = nullptr;
   QAction* mSend = nullptr;
   QTimer mAutoSave;

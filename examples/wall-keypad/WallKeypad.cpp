@@ -2,6 +2,7 @@
 
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Model/OrbGuid.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
 #include <OrbGlobal/Xml/XmlDocument.h>
@@ -48,6 +49,12 @@ void TWallKeypadButton::CopyFrom(const TWallKeypadButton& source) {
   SetCaption(source.mCaption);
   SetButtonClass(source.mButtonClass);
   SetCommandGUID(source.mCommandGUID);
+}
+
+void TWallKeypadButton::AssignTo(QObject* dest) const {
+  const norva::TAssignTarget<TWallKeypadButton> button(this, dest);
+  norva::TOrbObject::AssignTo(dest);
+  if (button) button->CopyFrom(*this);
 }
 
 void TWallKeypadButton::Save(pugi::xml_node element) const {

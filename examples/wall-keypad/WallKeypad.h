@@ -40,6 +40,9 @@ class TWallKeypadButton : public norva::TOrbObject {
   bool IsBlank() const;
   void Blank();
   void CopyFrom(const TWallKeypadButton& source);
+  // To a button: caption, button class and command, in one update (what a copy on the clipboard
+  // carries).
+  void AssignTo(QObject* dest) const override;
   void Save(pugi::xml_node element) const;
   void Load(pugi::xml_node element);
 

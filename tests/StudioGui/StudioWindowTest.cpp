@@ -136,6 +136,18 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
   EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), "no command");
   window->RedoAction()->trigger();
   EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
+  // Copied onto button 4 and cut from there; the cut undone.
+  window->KeypadView()->Select(2);
+  window->CopyAction()->trigger();
+  window->KeypadView()->Select(4);
+  window->ShowState();
+  ASSERT_TRUE(window->PasteAction()->isEnabled()) << "a button waits in the clipboard";
+  window->PasteAction()->trigger();
+  EXPECT_EQ(window->Keypad().Button(4).GetCommandGUID(), code->GetGUIDString());
+  window->CutAction()->trigger();
+  EXPECT_TRUE(window->Keypad().Button(4).IsBlank());
+  window->UndoAction()->trigger();
+  EXPECT_EQ(window->Keypad().Button(4).GetCommandGUID(), code->GetGUIDString());
   window->KeypadView()->Select(2);
   EXPECT_FALSE(window->SendSelectedCommand()) << "a learnt code has no bus packet";
   ASSERT_FALSE(mServices.Messages().isEmpty());
