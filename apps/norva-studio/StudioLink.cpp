@@ -4,17 +4,6 @@
 
 namespace studio {
 
-namespace {
-
-norva::TCommsDeviceTypes AllUsbDeviceTypes() {
-  norva::TCommsDeviceTypes types;
-  for (const norva::TUsbIdentity& identity : norva::RecognisedUsbDevices())
-    types.Include(identity.DeviceType);
-  return types;
-}
-
-}  // namespace
-
 TStudioLink::TStudioLink(norva::TNorvaBusClientCore& client, QObject* parent)
     : QObject(parent), mClient(client) {
   mRecheck.setInterval(RecheckIntervalMs);
@@ -77,13 +66,14 @@ bool TStudioLink::ConnectEthernet(const QString& address) {
 
 bool TStudioLink::ConnectUsb(const QString& path) {
   Close();
-  return Open(new norva::TNorvaBusComms(norva::USBInterface, AllUsbDeviceTypes(), path, nullptr),
+  return Open(new norva::TNorvaBusComms(norva::USBInterface, norva::RecognisedUsbDeviceTypes(),
+                                        path, nullptr),
               path.isEmpty() ? tr("the first USB device") : path);
 }
 
 std::vector<norva::TUSBDevice> TStudioLink::UsbDevices() {
   // The search belongs to a bus object; this one never opens anything.
-  norva::TNorvaBusComms searcher(AllUsbDeviceTypes(), nullptr);
+  norva::TNorvaBusComms searcher(norva::RecognisedUsbDeviceTypes(), nullptr);
   searcher.SearchUSBDevices();
   std::vector<norva::TUSBDevice> devices;
   for (int i = 0; i < searcher.GetUSBDeviceCount(); ++i)

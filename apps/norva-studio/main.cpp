@@ -10,6 +10,8 @@
 #include <QCommandLineParser>
 #include <QDir>
 
+#include <cstdio>
+
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Norva Studio"));
@@ -32,7 +34,17 @@ int main(int argc, char** argv) {
                                          QStringLiteral("Open the library as the public one, with "
                                                         "the built-in makes, read-only."));
   options.addOptions({serial, tcp, usb, library, publicLibrary});
-  options.process(app);
+  // Bad options are told in one line with exit code 2, as the norva tool tells them.
+  const auto refuse = [](const QString& why) {
+    std::fprintf(stderr, "norva-studio: %s\n", qPrintable(why));
+    return 2;
+  };
+  if (!options.parse(QApplication::arguments())) return refuse(options.errorText());
+  if (options.isSet(QStringLiteral("help"))) options.showHelp();  // exits with code 0
+  if (!options.positionalArguments().isEmpty())
+    return refuse(QStringLiteral("unexpected argument %1").arg(options.positionalArguments()[0]));
+  if (int(options.isSet(serial)) + int(options.isSet(tcp)) + int(options.isSet(usb)) > 1)
+    return refuse(QStringLiteral("name one link: --serial DEVICE, --tcp HOST:PORT or --usb"));
 
   norva::TQtUIServices services;
   const norva::TScopedUIServices installed(services);

@@ -20,6 +20,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
+#include <QProcess>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTemporaryDir>
@@ -348,6 +349,26 @@ TEST_F(Studio, ThePanelLayoutIsRememberedBetweenRuns) {
   }
   auto window = OpenWindow();
   EXPECT_FALSE(window->LibraryPanel()->IsPinned());
+}
+
+// The program itself: bad options are told in one line with exit code 2, as the norva tool does.
+TEST(StudioProgram, RefusesBadOptionsAndListsTheGoodOnes) {
+  const auto run = [](const QStringList& arguments) {
+    QProcess process;
+    process.start(QStringLiteral(NORVA_BINARY_DIR "/apps/norva-studio/norva-studio"), arguments);
+    process.waitForFinished(30000);
+    return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardOutput() +
+                                                           process.readAllStandardError()));
+  };
+  for (const QStringList& bad :
+       {QStringList{"--bogus"}, QStringList{"--serial", "/dev/x", "--usb"}, QStringList{"extra"}}) {
+    const auto [code, output] = run(bad);
+    EXPECT_EQ(code, 2) << bad.join(' ').toStdString();
+    EXPECT_TRUE(output.contains("norva-studio: ")) << output.toStdString();
+  }
+  const auto [code, output] = run({"--help"});
+  EXPECT_EQ(code, 0);
+  EXPECT_TRUE(output.contains("--serial <DEVICE>")) << output.toStdString();
 }
 
 }  // namespace

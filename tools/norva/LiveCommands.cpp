@@ -53,13 +53,6 @@ struct TLinkOptions {
   bool Simulated = false;  // USB: talk to the simulated amplifier in this process
 };
 
-// Every device type the installation's USB devices can be.
-TCommsDeviceTypes AllUsbDeviceTypes() {
-  TCommsDeviceTypes types;
-  for (const TUsbIdentity& identity : RecognisedUsbDevices()) types.Include(identity.DeviceType);
-  return types;
-}
-
 // Takes --serial DEV [--usb-serial], --tcp HOST:PORT, or --usb [--usb-device PATH] [--simulated].
 TLinkOptions TakeLinkOptions(TArguments& arguments) {
   const auto serial = arguments.TakeOption(QStringLiteral("--serial"));
@@ -116,7 +109,7 @@ QString LinkDescription(const TNorvaBusComms& bus) {
 
 TNorvaBusComms* OpenLink(const TLinkOptions& options, QStringList& failures) {
   const TCommsDeviceTypes types =
-      options.Link == USBInterface ? AllUsbDeviceTypes() : TCommsDeviceTypes{NorvaAmp};
+      options.Link == USBInterface ? RecognisedUsbDeviceTypes() : TCommsDeviceTypes{NorvaAmp};
   auto* bus = new TNorvaBusComms(options.Link, types, options.Path, nullptr);
   // Every failure the library reports, while opening and later, is the tool's to tell.
   bus->SetOnError([&failures](TNorvaBusComms&, const QString& text, bool& handled) {
@@ -210,7 +203,8 @@ int RunUsb(TArguments& arguments, QTextStream& out) {
   }
   int recognised = 0;
   for (const TUsbDeviceEntry& device : devices) {
-    const TCommsDeviceType type = RecognisedDeviceType(device.HardwareId, AllUsbDeviceTypes());
+    const TCommsDeviceType type =
+        RecognisedDeviceType(device.HardwareId, RecognisedUsbDeviceTypes());
     if (type == NoCommsDevice) continue;
     out << device.DevicePath << '\t' << EnumName(type) << '\t' << device.HardwareId << '\n';
     ++recognised;

@@ -12,6 +12,12 @@ const std::vector<TUsbIdentity>& RecognisedUsbDevices() {
   return table;
 }
 
+TCommsDeviceTypes RecognisedUsbDeviceTypes() {
+  TCommsDeviceTypes types;
+  for (const TUsbIdentity& identity : RecognisedUsbDevices()) types.Include(identity.DeviceType);
+  return types;
+}
+
 TCommsDeviceType RecognisedDeviceType(const QString& hardwareId,
                                       const TCommsDeviceTypes& selected) {
   const QString prefix = hardwareId.left(HardwareIdPrefixLength);

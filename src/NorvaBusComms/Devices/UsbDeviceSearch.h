@@ -26,5 +26,7 @@ struct TUsbIdentity {
   const char* HardwareIdPrefix;
 };
 const std::vector<TUsbIdentity>& RecognisedUsbDevices();
+// Every device type of that table: what a bus object that takes any of them selects.
+TCommsDeviceTypes RecognisedUsbDeviceTypes();
 
 }  // namespace norva
