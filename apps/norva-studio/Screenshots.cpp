@@ -1,6 +1,7 @@
 // Takes the pictures of the studio's main window that the documentation shows, by driving the
-// window as an installer would: codes imported and pasted into a library, commands bound to the
-// keypad's buttons, a native code sent to the simulator with the bus panel showing the answers.
+// window as an installer would: codes imported into a library and one pasted (named from the
+// library), commands bound to the keypad's buttons, a native code sent to the simulator with the
+// bus panel showing the answers.
 // Usage: norva-studio-screenshots OUTPUT_FOLDER (docs/images/ for the documentation's copies).
 #include "StudioWindow.h"
 
@@ -18,14 +19,6 @@
 #include <cstdio>
 
 namespace {
-
-// A remote control's volume-up code, in Pronto hex.
-const QString VolumeUp = QStringLiteral(
-    "0000 006D 0000 0022 0157 00AC 0015 0016 0015 0016 0015 0041 0015 0016 0015 0016 "
-    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0016 0015 0041 0015 0041 "
-    "0015 0041 0015 0041 0015 0041 0015 0016 0015 0016 0015 0016 0015 0041 0015 0016 "
-    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
-    "0015 0041 0015 0041 0015 0041 0015 05ED");
 
 // Codes of real remote controls (tests/data/ir/pronto-codes.tsv).
 const char NamedCodes[] =
@@ -137,7 +130,9 @@ int main(int argc, char** argv) {
   window.OpenLibrary(library, false);
   window.AddModel();
   window.ImportCodes();
-  services.SetClipboardText(VolumeUp);
+  // The first code of the file copied and pasted: the library knows it and names it.
+  services.SetClipboardText(QString::fromUtf8(NamedCodes).section(u'\n', 0, 0).section(u'\t', 1));
+  window.Library()->setCurrentItem(nullptr);  // into User / Learnt codes
   window.PasteHexCode();
   window.Library()->expandAll();
   if (!Save(window, output, "studio-library.png")) return 1;

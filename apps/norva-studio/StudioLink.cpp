@@ -76,6 +76,7 @@ std::vector<norva::TUSBDevice> TStudioLink::UsbDevices() {
   norva::TNorvaBusComms searcher(norva::RecognisedUsbDeviceTypes(), nullptr);
   searcher.SearchUSBDevices();
   std::vector<norva::TUSBDevice> devices;
+  devices.reserve(static_cast<std::size_t>(searcher.GetUSBDeviceCount()));
   for (int i = 0; i < searcher.GetUSBDeviceCount(); ++i)
     devices.push_back({searcher.GetUSBDevicePath(i), searcher.GetUSBDeviceType(i)});
   return devices;

@@ -9,14 +9,15 @@ namespace norva {
 
 class TKeypadDevice;
 
-inline namespace KeypadDevice {
+// Named apart from the device type KeypadDevice (NorvaGlobal), which clients see beside it.
+inline namespace KeypadTypes {
 Q_NAMESPACE
 
 // Which kind of amplifier zone a keypad serves.
 enum tKeypadZoneType : std::uint8_t { AmpZone, PreampZone, BothZones };
 Q_ENUM_NS(tKeypadZoneType)
 
-}  // namespace KeypadDevice
+}  // namespace KeypadTypes
 
 // A keypad type: a class derived from TKeypadDevice with a Q_INVOKABLE constructor taking the
 // owner, so that documents of a chosen type can be created (CreateKeypadDevice).
