@@ -3,7 +3,7 @@
 // window's frames; the longest gap between two of its ticks is how long the UI thread was busy in
 // one piece, and must stay under 50 ms. The simulator runs on a thread of its own, as norva-sim
 // runs in a process of its own, or on the UI thread beside the panel, as the studio's
-// built-in simulator does (own_ui_thread), which then also pays for writing the burst; and with
+// built-in simulator does (sim_on_ui_thread), which then also pays for writing the burst; and with
 // the panel's filter set, so that every arriving row is also matched against it (filtered).
 #include <BusView.h>
 #include <StudioLink.h>
@@ -67,7 +67,7 @@ void BusPanelDuringBurst(benchmark::State& state) {
   double packetsPerSecond = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    TAmplifier amplifier(state.range(0) == 0);  // own_ui_thread 0: a thread of its own
+    TAmplifier amplifier(state.range(0) == 0);  // sim_on_ui_thread 0: a thread of its own
     studio::TBusView view;
     view.resize(800, 400);
     view.show();
@@ -115,7 +115,7 @@ BENCHMARK(BusPanelDuringBurst)
     ->Args({0, 0})
     ->Args({1, 0})
     ->Args({1, 1})
-    ->ArgNames({"own_ui_thread", "filtered"})
+    ->ArgNames({"sim_on_ui_thread", "filtered"})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(3);
 
