@@ -29,6 +29,12 @@ QSettings Settings() {
 
 const QString KeypadFilter = QStringLiteral("Keypad configurations (*.keycfg)");
 
+// What a command becomes on the bus: only native codes have a packet.
+std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* command) {
+  const auto* stream = qobject_cast<const norva::TIRStream*>(command);
+  return stream ? norva::NorvaFramePacket(stream->Data()) : std::nullopt;
+}
+
 }  // namespace
 
 TStudioWindow::TStudioWindow(QWidget* parent)
@@ -335,9 +341,7 @@ bool TStudioWindow::SendSelectedCommand() {
     Tell(tr("The selected button has no command from the library."), tr("Send"));
     return false;
   }
-  const auto* stream = qobject_cast<const norva::TIRStream*>(command);
-  const std::optional<norva::TCommandPacket> packet =
-      stream ? norva::NorvaFramePacket(stream->Data()) : std::nullopt;
+  const std::optional<norva::TCommandPacket> packet = BusPacketOf(command);
   if (!packet) {
     Tell(tr("%1 is no native code: only the amplifiers' own codes go over the bus.")
              .arg(command->GetName()),
@@ -392,8 +396,7 @@ void TStudioWindow::ConnectEthernet() {
 
 void TStudioWindow::ShowCurrentCode() {
   const auto* stream = qobject_cast<const norva::TIRStream*>(mLibrary->CurrentCommand());
-  const std::optional<norva::TCommandPacket> packet =
-      stream ? norva::NorvaFramePacket(stream->Data()) : std::nullopt;
+  const std::optional<norva::TCommandPacket> packet = BusPacketOf(stream);
   if (packet)
     statusBar()->showMessage(tr("%1: native frame %2, sent on the bus as %3")
                                  .arg(stream->GetName(), norva::NorvaFrameText(stream->Data()),
