@@ -66,7 +66,7 @@ TOrbObjectClass RegisteredClassOf(const QString& guidText) {
   }
 }
 
-std::uint8_t ClassValueOf(const QString& text) {
+std::uint8_t ClassValueOf(QByteArrayView text) {
   bool ok = false;
   const int value = text.toInt(&ok);
   return ok && value >= 0 && value <= 255 ? static_cast<std::uint8_t>(value) : 0;
@@ -99,11 +99,11 @@ TButtonClass::TButtonClass(pugi::xml_node element) {
     Group = GenericAppletClassGroup;
     ClientClass = RegisteredClassOf(QString::fromUtf8(applet.value()));
   } else {
-    const int group = QString::fromUtf8(element.attribute("group").value()).toInt();
+    const int group = QByteArrayView(element.attribute("group").value()).toInt();
     if (!IsButtonClassGroup(group)) return;
     SetGroup(group);
   }
-  ClassID = ClassValueOf(GetElementText(element));
+  ClassID = ClassValueOf(element.first_child().value());
 }
 
 TButtonClass TButtonClass::FromRecordBytes(const TRecordBytes& bytes) {

@@ -7,6 +7,7 @@
 #include <OrbGlobal/Model/OrbGuid.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
 #include <OrbGlobal/Xml/XmlLookup.h>
+#include <Utils/StringUtils.h>
 
 namespace norva {
 
@@ -77,7 +78,7 @@ QString TCommandObject::GetButtonClassData() const {
     bytes.append(reinterpret_cast<const char*>(record.data()),
                  static_cast<qsizetype>(record.size()));
   }
-  return QString::fromLatin1(bytes.toHex().toUpper());
+  return QString::fromLatin1(UpperHex(bytes));
 }
 
 void TCommandObject::SetButtonClassData(const QString& data) {
@@ -128,24 +129,30 @@ void TCommandObject::Save(pugi::xml_node element) const {
   element.append_attribute("name") = GetNameRaw().toUtf8().constData();
   const QString category = GetCategory();
   if (!category.isEmpty()) element.append_attribute("category") = category.toUtf8().constData();
-  element.append_attribute("guid") = GetGUID().toByteArray(QUuid::WithBraces).toUpper().constData();
+  element.append_attribute("guid") = GUIDToUtf8(GetGUID()).data();
   const pugi::xml_node classes = AddXMLDOMElement(element, "button_classes");
   for (const TButtonClass& c : mButtonClasses) c.Save(classes);
 }
 
 void TCommandObject::Load(pugi::xml_node element) {
-  SetName(XMLValue(element.attribute("name").value()));
-  if (const pugi::xml_attribute category = element.attribute("category"))
-    SetCategory(XMLValue(category.value()));
-  if (const pugi::xml_attribute guid = element.attribute("guid"))
-    SetGUID(StringToGUID(QUtf8StringView(guid.value())));
+  // One pass over the attributes: a list reads them for every command.
+  QString name;
+  for (const pugi::xml_attribute attribute : element.attributes()) {
+    if (IsNamed(attribute, "name"))
+      name = XMLValue(attribute.value());
+    else if (IsNamed(attribute, "category"))
+      SetCategory(XMLValue(attribute.value()));
+    else if (IsNamed(attribute, "guid"))
+      SetGUID(StringToGUID(QUtf8StringView(attribute.value())));
+  }
+  SetName(name);
   for (pugi::xml_node child : element.children()) {
     if (child.type() == pugi::node_element) LoadElement(child);
   }
 }
 
 void TCommandObject::LoadElement(pugi::xml_node child) {
-  if (QLatin1String(child.name()) != QLatin1String("button_classes")) return;
+  if (!IsNamed(child, "button_classes")) return;
   TButtonClasses classes;
   for (pugi::xml_node element : child.children("class")) classes.append(TButtonClass(element));
   SetButtonClasses(classes);

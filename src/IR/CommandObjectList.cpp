@@ -4,10 +4,14 @@
 #include <IR/IRStream.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Model/AssignTarget.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 
 #include <algorithm>
-#include <string_view>
+#include <cstring>
+#include <optional>
+#include <string>
 #include <tuple>
 #include <vector>
 
@@ -21,7 +25,7 @@ class TElementClasses {
  public:
   TOrbObjectClass Of(const char* name) {
     for (const auto& [known, cls] : mKnown) {
-      if (known == name) return cls;
+      if (std::strcmp(known.c_str(), name) == 0) return cls;
     }
     const TOrbObjectClass cls = CommandClassOfElement(QString::fromUtf8(name));
     mKnown.emplace_back(name, cls);
@@ -29,7 +33,7 @@ class TElementClasses {
   }
 
  private:
-  std::vector<std::pair<std::string_view, TOrbObjectClass>> mKnown;
+  std::vector<std::pair<std::string, TOrbObjectClass>> mKnown;
 };
 
 // The children of a list element that are commands, in the order they are read. An index counts
@@ -47,15 +51,16 @@ std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> CommandElements(pugi::xm
     if (!cls) continue;
     long long key = order++;
     if (indexed) {
-      bool ok = false;
-      key = QByteArrayView(child.attribute("index").value()).toLongLong(&ok);
-      if (!ok || key < 0) continue;
+      const std::optional<long long> index = DecimalOf(child.attribute("index").value());
+      if (!index || *index < 0) continue;
+      key = *index;
     }
     found.emplace_back(key, child, cls);
   }
   std::erase_if(found, [nodeCount](const auto& item) { return std::get<0>(item) >= nodeCount; });
-  std::stable_sort(found.begin(), found.end(),
-                   [](const auto& a, const auto& b) { return std::get<0>(a) < std::get<0>(b); });
+  const auto byKey = [](const auto& a, const auto& b) { return std::get<0>(a) < std::get<0>(b); };
+  if (!std::is_sorted(found.begin(), found.end(), byKey))
+    std::stable_sort(found.begin(), found.end(), byKey);
   std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> elements;
   elements.reserve(found.size());
   for (const auto& [key, child, cls] : found) elements.emplace_back(child, cls);
@@ -146,17 +151,33 @@ void TCommandObjectList::Save(pugi::xml_node element, bool indexed) const {
 
 void TCommandObjectList::Load(pugi::xml_node element, bool indexed) {
   CheckOwnsCommands();
-  // Read into commands of their own first: a failure then leaves the list untouched.
-  std::vector<std::unique_ptr<TCommandObject>> loaded;
-  for (const auto& [child, cls] : CommandElements(element, indexed)) {
-    std::unique_ptr<TOrbObject> created(ConstructOrbObject(cls, this));
-    loaded.emplace_back(static_cast<TCommandObject*>(created.release()));
-    loaded.back()->Load(child);
-  }
+  std::vector<std::unique_ptr<TCommandObject>> loaded = ReadCommands(element, indexed);
   BeginUpdate();
   mCommands.Clear();
+  mCommands.SetCapacity(static_cast<int>(loaded.size()));
   for (std::unique_ptr<TCommandObject>& command : loaded) mCommands.Add(command.release());
   EndUpdate();
+}
+
+std::vector<std::unique_ptr<TCommandObject>> TCommandObjectList::ReadCommands(
+    pugi::xml_node element, bool indexed) {
+  // Read into commands of their own first: a failure then leaves the list untouched. A command
+  // being read is not yet part of anything, so its property changes are neither recorded for
+  // undo nor heard by the list's owners.
+  const TUndoSuspended undoOff;
+  const std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> elements =
+      CommandElements(element, indexed);
+  std::vector<std::unique_ptr<TCommandObject>> loaded;
+  loaded.reserve(elements.size());
+  for (const auto& [child, cls] : elements) {
+    std::unique_ptr<TOrbObject> created(ConstructOrbObject(cls, this));
+    loaded.emplace_back(static_cast<TCommandObject*>(created.release()));
+    TCommandObject& command = *loaded.back();
+    command.BeginUpdate();
+    command.Load(child);
+    command.EndUpdate(false);
+  }
+  return loaded;
 }
 
 }  // namespace norva

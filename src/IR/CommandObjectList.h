@@ -6,6 +6,7 @@
 #include <OrbGlobal/Model/OrbObjectList.h>
 
 #include <memory>
+#include <vector>
 
 namespace norva {
 
@@ -54,6 +55,8 @@ class TCommandObjectList : public TOrbObject {
  private:
   TCommandObjectList(bool ownsCommands, TOrbObject* owner);
   void CheckOwnsCommands() const;
+  // The commands of the child elements, in list order, not yet added.
+  std::vector<std::unique_ptr<TCommandObject>> ReadCommands(pugi::xml_node element, bool indexed);
 
   // mutable: the child list is handed out by the const GetChildList.
   mutable TOrbObjectList mCommands;

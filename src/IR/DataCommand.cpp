@@ -1,6 +1,7 @@
 #include <IR/DataCommand.h>
 
 #include <OrbGlobal/Xml/XmlBuilding.h>
+#include <Utils/StringUtils.h>
 
 #include <array>
 #include <charconv>
@@ -16,20 +17,27 @@ int HexDigit(QChar c) {
   return -1;
 }
 
-}  // namespace
-
-QString TDataCommand::GetDataString() const { return QString::fromLatin1(mData.toHex().toUpper()); }
-
-void TDataCommand::SetDataString(const QString& text) {
-  if (text == GetDataString()) return;
-  Updating("DataString");
-  mData = QByteArray(text.size() / 2, '\0');
-  for (qsizetype i = 0; i < mData.size(); ++i) {
+QByteArray BytesOfHex(const QString& text) {
+  QByteArray bytes(text.size() / 2, '\0');
+  for (qsizetype i = 0; i < bytes.size(); ++i) {
     const int high = HexDigit(text[2 * i]);
     const int low = HexDigit(text[2 * i + 1]);
     if (high < 0 || low < 0) break;
-    mData[i] = static_cast<char>(high << 4 | low);
+    bytes[i] = static_cast<char>(high << 4 | low);
   }
+  return bytes;
+}
+
+}  // namespace
+
+QString TDataCommand::GetDataString() const { return QString::fromLatin1(UpperHex(mData)); }
+
+void TDataCommand::SetDataString(const QString& text) {
+  // Compared as bytes: lower-case digits naming the same bytes change nothing.
+  const QByteArray data = BytesOfHex(text);
+  if (data == mData) return;
+  Updating("DataString");
+  mData = data;
   Updated();
 }
 
@@ -37,19 +45,18 @@ QString TDataCommand::Status() const {
   return IsEmpty() ? QStringLiteral("Undefined") : QStringLiteral("OK");
 }
 
-void TDataCommand::SaveData(pugi::xml_node element, const QString& binaryElement) const {
-  AddTextElement(element, "data", mData.toHex().toUpper().constData());
-  AddTextElement(element, binaryElement.toLatin1().constData(), mBinary ? "-1" : "0");
+void TDataCommand::SaveData(pugi::xml_node element, const char* binaryElement) const {
+  AddTextElement(element, "data", UpperHex(mData).constData());
+  AddTextElement(element, binaryElement, mBinary ? "-1" : "0");
   AddNumberElement(element, "auto_repeat", mAutoRepeatDelay);
 }
 
-bool TDataCommand::LoadDataElement(pugi::xml_node child, const QString& binaryElement) {
-  const QLatin1String name(child.name());
-  if (name == QLatin1String("data"))
+bool TDataCommand::LoadDataElement(pugi::xml_node child, const char* binaryElement) {
+  if (IsNamed(child, "data"))
     SetDataString(GetElementText(child));
-  else if (name == binaryElement)
+  else if (IsNamed(child, binaryElement))
     SetBinary(ElementBoolean(child));
-  else if (name == QLatin1String("auto_repeat"))
+  else if (IsNamed(child, "auto_repeat"))
     SetAutoRepeatDelay(ElementNumber<quint8>(child, 0));
   else
     return false;
@@ -68,10 +75,9 @@ void TDataCommand::AssignDataTo(TDataCommand& dest) const {
 }
 
 bool ElementBoolean(pugi::xml_node child) {
+  if (const std::optional<long long> number = DecimalOf(child.first_child().value()))
+    return *number != 0;
   const QString text = GetElementText(child);
-  bool isNumber = false;
-  const qlonglong number = text.toLongLong(&isNumber);
-  if (isNumber) return number != 0;
   if (text.compare(QStringLiteral("true"), Qt::CaseInsensitive) == 0) return true;
   if (text.compare(QStringLiteral("false"), Qt::CaseInsensitive) == 0) return false;
   throw EConvertError(QStringLiteral("'%1' is not a valid boolean value").arg(text));

@@ -40,9 +40,9 @@ class TDataCommand : public TCommandObject {
   using TCommandObject::TCommandObject;
 
   // The data, then the flag under `binaryElement` ("-1" or "0"), then "auto_repeat".
-  void SaveData(pugi::xml_node element, const QString& binaryElement) const;
+  void SaveData(pugi::xml_node element, const char* binaryElement) const;
   // Reads "data", the flag's element and "auto_repeat"; false for other elements.
-  bool LoadDataElement(pugi::xml_node child, const QString& binaryElement);
+  bool LoadDataElement(pugi::xml_node child, const char* binaryElement);
   bool SameData(const TDataCommand& other) const;
   // The data part through the setters, in order: data, flag, delay.
   void AssignDataTo(TDataCommand& dest) const;

@@ -11,24 +11,23 @@ namespace norva {
 
 template <typename T>
 T ElementNumber(pugi::xml_node child, T fallback) {
-  bool ok = false;
-  const qlonglong value = QByteArrayView(child.first_child().value()).trimmed().toLongLong(&ok);
-  if (!ok || value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
+  const std::optional<long long> value = DecimalOf(child.first_child().value());
+  if (!value || *value < std::numeric_limits<T>::min() || *value > std::numeric_limits<T>::max())
     return fallback;
-  return static_cast<T>(value);
+  return static_cast<T>(*value);
 }
 
 template <typename E>
 E ElementEnum(pugi::xml_node child) {
-  const QString text = GetElementText(child);
+  const char* text = child.first_child().value();
   if (const auto value = EnumFromName<E>(text)) return *value;
   throw EConvertError(QStringLiteral("'%1' is not a valid %2 value")
-                          .arg(text, QString::fromLatin1(QMetaEnum::fromType<E>().name())));
+                          .arg(XMLValue(text), QString::fromLatin1(MetaEnumOf<E>().name())));
 }
 
 template <typename E>
 void AddEnumElement(pugi::xml_node parent, const char* name, E value) {
-  const char* key = QMetaEnum::fromType<E>().valueToKey(static_cast<int>(value));
+  const char* key = MetaEnumOf<E>().valueToKey(static_cast<int>(value));
   AddTextElement(parent, name, key ? key : "");
 }
 

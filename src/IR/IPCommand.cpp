@@ -7,7 +7,7 @@ namespace norva {
 
 namespace {
 
-const QString kBinaryElement = QStringLiteral("binary");
+constexpr const char* kBinaryElement = "binary";
 
 }  // namespace
 
@@ -43,10 +43,9 @@ void TIPCommand::Save(pugi::xml_node element) const {
 void TIPCommand::LoadElement(pugi::xml_node child) {
   TDataCommand::LoadElement(child);
   if (LoadDataElement(child, kBinaryElement)) return;
-  const QLatin1String name(child.name());
-  if (name == QLatin1String("ip_protocol"))
+  if (IsNamed(child, "ip_protocol"))
     SetIPProtocol(ElementEnum<TIPProtocol>(child));
-  else if (name == QLatin1String("port"))
+  else if (IsNamed(child, "port"))
     SetPort(ElementNumber<quint16>(child, 0));
 }
 

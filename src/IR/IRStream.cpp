@@ -175,16 +175,15 @@ void TIRStream::Load(pugi::xml_node element) {
 
 void TIRStream::LoadElement(pugi::xml_node child) {
   TCommandObject::LoadElement(child);
-  const QLatin1String name(child.name());
-  if (name == QLatin1String("modulation_period"))
+  if (IsNamed(child, "modulation_period"))
     SetModulationPeriod(ElementNumber<quint16>(child, NoModulationPeriod));
-  else if (name == QLatin1String("format"))
+  else if (IsNamed(child, "format"))
     SetFormat(FormatOf(ElementNumber<quint8>(child, RepeatWord1)));
-  else if (name == QLatin1String("period_lengths"))
+  else if (IsNamed(child, "period_lengths"))
     SetPeriodLengthsString(GetElementText(child));
-  else if (name == QLatin1String("period_id_pairs"))
+  else if (IsNamed(child, "period_id_pairs"))
     SetPeriodIDPairsString(GetElementText(child));
-  else if (name == QLatin1String("repeat"))
+  else if (IsNamed(child, "repeat"))
     SetRepeats(ElementNumber<quint8>(child, 0));
 }
 

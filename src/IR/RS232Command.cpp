@@ -7,7 +7,7 @@ namespace norva {
 
 namespace {
 
-const QString kBinaryElement = QStringLiteral("use_hex");
+constexpr const char* kBinaryElement = "use_hex";
 
 }  // namespace
 
@@ -47,14 +47,13 @@ void TRS232Command::Save(pugi::xml_node element) const {
 void TRS232Command::LoadElement(pugi::xml_node child) {
   TDataCommand::LoadElement(child);
   if (LoadDataElement(child, kBinaryElement)) return;
-  const QLatin1String name(child.name());
-  if (name == QLatin1String("baud_rate"))
+  if (IsNamed(child, "baud_rate"))
     SetBaudRate(ElementNumber<qint32>(child, 9600));
-  else if (name == QLatin1String("databits"))
+  else if (IsNamed(child, "databits"))
     SetDatabits(ElementNumber<quint8>(child, 8));
-  else if (name == QLatin1String("stopbits"))
+  else if (IsNamed(child, "stopbits"))
     SetStopbits(ElementEnum<TNumStopbits>(child));
-  else if (name == QLatin1String("parity"))
+  else if (IsNamed(child, "parity"))
     SetParity(ElementEnum<TParity>(child));
 }
 

@@ -39,4 +39,16 @@ QString SelectSubString(const QString& text, const QString& delimiter, int index
   return text.mid(fieldStart, fieldEnd < 0 ? -1 : fieldEnd - fieldStart);
 }
 
+QByteArray UpperHex(QByteArrayView bytes) {
+  constexpr char Digits[] = "0123456789ABCDEF";
+  QByteArray text(2 * bytes.size(), Qt::Uninitialized);
+  char* out = text.data();
+  for (const char byte : bytes) {
+    const auto value = static_cast<unsigned char>(byte);
+    *out++ = Digits[value >> 4];
+    *out++ = Digits[value & 0xF];
+  }
+  return text;
+}
+
 }  // namespace norva

@@ -192,6 +192,25 @@ TEST_F(TCommandTest, FilesComeOutAsTheGoldenOnesAndReadBackTheSame) {
   EnableUndo();
 }
 
+TEST_F(TCommandTest, ReadingAListIsUndoneAsAChangeOfTheListAlone) {
+  TModelStandIn model;
+  TCommandObjectList& list = model.mCommands;
+  AddSerial(list, "Lamp off", "2A4C4F46");
+  MaintainUndo();
+  const QByteArray before = Saved(list, false);
+  const int recordedBefore = Undo().Count();
+  Load(list, Golden("indexed_list.xml"), true);
+  MaintainUndo();
+  // The removal and the three additions, and none of the values read into the new commands,
+  // which never held anything else.
+  EXPECT_EQ(Undo().Count() - recordedBefore, 4);
+  const QByteArray after = Saved(list, false);
+  Undo().Revert();
+  EXPECT_EQ(Saved(list, false), before);
+  Redo().Revert();
+  EXPECT_EQ(Saved(list, false), after);
+}
+
 TEST_F(TCommandTest, BadFilesFailOrFollowTheIndexRuleAndNeverHalfLoad) {
   DisableUndo();
   TCommandObjectList list;

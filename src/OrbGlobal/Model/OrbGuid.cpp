@@ -2,6 +2,8 @@
 
 #include <OrbGlobal/Model/OrbErrors.h>
 
+#include <cstdint>
+
 namespace norva {
 
 namespace {
@@ -33,9 +35,36 @@ bool IsRegistryForm(TView text) {
   return true;
 }
 
+// `digits` upper-case hexadecimal digits of `value`, most significant first; returns the end.
+char* PutHex(char* out, std::uint32_t value, int digits) {
+  constexpr char Digits[] = "0123456789ABCDEF";
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) *out++ = Digits[value >> shift & 0xF];
+  return out;
+}
+
 }  // namespace
 
-QString GUIDToString(const QUuid& guid) { return guid.toString(QUuid::WithBraces).toUpper(); }
+QString GUIDToString(const QUuid& guid) {
+  const std::array<char, 39> text = GUIDToUtf8(guid);
+  return QString::fromLatin1(text.data(), 38);
+}
+
+std::array<char, 39> GUIDToUtf8(const QUuid& guid) {
+  std::array<char, 39> text{};
+  char* out = text.data();
+  *out++ = '{';
+  out = PutHex(out, guid.data1, 8);
+  *out++ = '-';
+  out = PutHex(out, guid.data2, 4);
+  *out++ = '-';
+  out = PutHex(out, guid.data3, 4);
+  *out++ = '-';
+  out = PutHex(out, guid.data4[0] << 8 | guid.data4[1], 4);
+  *out++ = '-';
+  for (int i = 2; i < 8; ++i) out = PutHex(out, guid.data4[i], 2);
+  *out = '}';
+  return text;
+}
 
 QUuid StringToGUID(QAnyStringView text) {
   if (!text.visit([](auto view) { return IsRegistryForm(view); })) {

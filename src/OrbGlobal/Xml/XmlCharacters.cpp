@@ -46,14 +46,27 @@ TCodePoint DecodeUtf8(std::string_view text, std::size_t at) {
   return {value, lead.Length};
 }
 
-// Eight bytes at once that are all printable ASCII (0x20 to 0x7F): no high bit set, none below
-// 0x20 (subtracting 0x20 from such a byte borrows, setting its high bit).
-bool AllPrintableAscii(std::string_view text, std::size_t at) {
-  constexpr std::uint64_t Ones = 0x0101010101010101;
-  constexpr std::uint64_t HighBits = 0x8080808080808080;
+constexpr std::uint64_t Ones = 0x0101010101010101;
+constexpr std::uint64_t HighBits = 0x8080808080808080;
+
+// The high bit of each byte of `word` (all below 0x80) that equals `byte`: adding 0x7F to any other
+// sets its high bit, and no sum carries into the next byte.
+std::uint64_t BytesEqualTo(std::uint64_t word, std::uint8_t byte) {
+  return ~((word ^ (byte * Ones)) + 0x7F * Ones) & HighBits;
+}
+
+// Eight bytes at once that are all ASCII XML characters: printable, tab, line feed or carriage
+// return. Indented files have those every few bytes, so they are taken in the word too.
+bool AllAsciiXmlCharacters(std::string_view text, std::size_t at) {
   std::uint64_t word = 0;
   std::memcpy(&word, text.data() + at, sizeof word);
-  return ((word | (word - 0x20 * Ones)) & HighBits) == 0;
+  if ((word & HighBits) != 0) return false;
+  // Bytes below 0x20 are those to which adding 0x60 leaves the high bit clear.
+  const std::uint64_t controls = ~(word + 0x60 * Ones) & HighBits;
+  if (controls == 0) return true;
+  const std::uint64_t allowed =
+      BytesEqualTo(word, '\t') | BytesEqualTo(word, '\n') | BytesEqualTo(word, '\r');
+  return (controls & ~allowed) == 0;
 }
 
 // The common case, taken without decoding.
@@ -76,7 +89,7 @@ bool IsXmlCharacter(char32_t c) {
 std::size_t FindCharacterXmlCannotHold(std::string_view utf8) {
   std::size_t at = 0;
   while (at < utf8.size()) {
-    if (utf8.size() - at >= 8 && AllPrintableAscii(utf8, at)) {
+    if (utf8.size() - at >= 8 && AllAsciiXmlCharacters(utf8, at)) {
       at += 8;
       continue;
     }

@@ -49,6 +49,20 @@ QString GetXMLDOMText(pugi::xml_node node) {
   return XMLValue(text);
 }
 
+std::optional<long long> DecimalOf(const char* utf8) {
+  // Files hold plain digits almost always; those are read here at once, anything else as Qt reads
+  // numbers. Eighteen digits cannot overflow.
+  const char* digit = utf8 + (*utf8 == '-' ? 1 : 0);
+  long long value = 0;
+  int count = 0;
+  for (; *digit >= '0' && *digit <= '9' && count < 18; ++digit, ++count)
+    value = value * 10 + (*digit - '0');
+  if (*digit == '\0' && count > 0) return *utf8 == '-' ? -value : value;
+  bool ok = false;
+  const long long parsed = QByteArrayView(utf8).trimmed().toLongLong(&ok);
+  return ok ? std::optional<long long>(parsed) : std::nullopt;
+}
+
 QString XMLValue(QByteArrayView utf8) {
   // A value may begin with U+FEFF like any other character: it is no byte-order mark here.
   if (!utf8.startsWith("\xEF\xBB\xBF")) return QString::fromUtf8(utf8);

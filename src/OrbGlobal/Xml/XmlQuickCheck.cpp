@@ -3,6 +3,8 @@
 #include <OrbGlobal/Xml/XmlCharacters.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <vector>
 
 namespace norva {
@@ -14,6 +16,23 @@ namespace {
 constexpr std::size_t kMaxAttributes = 64;
 
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// The ASCII bytes names are made of here: letters and '_' begin one, digits, '-' and '.' may
+// follow. Looked up in a table, as names make up much of a document.
+enum TNameByte : std::uint8_t { NotInName = 0, NameStart = 1, NameChar = 2 };
+
+constexpr std::array<std::uint8_t, 256> NameBytes = [] {
+  std::array<std::uint8_t, 256> bytes{};
+  for (int c = 'a'; c <= 'z'; ++c) bytes[c] = NameStart | NameChar;
+  for (int c = 'A'; c <= 'Z'; ++c) bytes[c] = NameStart | NameChar;
+  bytes['_'] = NameStart | NameChar;
+  for (int c = '0'; c <= '9'; ++c) bytes[c] = NameChar;
+  bytes['-'] = NameChar;
+  bytes['.'] = NameChar;
+  return bytes;
+}();
+
+bool Is(char c, TNameByte kind) { return (NameBytes[static_cast<unsigned char>(c)] & kind) != 0; }
 
 // The first of `a`, `b` or `c` at or after `from`. The runs searched are short (a value, the
 // indentation between two tags), where a plain loop beats find_first_of's memchr per byte.
@@ -69,14 +88,10 @@ class TQuickCheck {
   // Others (colons, other scripts) are left to the conforming reader, whose name rules differ in
   // their details from the letter of XML 1.0.
   bool Name(std::string_view& name) {
-    const auto letter = [](char c) {
-      return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-    };
     const std::size_t start = mPosition;
-    if (!letter(Peek())) return false;
+    if (!Is(Peek(), NameStart)) return false;
     ++mPosition;
-    for (char c = Peek(); letter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; c = Peek())
-      ++mPosition;
+    while (mPosition < mText.size() && Is(mText[mPosition], NameChar)) ++mPosition;
     const char next = Peek();
     if (static_cast<unsigned char>(next) >= 0x80 || next == ':') return false;
     name = mText.substr(start, mPosition - start);
@@ -203,12 +218,40 @@ class TQuickCheck {
 
   // Character data up to the next markup: no "]]>" in it.
   bool Text() {
-    std::size_t end = FindFirstOf(mText, mPosition, '<', '&', '<');
-    if (end == std::string_view::npos) end = mText.size();
-    const std::string_view text = mText.substr(mPosition, end - mPosition);
-    if (text.find("]]>") != std::string_view::npos) return false;
-    mPosition = end;
+    for (; mPosition < mText.size(); ++mPosition) {
+      const char c = mText[mPosition];
+      if (c == '<' || c == '&') return true;
+      if (c == ']' && Starts("]]>")) return false;
+    }
     return true;
+  }
+
+  // After "</": the name of the innermost open element, then '>'.
+  bool EndTag() {
+    std::string_view name;
+    if (!Name(name) || name != mOpen.back()) return false;
+    SkipSpace();
+    if (!Take(">")) return false;
+    mOpen.pop_back();
+    return true;
+  }
+
+  // At '<': the markup that begins there. Start and end tags, by far the most of it, are told
+  // apart by their second byte before anything rarer is tried.
+  bool Markup(bool& empty) {
+    const char second = Peek(1);
+    if (Is(second, NameStart)) {
+      ++mPosition;
+      return StartTag(empty);
+    }
+    if (second == '/') {
+      mPosition += 2;
+      return EndTag();
+    }
+    if (Take("<!--")) return Comment();
+    if (Take("<![CDATA[")) return SkipPast("]]>");
+    if (Take("<?")) return ProcessingInstruction();
+    return false;
   }
 
   // The document element and everything in it, without recursion.
@@ -218,21 +261,11 @@ class TQuickCheck {
     if (!StartTag(empty)) return false;
     while (!mOpen.empty()) {
       if (AtEnd()) return false;
-      if (Take("</")) {
-        std::string_view name;
-        if (!Name(name) || name != mOpen.back()) return false;
-        SkipSpace();
-        if (!Take(">")) return false;
-        mOpen.pop_back();
-      } else if (Take("<!--")) {
-        if (!Comment()) return false;
-      } else if (Take("<![CDATA[")) {
-        if (!SkipPast("]]>")) return false;
-      } else if (Take("<?")) {
-        if (!ProcessingInstruction()) return false;
-      } else if (Take("<")) {
-        if (!StartTag(empty)) return false;
-      } else if (Take("&")) {
+      const char c = mText[mPosition];
+      if (c == '<') {
+        if (!Markup(empty)) return false;
+      } else if (c == '&') {
+        ++mPosition;
         if (!Reference()) return false;
       } else if (!Text()) {
         return false;
