@@ -4,11 +4,10 @@
 #include <IR/IR.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <OrbGlobal/Xml/XmlDocument.h>
+#include <support/PugixmlBaseline.h>
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
-
-#include <sstream>
 
 namespace {
 
@@ -71,30 +70,40 @@ BENCHMARK(SaveCommandList)->Unit(benchmark::kMillisecond);
 // The same document, already built, merely written by pugixml.
 void WriteWithPugixmlOnly(benchmark::State& state) {
   pugi::xml_document document;
-  document.load_buffer(Fixture().bytes.constData(),
-                       static_cast<std::size_t>(Fixture().bytes.size()),
-                       pugi::parse_default | pugi::parse_ws_pcdata);
-  for (auto _ : state) {
-    std::ostringstream out;
-    document.save(out, "", pugi::format_raw | pugi::format_no_declaration);
-    benchmark::DoNotOptimize(out.str().size());
-  }
+  norva::bench::ParseWithPugixml(document, Fixture().bytes);
+  const auto expected = static_cast<std::size_t>(Fixture().bytes.size());
+  for (auto _ : state) benchmark::DoNotOptimize(norva::bench::WriteWithPugixml(document, expected));
   Report(state);
 }
 BENCHMARK(WriteWithPugixmlOnly)->Unit(benchmark::kMillisecond);
 
+void LoadCommandList(const TFixture& fixture) {
+  pugi::xml_document document;
+  norva::LoadXMLDocument(document, fixture.bytes);
+  norva::TCommandObjectList list;
+  list.Load(document.document_element(), true);
+  benchmark::DoNotOptimize(list.GetCommandCount());
+}
+
 void LoadCommandList(benchmark::State& state) {
   const TFixture& fixture = Fixture();
-  for (auto _ : state) {
-    pugi::xml_document document;
-    norva::LoadXMLDocument(document, fixture.bytes);
-    norva::TCommandObjectList list;
-    list.Load(document.document_element(), true);
-    benchmark::DoNotOptimize(list.GetCommandCount());
-  }
+  for (auto _ : state) LoadCommandList(fixture);
   Report(state);
 }
 BENCHMARK(LoadCommandList)->Unit(benchmark::kMillisecond);
+
+// As an editor reads a list: with undo on, the read is one undoable change of the list.
+void LoadCommandListUndoOn(benchmark::State& state) {
+  const TFixture& fixture = Fixture();
+  norva::EnableUndo();
+  for (auto _ : state) {
+    LoadCommandList(fixture);
+    norva::MaintainUndo();
+  }
+  norva::DisableUndo();
+  Report(state);
+}
+BENCHMARK(LoadCommandListUndoOn)->Unit(benchmark::kMillisecond);
 
 // The library's strict document reading alone, without the commands.
 void LoadDocumentOnly(benchmark::State& state) {
@@ -110,9 +119,7 @@ BENCHMARK(LoadDocumentOnly)->Unit(benchmark::kMillisecond);
 void ParseWithPugixmlOnly(benchmark::State& state) {
   for (auto _ : state) {
     pugi::xml_document document;
-    benchmark::DoNotOptimize(document.load_buffer(Fixture().bytes.constData(),
-                                                  static_cast<std::size_t>(Fixture().bytes.size()),
-                                                  pugi::parse_default | pugi::parse_ws_pcdata));
+    benchmark::DoNotOptimize(norva::bench::ParseWithPugixml(document, Fixture().bytes));
   }
   Report(state);
 }
