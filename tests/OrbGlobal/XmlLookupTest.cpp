@@ -79,5 +79,27 @@ TEST(XmlLookupText, WalksDeepNestingWithoutRecursion) {
             QStringLiteral("x"));
 }
 
+// Plain digits are read at once; everything else as Qt reads numbers, so both ways must agree.
+TEST(XmlLookupText, DecimalsReadAsQtReadsThem) {
+  const struct {
+    const char* Text;
+    std::optional<long long> Value;
+  } cases[] = {
+      {"19200", 19200},
+      {"-5", -5},
+      {"007", 7},
+      {" 12\t", 12},
+      {"+7", 7},
+      {"123456789012345678", 123456789012345678},
+      {"1234567890123456789", 1234567890123456789},
+      {"99999999999999999999", std::nullopt},
+      {"", std::nullopt},
+      {"-", std::nullopt},
+      {"12a", std::nullopt},
+      {"0x10", std::nullopt},
+  };
+  for (const auto& c : cases) EXPECT_EQ(DecimalOf(c.Text), c.Value) << c.Text;
+}
+
 }  // namespace
 }  // namespace norva
