@@ -30,8 +30,7 @@ TKeypadView::TKeypadView(QWidget* parent)
     });
   }
   mCaption->setObjectName(QStringLiteral("caption"));
-  connect(mCaption, &QLineEdit::editingFinished, this,
-          [this] { SetCaption(mSelected, mCaption->text()); });
+  connect(mCaption, &QLineEdit::editingFinished, this, &TKeypadView::CommitCaption);
   auto* form = new QFormLayout;
   form->addRow(mSelectedLabel, mCaption);
   auto* layout = new QVBoxLayout(this);
@@ -69,21 +68,24 @@ void TKeypadView::Refresh() {
 }
 
 void TKeypadView::Select(int index) {
+  CommitCaption();
   mSelected = index;
   if (mKeypad) mCaption->setText(mKeypad->Button(index).GetCaption());
   Refresh();
 }
 
-namespace {
+void TKeypadView::CommitCaption() {
+  if (!mCaption->isModified()) return;
+  mCaption->setModified(false);
+  SetCaption(mSelected, mCaption->text());
+}
 
-// One user action: its edits become one undo step.
 template <typename F>
-void AsOneStep(F edit) {
+void TKeypadView::AsOneStep(F edit) {
+  CommitCaption();
   edit();
   norva::MaintainUndo();
 }
-
-}  // namespace
 
 void TKeypadView::Bind(int index, const QString& guid, const QString& name,
                        const norva::TButtonClass& buttonClass) {
@@ -123,6 +125,7 @@ void TKeypadView::MoveButton(int from, int to) {
 }
 
 void TKeypadView::CopyToClipboard(int index) {
+  CommitCaption();
   if (mKeypad) mKeypad->Button(index).CopyToClipboard();
 }
 

@@ -35,6 +35,9 @@ class TKeypadView : public QWidget {
   void Select(int index);
   TButtonTile* Tile(int index) const { return mTiles.at(static_cast<std::size_t>(index)); }
   QLineEdit* CaptionEditor() const { return mCaption; }
+  // A caption typed for the selected button becomes its caption, Enter pressed or not; called
+  // before anything else happens to the keypad (another button selected, a save, a close).
+  void CommitCaption();
 
   // Edits, each closed as one undo step.
   void Bind(int index, const QString& guid, const QString& name,
@@ -54,6 +57,11 @@ class TKeypadView : public QWidget {
   void Edited();
 
  private:
+  // One user action on the keypad, after any caption still being typed: its edits become one
+  // undo step.
+  template <typename F>
+  void AsOneStep(F edit);
+
   std::array<TButtonTile*, example::TWallKeypad::ButtonCount> mTiles{};
   QLineEdit* mCaption;
   QLabel* mSelectedLabel;

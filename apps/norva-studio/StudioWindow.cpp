@@ -285,6 +285,7 @@ bool TStudioWindow::FileOpen() {
 }
 
 bool TStudioWindow::FileSave() {
+  mView->CommitCaption();
   try {
     const bool saved = mKeypad->FileSave();
     ShowState();
@@ -406,6 +407,7 @@ void TStudioWindow::ShowCurrentCode() {
 }
 
 void TStudioWindow::closeEvent(QCloseEvent* event) {
+  mView->CommitCaption();
   bool closes = false;
   try {
     closes = mKeypad->CanClose(false);

@@ -180,6 +180,40 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
   EXPECT_EQ(third->Keypad().Button(2).GetCaption(), "Louder");
 }
 
+TEST_F(Studio, ACaptionTypedIsKeptWhateverTheInstallerDoesNext) {
+  // Typed without Enter, then: another button clicked, the keypad saved, the window closed.
+  auto window = OpenWindow();
+  QLineEdit* editor = window->KeypadView()->CaptionEditor();
+  const auto typeCaption = [&](int button, const QString& caption) {
+    window->KeypadView()->Select(button);
+    editor->setFocus();
+    editor->selectAll();
+    QTest::keyClicks(editor, caption);
+  };
+  typeCaption(1, "Lounge on");
+  QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton);
+  EXPECT_EQ(window->Keypad().Button(1).GetCaption(), "Lounge on");
+  EXPECT_EQ(window->KeypadView()->Tile(1)->CaptionText(), "Lounge on");
+  EXPECT_EQ(window->KeypadView()->Selected(), 5);
+  EXPECT_TRUE(editor->text().isEmpty()) << "the field shows the newly selected button";
+  window->UndoAction()->trigger();
+  EXPECT_TRUE(window->Keypad().Button(1).GetCaption().isEmpty()) << "the caption is one undo step";
+  window->RedoAction()->trigger();
+
+  typeCaption(5, "Lounge off");
+  ASSERT_TRUE(window->FileSave());
+  typeCaption(4, "Mute");
+  mServices.ScriptAnswers({norva::TMessageResult::Yes});  // save the changes on closing
+  EXPECT_TRUE(window->close());
+  window.reset();
+
+  auto reopened = OpenWindow();
+  ASSERT_TRUE(reopened->FileOpen());
+  EXPECT_EQ(reopened->Keypad().Button(1).GetCaption(), "Lounge on");
+  EXPECT_EQ(reopened->Keypad().Button(5).GetCaption(), "Lounge off");
+  EXPECT_EQ(reopened->Keypad().Button(4).GetCaption(), "Mute");
+}
+
 TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus) {
   auto window = OpenWindow();
   window->OpenLibrary(mFolder.filePath("public.xml"), true);
