@@ -11,6 +11,14 @@ flavour=${1:-release}
 shift || true
 
 args=(-G Ninja -S "$root" -B "$root/build/$flavour" -DNORVA_WERROR=ON)
+# Compilations are cached in the user's cache folder (ccache), keyed on paths relative to the
+# clone, so a fresh clone on the same machine reuses what an earlier build compiled.
+if command -v ccache >/dev/null; then
+  args+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
+  export CCACHE_SLOPPINESS="${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}"
+  export CCACHE_MAXSIZE="${CCACHE_MAXSIZE:-20G}"
+fi
 case "$flavour" in
   release) args+=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DNORVA_BUILD_BENCH=ON -DNORVA_BUILD_TESTS=ON -DNORVA_BUILD_TOOLS=ON) ;;
   asan) args+=(-DCMAKE_BUILD_TYPE=Debug -DNORVA_SANITIZE=address,undefined -DNORVA_BUILD_BENCH=OFF) ;;

@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  cmake ninja-build g++ pkg-config git python3
+  cmake ninja-build g++ pkg-config git python3 ccache
   qt6-base-dev qt6-serialport-dev libgl-dev
   libpugixml-dev
   googletest libgtest-dev libgmock-dev libbenchmark-dev

@@ -21,7 +21,7 @@ TSAN_OPTIONS=halt_on_error=1 ctest --test-dir build/tsan --output-on-failure -j2
 
 echo "== Fuzz smoke"
 bash scripts/build.sh fuzz
-bash scripts/fuzz.sh "${NORVA_FUZZ_SECONDS:-20}"
+bash scripts/fuzz.sh "${NORVA_FUZZ_SECONDS:-15}"
 
 echo "== Benchmarks (one short pass; figures come from scripts/bench.sh)"
 bash scripts/build.sh release

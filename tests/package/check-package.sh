@@ -10,8 +10,15 @@ client_args=()
 if [[ -n "$sanitize" ]]; then
   client_args+=("-DCMAKE_CXX_FLAGS=-fsanitize=$sanitize" "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=$sanitize")
 fi
-scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
+# A fixed place in the build folder, so that the compiler cache knows the client again next time.
+scratch="$build_dir/package-clients/$(basename "$client_src")"
+rm -rf "$scratch"
+mkdir -p "$scratch"
+if command -v ccache >/dev/null; then
+  client_args+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  CCACHE_BASEDIR=$(cd "$(dirname "$0")/../.." && pwd)
+  export CCACHE_BASEDIR CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=include_file_mtime,include_file_ctime
+fi
 cmake --install "$build_dir" --prefix "$scratch/prefix" >/dev/null
 # Only the configure and build output of a failure is shown, so a broken header is named.
 if ! cmake -S "$client_src" -B "$scratch/client" -G Ninja -DCMAKE_PREFIX_PATH="$scratch/prefix" \
