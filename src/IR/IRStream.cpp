@@ -4,9 +4,12 @@
 #include <IR/IRHexCode.h>
 #include <IR/IRPeriods.h>
 #include <IR/IRRawSignal.h>
+#include <IR/IRStreamReplacement.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Model/AssignTarget.h>
+#include <OrbGlobal/Model/OrbClass.h>
+#include <OrbGlobal/Undo/Undo.h>
 
 namespace norva {
 
@@ -21,6 +24,16 @@ TIRStreamFormat FormatOf(quint8 number) {
 
 double LengthUnit(TPeriodID id) {
   return id >= FirstWordEndID ? WordEndLengthUnit : PeriodLengthUnit;
+}
+
+// The stream as its text forms carry it: the lengths its pairs use up to the end, those pairs.
+TIRStreamData Carried(const TIRStreamData& data) {
+  TIRStreamData carried;
+  carried.ModulationPeriod = data.ModulationPeriod;
+  carried.Format = data.Format;
+  carried.SetPeriodLengthsString(data.GetPeriodLengthsString());
+  carried.SetPeriodIDPairsString(data.GetPeriodIDPairsString());
+  return carried;
 }
 
 }  // namespace
@@ -117,21 +130,38 @@ void TIRStream::SetRawSignal(double frequencyHz, const QList<double>& microsecon
 }
 
 void TIRStream::SetData(const TIRStreamData& data) {
-  BeginUpdate();
-  SetModulationPeriod(data.ModulationPeriod);
-  SetFormat(data.Format);
-  // Recorded under the text forms, the lengths first: their text depends on the pairs in place.
-  if (data.Lengths != mData.Lengths) {
-    Updating("PeriodLengthsString");
-    mData.Lengths = data.Lengths;
-    Updated();
-  }
-  if (data.Pairs != mData.Pairs) {
-    Updating("PeriodIDPairsString");
-    mData.Pairs = data.Pairs;
-    Updated();
-  }
-  EndUpdate();
+  ReplaceStream([&] { StoreData(data); });
+}
+
+// Recorded as one whole value: the text forms read the lengths and pairs through the format and
+// the end, so recording them one by one around a new format keeps the wrong ones.
+void TIRStream::ReplaceStream(const std::function<void()>& replace) {
+  std::unique_ptr<TIRStream> previous = UndoEnabled() && !IsReadOnly() ? CopyOfStream() : nullptr;
+  const TIRStreamData data = mData;
+  replace();
+  if (previous ? SameStream(*previous) : mData == data) return;
+  if (previous) RecordChange(std::make_unique<TReplacedIRStream>(*this, std::move(previous)));
+  MarkModified();
+  Updated();
+}
+
+bool TIRStream::SameStream(const TIRStream& other) const {
+  return mData == other.mData && SameDerived(other);
+}
+
+std::unique_ptr<TIRStream> TIRStream::CopyOfStream() const {
+  std::unique_ptr<TIRStream> copy(
+      static_cast<TIRStream*>(ConstructOrbObject(metaObject(), nullptr)));
+  copy->mData = mData;
+  copy->CopyDerived(*this);
+  return copy;
+}
+
+void TIRStream::RestoreStream(const TIRStream& previous) {
+  ReplaceStream([&] {
+    StoreData(previous.mData);
+    CopyDerived(previous);
+  });
 }
 
 QString TIRStream::GetName() const {
@@ -151,11 +181,11 @@ void TIRStream::AssignTo(QObject* dest) const {
   const TAssignTarget<TIRStream> stream(this, dest);
   TCommandObject::AssignTo(dest);
   if (!stream) return;
-  stream->SetModulationPeriod(mData.ModulationPeriod);
-  stream->SetFormat(mData.Format);
+  stream->ReplaceStream([&] {
+    stream->StoreData(Carried(mData));
+    stream->CopyDerived(*this);
+  });
   stream->SetRepeats(mRepeats);
-  stream->SetPeriodLengthsString(GetPeriodLengthsString());
-  stream->SetPeriodIDPairsString(GetPeriodIDPairsString());
 }
 
 void TIRStream::Save(pugi::xml_node element) const {

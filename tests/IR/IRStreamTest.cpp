@@ -1,14 +1,14 @@
 // Infra-red streams as model objects: the real codes of remote controls read and written back
 // within their tolerance, the native streams, the text forms and units, and the clipboard check.
 
+#include "IRCorpus.h"
+
 #include <IR/IR.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <OrbGlobal/Xml/XmlDocument.h>
 #include <Testing/RecordingUIServices.h>
 #include <support/QtPrinters.h>
-
-#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -17,18 +17,6 @@
 using namespace norva;
 
 namespace {
-
-QList<std::pair<QString, QString>> Corpus() {
-  QFile file(QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/pronto-codes.tsv"));
-  QList<std::pair<QString, QString>> lines;
-  if (!file.open(QIODevice::ReadOnly)) return lines;
-  for (const QByteArray& line : file.readAll().split('\n')) {
-    if (!line.isEmpty())
-      lines.append({QString::fromUtf8(line).section(u'\t', 0, 0),
-                    QString::fromUtf8(line).section(u'\t', 1)});
-  }
-  return lines;
-}
 
 QList<int> Words(const QString& code) {
   QList<int> words;
