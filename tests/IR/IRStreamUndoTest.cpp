@@ -125,6 +125,10 @@ TEST_F(TIRStreamUndoTest, WholeStreamReplacementsUndoAndRedoExactlyInOneStep) {
       MaintainUndo();
       EXPECT_EQ(StateOf(stream), after);
       EXPECT_FALSE(Redo().CanRevert());
+      // The same replacement again changes nothing and records nothing.
+      const int recorded = Undo().Count();
+      replace(stream);
+      EXPECT_EQ(Undo().Count(), recorded);
       Undo().Empty();
     }
   }
