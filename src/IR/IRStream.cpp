@@ -198,23 +198,40 @@ void TIRStream::Save(pugi::xml_node element) const {
   if (mRepeats != 0) AddNumberElement(element, "repeat", mRepeats);
 }
 
+// Read as one whole stream, replaced once every element is read: element by element, the text
+// forms would be recorded for undo against a format already read and pairs not yet read.
 void TIRStream::Load(pugi::xml_node element) {
-  SetRepeats(0);
-  TCommandObject::Load(element);
+  TStreamBeingRead read{mData, 0};
+  mRead = &read;
+  try {
+    TCommandObject::Load(element);
+  } catch (...) {
+    mRead = nullptr;
+    throw;
+  }
+  mRead = nullptr;
+  SetData(read.Data);
+  SetRepeats(read.Repeats);
 }
 
+// Only inside Load. The text forms are read only when they differ from what the stream read so
+// far gives, as their setters do.
 void TIRStream::LoadElement(pugi::xml_node child) {
   TCommandObject::LoadElement(child);
-  if (IsNamed(child, "modulation_period"))
-    SetModulationPeriod(ElementNumber<quint16>(child, NoModulationPeriod));
-  else if (IsNamed(child, "format"))
-    SetFormat(FormatOf(ElementNumber<quint8>(child, RepeatWord1)));
-  else if (IsNamed(child, "period_lengths"))
-    SetPeriodLengthsString(GetElementText(child));
-  else if (IsNamed(child, "period_id_pairs"))
-    SetPeriodIDPairsString(GetElementText(child));
-  else if (IsNamed(child, "repeat"))
-    SetRepeats(ElementNumber<quint8>(child, 0));
+  TIRStreamData& data = mRead->Data;
+  if (IsNamed(child, "modulation_period")) {
+    data.ModulationPeriod = ElementNumber<quint16>(child, NoModulationPeriod);
+  } else if (IsNamed(child, "format")) {
+    data.Format = FormatOf(ElementNumber<quint8>(child, RepeatWord1));
+  } else if (IsNamed(child, "period_lengths")) {
+    const QString text = GetElementText(child);
+    if (text != data.GetPeriodLengthsString()) data.SetPeriodLengthsString(text);
+  } else if (IsNamed(child, "period_id_pairs")) {
+    const QString text = GetElementText(child);
+    if (text != data.GetPeriodIDPairsString()) data.SetPeriodIDPairsString(text);
+  } else if (IsNamed(child, "repeat")) {
+    mRead->Repeats = ElementNumber<quint8>(child, 0);
+  }
 }
 
 void TIRPeriodsLoadHelper::LoadStream(TIRStream& stream) const {

@@ -82,7 +82,8 @@ class TIRStream : public TCommandObject {
 
   // Nothing at all for an empty stream.
   void Save(pugi::xml_node element) const override;
-  // A missing "repeat" means 0.
+  // A missing "repeat" means 0. The stream part is one change of the whole stream; a failure
+  // leaves it as it was.
   void Load(pugi::xml_node element) override;
 
  protected:
@@ -109,8 +110,15 @@ class TIRStream : public TCommandObject {
   std::unique_ptr<TIRStream> CopyOfStream() const;
   void RestoreStream(const TIRStream& previous);
 
+  // What Load has read so far, while it runs.
+  struct TStreamBeingRead {
+    TIRStreamData Data;
+    quint8 Repeats;
+  };
+
   TIRStreamData mData;
   quint8 mRepeats = 0;
+  TStreamBeingRead* mRead = nullptr;
 };
 
 // Whether the clipboard (through the UI services) holds text shaped like a hex code.

@@ -1,5 +1,6 @@
-// A stream replaced as a whole (hex code, raw signal, native code, assignment, new content) undoes
-// to exactly the stream it was and redoes to exactly the new one, in one step, whatever it was.
+// A stream replaced as a whole (hex code, raw signal, native code, assignment, new content, a
+// file read) undoes to exactly the stream it was and redoes to exactly the new one, in one step,
+// whatever it was.
 
 #include "IRCorpus.h"
 
@@ -85,6 +86,11 @@ TEST_F(TIRStreamUndoTest, WholeStreamReplacementsUndoAndRedoExactlyInOneStep) {
   learnt.SetRepeats(1);
   TNorvaIRStream mute;
   mute.SetNorva(5, nvMuteCmd, IntegraAmpCommand);
+  TIRStream filed;
+  filed.SetHexCode(CorpusCode("Search"));
+  filed.SetRepeats(2);
+  pugi::xml_document file;
+  filed.Save(file.append_child("ir_stream"));
   const std::optional<TIRStreamData> onceOnly = ParseHexCode(CorpusCode("blue"));
   ASSERT_TRUE(onceOnly);
   const std::vector<std::pair<const char*, TEdit>> replacements = {
@@ -99,6 +105,7 @@ TEST_F(TIRStreamUndoTest, WholeStreamReplacementsUndoAndRedoExactlyInOneStep) {
       {"learnt stream assigned", [&](TNorvaIRStream& s) { s.Assign(&learnt); }},
       {"native stream assigned", [&](TNorvaIRStream& s) { s.Assign(&mute); }},
       {"content", [&](TNorvaIRStream& s) { s.SetData(*onceOnly); }},
+      {"read from a file", [&](TNorvaIRStream& s) { s.Load(file.document_element()); }},
   };
 
   for (const auto& [startName, start] : starts) {
