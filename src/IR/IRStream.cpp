@@ -133,13 +133,13 @@ void TIRStream::SetData(const TIRStreamData& data) {
   ReplaceStream([&] { StoreData(data); });
 }
 
-// Recorded as one whole value: the text forms read the lengths and pairs through the format and
-// the end, so recording them one by one around a new format keeps the wrong ones.
+// One entry for the whole value: entries of the text forms would read the lengths and pairs
+// through a format and an end that the replacement itself changes.
 void TIRStream::ReplaceStream(const std::function<void()>& replace) {
   std::unique_ptr<TIRStream> previous = UndoEnabled() && !IsReadOnly() ? CopyOfStream() : nullptr;
-  const TIRStreamData data = mData;
+  const TIRStreamData before = mData;
   replace();
-  if (previous ? SameStream(*previous) : mData == data) return;
+  if (previous ? SameStream(*previous) : mData == before) return;
   if (previous) RecordChange(std::make_unique<TReplacedIRStream>(*this, std::move(previous)));
   MarkModified();
   Updated();
