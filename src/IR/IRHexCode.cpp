@@ -20,6 +20,8 @@ constexpr double kMicrosecondsPerF = 0.241246;
 // A gap longer than this inside a one-sequence code splits it into two words.
 constexpr double kWordSplitMicroseconds = 8000;
 constexpr int kMaxLastWord = 320;
+// The preamble of a learnt code sent without carrier; its frequency word is only the time base.
+constexpr std::uint32_t kUnmodulatedPreamble = 0x0100;
 
 // Upper-case hexadecimal with at least four digits, appended.
 void AppendHexWord(QString& text, std::uint32_t value) {
@@ -153,7 +155,8 @@ std::optional<TIRStreamData> ParseHexCode(QStringView text) {
     throw ENorvaError(QStringLiteral("Carrier frequency word %1 is out of range (at most %2).")
                           .arg(HexWord(f), HexWord(static_cast<std::uint32_t>(
                                                (NoModulationPeriod - 1) / kTicksPerF))));
-  stream.ModulationPeriod = static_cast<std::uint16_t>(period);
+  stream.ModulationPeriod =
+      words[0] == kUnmodulatedPreamble ? 0 : static_cast<std::uint16_t>(period);
   TIRPeriodsLoadHelper periods;
   std::uint32_t on = 0;
   for (int i = 4; i < wordCount; ++i) {

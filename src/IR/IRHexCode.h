@@ -1,8 +1,9 @@
 #pragma once
 // The hex code of an infra-red stream: the widely used text of a learnt (raw, modulated) code,
 // words of four hexadecimal digits separated by single spaces:
-//   preamble (0000), frequency word F (carrier period in units of 0.241246 us), the number of
-//   burst pairs sent once, the number repeated, then the pairs (on, off) in carrier periods.
+//   preamble (0000; 0100 for a code sent without carrier), frequency word F (carrier period in
+//   units of 0.241246 us), the number of burst pairs sent once, the number repeated, then the pairs
+//   (on, off) in carrier periods.
 
 #include <IR/IRStreamData.h>
 
@@ -19,9 +20,12 @@ namespace norva {
 QString HexCodeOf(const TIRStreamData& stream);
 
 // The stream a hex code describes (carrier, format, lengths and pairs). Nothing when the text has
-// fewer than five words. Raises "Invalid hex code string.", "Stream has zero length", "Invalid
-// Total number of tokens detected.", "Hex code is too long.", the period analysis's failures, and
-// a failure for a carrier or duration that does not fit the stream's 16-bit fields.
+// fewer than five words. A code whose preamble is 0100 is sent without carrier: it reads as an
+// unmodulated stream (carrier period 0), its durations counted in the same units of its frequency
+// word as those of a modulated code. Other preambles read as 0000.
+// Raises "Invalid hex code string.", "Stream has zero length", "Invalid Total number of tokens
+// detected.", "Hex code is too long.", the period analysis's failures, and a failure for a
+// carrier or duration that does not fit the stream's 16-bit fields.
 std::optional<TIRStreamData> ParseHexCode(QStringView text);
 
 // Whether the trimmed text has the shape of a hex code: at least 4 characters, a space at every

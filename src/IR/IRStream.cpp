@@ -4,9 +4,12 @@
 #include <IR/IRHexCode.h>
 #include <IR/IRPeriods.h>
 #include <IR/IRRawSignal.h>
+#include <IR/IRStreamReplacement.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Model/AssignTarget.h>
+#include <OrbGlobal/Model/OrbClass.h>
+#include <OrbGlobal/Undo/Undo.h>
 
 namespace norva {
 
@@ -21,6 +24,16 @@ TIRStreamFormat FormatOf(quint8 number) {
 
 double LengthUnit(TPeriodID id) {
   return id >= FirstWordEndID ? WordEndLengthUnit : PeriodLengthUnit;
+}
+
+// The stream as its text forms carry it: the lengths its pairs use up to the end, those pairs.
+TIRStreamData Carried(const TIRStreamData& data) {
+  TIRStreamData carried;
+  carried.ModulationPeriod = data.ModulationPeriod;
+  carried.Format = data.Format;
+  carried.SetPeriodLengthsString(data.GetPeriodLengthsString());
+  carried.SetPeriodIDPairsString(data.GetPeriodIDPairsString());
+  return carried;
 }
 
 }  // namespace
@@ -117,21 +130,38 @@ void TIRStream::SetRawSignal(double frequencyHz, const QList<double>& microsecon
 }
 
 void TIRStream::SetData(const TIRStreamData& data) {
-  BeginUpdate();
-  SetModulationPeriod(data.ModulationPeriod);
-  SetFormat(data.Format);
-  // Recorded under the text forms, the lengths first: their text depends on the pairs in place.
-  if (data.Lengths != mData.Lengths) {
-    Updating("PeriodLengthsString");
-    mData.Lengths = data.Lengths;
-    Updated();
-  }
-  if (data.Pairs != mData.Pairs) {
-    Updating("PeriodIDPairsString");
-    mData.Pairs = data.Pairs;
-    Updated();
-  }
-  EndUpdate();
+  ReplaceStream([&] { StoreData(data); });
+}
+
+// One entry for the whole value: entries of the text forms would read the lengths and pairs
+// through a format and an end that the replacement itself changes.
+void TIRStream::ReplaceStream(const std::function<void()>& replace) {
+  std::unique_ptr<TIRStream> previous = UndoEnabled() && !IsReadOnly() ? CopyOfStream() : nullptr;
+  const TIRStreamData before = mData;
+  replace();
+  if (previous ? SameStream(*previous) : mData == before) return;
+  if (previous) RecordChange(std::make_unique<TReplacedIRStream>(*this, std::move(previous)));
+  MarkModified();
+  Updated();
+}
+
+bool TIRStream::SameStream(const TIRStream& other) const {
+  return mData == other.mData && SameDerived(other);
+}
+
+std::unique_ptr<TIRStream> TIRStream::CopyOfStream() const {
+  std::unique_ptr<TIRStream> copy(
+      static_cast<TIRStream*>(ConstructOrbObject(metaObject(), nullptr)));
+  copy->mData = mData;
+  copy->CopyDerived(*this);
+  return copy;
+}
+
+void TIRStream::RestoreStream(const TIRStream& previous) {
+  ReplaceStream([&] {
+    StoreData(previous.mData);
+    CopyDerived(previous);
+  });
 }
 
 QString TIRStream::GetName() const {
@@ -151,11 +181,11 @@ void TIRStream::AssignTo(QObject* dest) const {
   const TAssignTarget<TIRStream> stream(this, dest);
   TCommandObject::AssignTo(dest);
   if (!stream) return;
-  stream->SetModulationPeriod(mData.ModulationPeriod);
-  stream->SetFormat(mData.Format);
+  stream->ReplaceStream([&] {
+    stream->StoreData(Carried(mData));
+    stream->CopyDerived(*this);
+  });
   stream->SetRepeats(mRepeats);
-  stream->SetPeriodLengthsString(GetPeriodLengthsString());
-  stream->SetPeriodIDPairsString(GetPeriodIDPairsString());
 }
 
 void TIRStream::Save(pugi::xml_node element) const {
@@ -168,23 +198,40 @@ void TIRStream::Save(pugi::xml_node element) const {
   if (mRepeats != 0) AddNumberElement(element, "repeat", mRepeats);
 }
 
+// Read as one whole stream, replaced once every element is read: element by element, the text
+// forms would be recorded for undo against a format already read and pairs not yet read.
 void TIRStream::Load(pugi::xml_node element) {
-  SetRepeats(0);
-  TCommandObject::Load(element);
+  TStreamBeingRead read{mData, 0};
+  mRead = &read;
+  try {
+    TCommandObject::Load(element);
+  } catch (...) {
+    mRead = nullptr;
+    throw;
+  }
+  mRead = nullptr;
+  SetData(read.Data);
+  SetRepeats(read.Repeats);
 }
 
+// Only inside Load. The text forms are read only when they differ from what the stream read so
+// far gives, as their setters do.
 void TIRStream::LoadElement(pugi::xml_node child) {
   TCommandObject::LoadElement(child);
-  if (IsNamed(child, "modulation_period"))
-    SetModulationPeriod(ElementNumber<quint16>(child, NoModulationPeriod));
-  else if (IsNamed(child, "format"))
-    SetFormat(FormatOf(ElementNumber<quint8>(child, RepeatWord1)));
-  else if (IsNamed(child, "period_lengths"))
-    SetPeriodLengthsString(GetElementText(child));
-  else if (IsNamed(child, "period_id_pairs"))
-    SetPeriodIDPairsString(GetElementText(child));
-  else if (IsNamed(child, "repeat"))
-    SetRepeats(ElementNumber<quint8>(child, 0));
+  TIRStreamData& data = mRead->Data;
+  if (IsNamed(child, "modulation_period")) {
+    data.ModulationPeriod = ElementNumber<quint16>(child, NoModulationPeriod);
+  } else if (IsNamed(child, "format")) {
+    data.Format = FormatOf(ElementNumber<quint8>(child, RepeatWord1));
+  } else if (IsNamed(child, "period_lengths")) {
+    const QString text = GetElementText(child);
+    if (text != data.GetPeriodLengthsString()) data.SetPeriodLengthsString(text);
+  } else if (IsNamed(child, "period_id_pairs")) {
+    const QString text = GetElementText(child);
+    if (text != data.GetPeriodIDPairsString()) data.SetPeriodIDPairsString(text);
+  } else if (IsNamed(child, "repeat")) {
+    mRead->Repeats = ElementNumber<quint8>(child, 0);
+  }
 }
 
 void TIRPeriodsLoadHelper::LoadStream(TIRStream& stream) const {

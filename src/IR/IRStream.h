@@ -7,6 +7,9 @@
 
 #include <QList>
 
+#include <functional>
+#include <memory>
+
 namespace norva {
 
 class TIRStream : public TCommandObject {
@@ -63,7 +66,7 @@ class TIRStream : public TCommandObject {
   void SetHexCode(const QString& text);
   // Builds the stream from a learnt raw signal (see IRRawSignal.h); a failure changes nothing.
   void SetRawSignal(double frequencyHz, const QList<double>& microseconds);
-  // Replaces carrier, format, lengths and pairs in one update.
+  // Replaces carrier, format, lengths and pairs as one change of the whole stream.
   void SetData(const TIRStreamData& data);
 
   // The user's name, else "Learnt IR-Command" or "Unknown IR-Command".
@@ -72,23 +75,50 @@ class TIRStream : public TCommandObject {
   // Another stream with the same carrier, format, used lengths and pairs (repeats aside).
   bool Match(const TCommandObject* other) const override;
   bool IsEmpty() const override { return mData.IsEmpty(); }
-  // To a stream: the command part, carrier, format and repeats, then lengths and pairs through
-  // their text forms, so that only what the pairs use up to the end is carried.
+  // To a stream: the command part, then the whole stream as one change (carrier, format, the
+  // lengths and pairs as their text forms carry them: only what the pairs use up to the end), and
+  // repeats.
   void AssignTo(QObject* dest) const override;
 
   // Nothing at all for an empty stream.
   void Save(pugi::xml_node element) const override;
-  // A missing "repeat" means 0.
+  // A missing "repeat" means 0. The stream part is one change of the whole stream; a failure
+  // leaves it as it was.
   void Load(pugi::xml_node element) override;
 
  protected:
   void LoadElement(pugi::xml_node child) override;
 
+  // Every replacement of the whole stream goes through here: `replace` stores the new content
+  // (StoreData) and what a subclass keeps beside it. One undo entry keeps the whole stream as it
+  // was and puts it back through here, so undo gives exactly the stream before and redo exactly
+  // the one after. Notifies once; a replacement that changes nothing records nothing.
+  void ReplaceStream(const std::function<void()>& replace);
+  // Only inside ReplaceStream.
+  void StoreData(const TIRStreamData& data) { mData = data; }
+  // What a subclass keeps beside the content, taken from `source` (a stream of any class) when a
+  // whole stream is copied or put back, and compared to tell whether a replacement changed it.
+  virtual void CopyDerived(const TIRStream& /*source*/) {}
+  virtual bool SameDerived(const TIRStream& /*other*/) const { return true; }
+
  private:
   friend class TIRPeriodsLoadHelper;
+  friend class TReplacedIRStream;
+
+  bool SameStream(const TIRStream& other) const;
+  // An owner-less stream of this class holding this one's content and what the class derives.
+  std::unique_ptr<TIRStream> CopyOfStream() const;
+  void RestoreStream(const TIRStream& previous);
+
+  // What Load has read so far, while it runs.
+  struct TStreamBeingRead {
+    TIRStreamData Data;
+    quint8 Repeats;
+  };
 
   TIRStreamData mData;
   quint8 mRepeats = 0;
+  TStreamBeingRead* mRead = nullptr;
 };
 
 // Whether the clipboard (through the UI services) holds text shaped like a hex code.

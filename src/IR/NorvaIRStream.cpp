@@ -1,7 +1,6 @@
 #include <IR/NorvaIRStream.h>
 
 #include <NorvaGlobal/Exceptions.h>
-#include <OrbGlobal/Model/AssignTarget.h>
 
 namespace norva {
 
@@ -17,10 +16,12 @@ void TNorvaIRStream::SetNorva(int zone, TNorvaCommand command, TNorvaCommandType
   if (zone < -1 || zone > kLastZone)
     throw ENorvaError(QStringLiteral("Zone %1 is not a zone of the installation").arg(zone));
   BeginUpdate();
-  mZone = zone;
-  mCommand = command;
-  mCommandType = type;
-  SetData(NorvaFrame(zone, command, type));
+  ReplaceStream([&] {
+    mZone = zone;
+    mCommand = command;
+    mCommandType = type;
+    StoreData(NorvaFrame(zone, command, type));
+  });
   SetRepeats(0);
   SetName(NorvaFunctionName(command));
   SetCategory(NorvaCategory(zone, type));
@@ -44,13 +45,18 @@ void TNorvaIRStream::SetNorvaCodeOld(std::uint8_t a, std::uint8_t b) {
   EndUpdate();
 }
 
-void TNorvaIRStream::AssignTo(QObject* dest) const {
-  const TAssignTarget<TNorvaIRStream> stream(this, dest);
-  TIRStream::AssignTo(dest);
-  if (!stream) return;
-  stream->mZone = mZone;
-  stream->mCommand = mCommand;
-  stream->mCommandType = mCommandType;
+void TNorvaIRStream::CopyDerived(const TIRStream& source) {
+  const auto* native = qobject_cast<const TNorvaIRStream*>(&source);
+  if (!native) return;
+  mZone = native->mZone;
+  mCommand = native->mCommand;
+  mCommandType = native->mCommandType;
+}
+
+bool TNorvaIRStream::SameDerived(const TIRStream& other) const {
+  const auto* native = qobject_cast<const TNorvaIRStream*>(&other);
+  return !native || (mZone == native->mZone && mCommand == native->mCommand &&
+                     mCommandType == native->mCommandType);
 }
 
 }  // namespace norva

@@ -30,8 +30,10 @@ class TNorvaIRStream : public TIRStream {
   // The older frame relay modules understand.
   void SetNorvaCodeOld(std::uint8_t a, std::uint8_t b);
 
-  // To a native stream: the stream, then zone, command and kind, in one update.
-  void AssignTo(QObject* dest) const override;
+ protected:
+  // Zone, command and kind go with the stream whenever it is copied or put back as a whole.
+  void CopyDerived(const TIRStream& source) override;
+  bool SameDerived(const TIRStream& other) const override;
 
  private:
   int mZone = -1;

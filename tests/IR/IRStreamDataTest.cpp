@@ -153,6 +153,12 @@ TEST(IRHexCode, ReadsCountsFormatsAndFailures) {
   EXPECT_EQ(parsed->Format, RepeatWord1);
   EXPECT_EQ(parsed->GetEndPos(false), 0);
   EXPECT_FALSE(ParseHexCode(u"0000 006D 0000 0001"));
+  // Preamble 0100: no carrier; the frequency word still gives the time base.
+  const auto unmodulated = ParseHexCode(u"0100 006D 0000 0001 0010 0020");
+  ASSERT_TRUE(unmodulated);
+  EXPECT_EQ(unmodulated->ModulationPeriod, 0);
+  EXPECT_EQ(unmodulated->Lengths, parsed->Lengths);
+  EXPECT_EQ(unmodulated->Pairs, parsed->Pairs);
 
   const struct {
     const char16_t* Code;

@@ -44,7 +44,8 @@ void PrintStream(const TIRStreamData& stream, QTextStream& out) {
   }
 }
 
-// A line of input: a code, or a name, a TAB and a code.
+// A line of input: a code, or a name, a TAB and a code. True when it read into a valid stream; a
+// code ignored for too few words or giving a stream whose status is not "OK" is no success.
 bool ReportHexCode(const QString& line, QTextStream& out) {
   const QString code = line.section(u'\t', -1);
   if (line.contains(u'\t')) out << "name: " << line.section(u'\t', 0, -2) << '\n';
@@ -53,10 +54,10 @@ bool ReportHexCode(const QString& line, QTextStream& out) {
     const std::optional<TIRStreamData> stream = ParseHexCode(code);
     if (!stream) {
       out << "ignored: fewer than five words\n";
-      return true;
+      return false;
     }
     PrintStream(*stream, out);
-    return true;
+    return stream->Status() == QStringLiteral("OK");
   } catch (const ENorvaError& error) {
     out << "error: " << error.Message() << '\n';
     return false;

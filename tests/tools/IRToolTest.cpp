@@ -1,0 +1,38 @@
+// norva ir hex tells the truth by its exit code: 0 only when every code read into a valid stream.
+#include "NorvaRun.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString kValid = QStringLiteral(
+    "0000 0073 0000 000A 0020 0020 0020 0020 0040 0020 0020 0020 0020 0020 0020 0040 0040 0040 "
+    "0040 0040 0020 0020 0040 0CC8");
+
+}  // namespace
+
+TEST(NorvaIRTool, HexExitsZeroOnlyForCodesThatReadIntoValidStreams) {
+  const struct {
+    const char* What;
+    QString Input;
+    int ExitCode;
+    QString Says;
+  } cases[] = {
+      {"valid", kValid, 0, "status: OK\n"},
+      {"too few words", "0000 006D 0000 0001", 1, "ignored: fewer than five words"},
+      {"not valid", "0000 006D 0000 0001 0010 0020", 1, "status: Too short to have meaning\n"},
+      {"one of several ignored", kValid + "\n0000 006D", 1, "ignored: fewer than five words"},
+      {"one of several not valid", "0000 006D 0000 0001 0010 0020\n" + kValid, 1,
+       "status: Too short to have meaning\n"},
+      {"refused", "0000 006D 0000 0000 0010 0020", 1, "error: Stream has zero length"},
+      {"unmodulated", "0100" + kValid.mid(4), 0, "carrier: none (unmodulated)\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.What);
+    const TRun run = Norva({"ir", "hex", "-"}, c.Input.toUtf8());
+    EXPECT_EQ(run.ExitCode, c.ExitCode) << run.Out.toStdString();
+    EXPECT_TRUE(run.Out.contains(c.Says)) << run.Out.toStdString();
+  }
+  // A code given as arguments is judged alike.
+  EXPECT_EQ(Norva({"ir", "hex", "0000", "006D", "0000"}).ExitCode, 1);
+}
