@@ -7,8 +7,9 @@ cd "$root"
 
 bash scripts/install-deps.sh
 
-echo "== Formatting"
+echo "== Formatting and module boundaries"
 bash scripts/check-format.sh
+python3 scripts/check-includes.py
 
 echo "== Unit tests under AddressSanitizer and UndefinedBehaviorSanitizer"
 bash scripts/build.sh asan
