@@ -1,4 +1,6 @@
 // The norva tool as an installer runs it: real process, real files, exit codes and messages.
+#include "NorvaProcess.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -8,24 +10,10 @@
 
 #include <gtest/gtest.h>
 
+using norva::testing::Norva;
+using norva::testing::TRun;
+
 namespace {
-
-struct TRun {
-  int ExitCode = -1;
-  QString Out;
-  QString Err;
-};
-
-TRun Norva(const QStringList& arguments, const QByteArray& input = {}) {
-  QProcess process;
-  process.start(QStringLiteral(NORVA_BINARY_DIR "/tools/norva/norva"), arguments);
-  process.waitForStarted();
-  process.write(input);
-  process.closeWriteChannel();
-  process.waitForFinished(30000);
-  return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-          QString::fromUtf8(process.readAllStandardError())};
-}
 
 // The packet part of each receive-trace line (the tick count in front varies).
 QStringList TracedPackets(const QString& out) {
