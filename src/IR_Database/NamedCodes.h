@@ -13,8 +13,8 @@ namespace norva {
 
 struct TNamedCodesImport {
   int Added = 0;
-  int Skipped = 0;       // already in the model: same name, same stream
   QStringList Failures;  // "line 3: no TAB between name and code", in line order
+  int Skipped = 0;       // already in the model: same name, same stream
 };
 
 // Adds every readable line of `text` (UTF-8) that the model does not hold yet to `model` as an IR

@@ -410,14 +410,14 @@ TEST_F(IRDatabase, EveryChangeBelowTheDatabaseReachesTheIndex) {
     std::function<void(TIRDB&)> Change;
   } cases[] = {
       {"command deleted", true,
-       [](TIRDB& db) { db.GetMake(0)->GetModel(0)->GetCommand(0)->Delete(); }},
-      {"model cleared", true, [](TIRDB& db) { db.GetMake(0)->GetModel(0)->Clear(); }},
-      {"model deleted", true, [](TIRDB& db) { db.GetMake(0)->GetModel(0)->Delete(); }},
-      {"make cleared", true, [](TIRDB& db) { db.GetMake(0)->Clear(); }},
-      {"make deleted", true, [](TIRDB& db) { db.GetMake(0)->Delete(); }},
+       [](TIRDB& database) { database.GetMake(0)->GetModel(0)->GetCommand(0)->Delete(); }},
+      {"model cleared", true, [](TIRDB& database) { database.GetMake(0)->GetModel(0)->Clear(); }},
+      {"model deleted", true, [](TIRDB& database) { database.GetMake(0)->GetModel(0)->Delete(); }},
+      {"make cleared", true, [](TIRDB& database) { database.GetMake(0)->Clear(); }},
+      {"make deleted", true, [](TIRDB& database) { database.GetMake(0)->Delete(); }},
       {"pairs cleared", false,
-       [](TIRDB& db) {
-         static_cast<TIRStream*>(db.GetMake(0)->GetModel(0)->GetCommand(0))->ClearIDPairs();
+       [](TIRDB& database) {
+         static_cast<TIRStream*>(database.GetMake(0)->GetModel(0)->GetCommand(0))->ClearIDPairs();
        }},
   };
   for (const auto& c : cases) {
