@@ -1,5 +1,5 @@
 // Arbitrary bytes as an IR database file: reading never fails (a malformed file is reported and
-// loads nothing), and what is then saved reads back into a database that saves the same.
+// loads nothing), and what is then saved elsewhere reads back into a database that saves the same.
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <NorvaGlobal/UIServices.h>
@@ -58,8 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   probe.SetModulationPeriod(316);
   (void)database.GetNames(probe);
   database.AssignTo(&database);
-  database.SetNameRaw(output);  // the database's name is its file
-  database.Save();
+  database.SaveAs(output);  // a file that did not load is never saved over, only elsewhere
   const QByteArray saved = ReadFile(output);
   norva::TIRDB reread(output, false);
   reread.Save();

@@ -101,6 +101,7 @@ void TIRStream::SetPeriodIDPair(int index, TPeriodIDPair pair) {
 
 void TIRStream::ClearIDPairs() {
   for (TPeriodIDPair& pair : mData.Pairs) pair.Clear();
+  Updated();
 }
 
 void TIRStream::SetPeriodLengthsString(const QString& text) {

@@ -48,7 +48,7 @@ class TIRStream : public TCommandObject {
   TPeriodIDPair GetPeriodIDPair(int index) const;
   // IDs are kept to 0..15. Notifies but records nothing.
   void SetPeriodIDPair(int index, TPeriodIDPair pair);
-  // Clears every pair, without notification.
+  // Clears every pair. Notifies but records nothing.
   void ClearIDPairs();
 
   bool OneWord() const { return mData.OneWord(); }

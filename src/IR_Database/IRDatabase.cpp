@@ -14,8 +14,13 @@
 #include <OrbGlobal/Xml/XmlLookup.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStandardPaths>
+
+#include <filesystem>
+#include <system_error>
 
 namespace norva {
 
@@ -37,6 +42,37 @@ bool ForEachStream(const TIRDB& database, Visit visit) {
   return false;
 }
 
+// A reason as one line of text: XML errors may carry line breaks.
+QString OneLine(const QString& text) {
+  return text.split(QRegularExpression(QStringLiteral("[\\r\\n]+")), Qt::SkipEmptyParts).join(u' ');
+}
+
+// A file marked read-only in the file system: its owner may not write it. Judged by the bits, as
+// root may write any file; a file this user may not write is read-only as well.
+bool IsMarkedReadOnly(const QFileInfo& file) {
+  const QFileDevice::Permissions permissions = file.permissions();
+  return !(permissions & QFileDevice::WriteOwner) || !(permissions & QFileDevice::WriteUser);
+}
+
+// Copies the file a save is about to replace to its backup: first beside it, then renamed over
+// the old backup, so that a failure leaves the old backup whole.
+void KeepBackup(const QString& path) {
+  namespace fs = std::filesystem;
+  const fs::path previous(QFile::encodeName(path).toStdString());
+  if (!fs::exists(previous)) return;
+  const QString backupPath = TIRDB::BackupPath(path);
+  const fs::path backup(QFile::encodeName(backupPath).toStdString());
+  fs::path copying = backup;
+  copying += ".part";
+  std::error_code error;
+  if (fs::copy_file(previous, copying, fs::copy_options::overwrite_existing, error))
+    fs::rename(copying, backup, error);
+  if (!error) return;
+  const QString reason = QString::fromLocal8Bit(error.message());
+  fs::remove(copying, error);
+  throw ENorvaError(QStringLiteral("Cannot write %1: %2").arg(backupPath, reason));
+}
+
 void Name(TIRStream& stream, const TStreamName& name) {
   stream.BeginUpdate();
   stream.SetName(name.Name);
@@ -46,15 +82,23 @@ void Name(TIRStream& stream, const TStreamName& name) {
 
 }  // namespace
 
-TIRDB::TIRDB(const QString& filename, bool isPublic)
-    : mMakes(true, this), mPublic(isPublic), mReadOnly(isPublic) {
+TIRDB::TIRDB(const QString& filename, bool isPublic, TDatabaseError onError)
+    : mMakes(true, this), mPublic(isPublic), mReadOnly(isPublic), mOnError(std::move(onError)) {
   mMakes.SetUpdateOwner(true);
-  SetNameRaw(filename);
+  SetFilename(filename);
   Load();
   mNeedsSaving = false;
 }
 
-TIRDB::~TIRDB() = default;
+// The streams outlive the index as the makes go after this body: their watches must go first.
+TIRDB::~TIRDB() { DropIndex(); }
+
+QString TIRDB::BackupPath(const QString& path) { return path + QStringLiteral(".bak"); }
+
+void TIRDB::SetFilename(const QString& path) {
+  const TUndoSuspended undoOff;
+  SetNameRaw(path);
+}
 
 QString TIRDB::GetShortName() const {
   const QFileInfo file(GetFilename());
@@ -110,14 +154,16 @@ TOrbObjectList* TIRDB::GetChildList(const TOrbObject* child) const {
 
 void TIRDB::Updated(TOrbObject* sender) {
   TOrbObject::Updated(sender);
-  mIndex.reset();
+  DropIndex();
   mNeedsSaving = !IsReadOnly();
 }
 
 void TIRDB::AssignTo(QObject* dest) const {
   const TAssignTarget<TIRDB> database(this, dest);
-  TOrbObject::AssignTo(dest);
-  if (!database) return;
+  if (!database) {
+    TOrbObject::AssignTo(dest);  // itself, or what a database does not convert to
+    return;
+  }
   database->mMakes.Clear();
   for (int i = 0; i < GetMakeCount(); ++i) database->AddNewMake()->Assign(GetMake(i));
 }
@@ -126,6 +172,7 @@ void TIRDB::Load() {
   const TUndoSuspended undoOff;
   BeginUpdate();
   try {
+    mLoadFailure.clear();
     Clear();
     LoadFile(GetFilename());
   } catch (...) {
@@ -141,16 +188,22 @@ void TIRDB::LoadFile(const QString& path) {
   try {
     LoadXMLDocumentFromFile(document, path);
   } catch (const EXMLParseError& error) {
-    CommError(QStringLiteral("Error loading %1\r\n\r\n%2\r\nLine: %3, position: %4")
-                  .arg(path, error.Reason())
-                  .arg(error.Line())
-                  .arg(error.Column()));
+    ReportLoadFailure(QStringLiteral("Error loading %1\r\n\r\n%2\r\nLine: %3, position: %4")
+                          .arg(path, error.Reason())
+                          .arg(error.Line())
+                          .arg(error.Column()),
+                      QStringLiteral("Error loading %1: %2 (line %3, position %4)")
+                          .arg(path, OneLine(error.Reason()))
+                          .arg(error.Line())
+                          .arg(error.Column()));
     return;
-  } catch (const EXMLError&) {
-    CommError(QStringLiteral("Unknown error loading %1").arg(path));
+  } catch (const EXMLError& error) {
+    ReportLoadFailure(
+        QStringLiteral("Unknown error loading %1").arg(path),
+        QStringLiteral("Unknown error loading %1: %2").arg(path, OneLine(error.Message())));
     return;
   }
-  if (!(QFileInfo(path).permissions() & QFileDevice::WriteUser)) mReadOnly = true;
+  if (IsMarkedReadOnly(QFileInfo(path))) mReadOnly = true;
   RegisterCommandClasses();
   try {
     for (pugi::xml_node element : document.document_element().children("make")) {
@@ -165,13 +218,25 @@ void TIRDB::LoadFile(const QString& path) {
   } catch (const ENorvaError& error) {
     // A value no command can hold: reported like a malformed file, and nothing is kept of it.
     Clear();
-    CommError(QStringLiteral("Error loading %1\r\n\r\n%2").arg(path, error.Message()));
+    ReportLoadFailure(QStringLiteral("Error loading %1\r\n\r\n%2").arg(path, error.Message()),
+                      QStringLiteral("Error loading %1: %2").arg(path, OneLine(error.Message())));
   }
+}
+
+void TIRDB::ReportLoadFailure(const QString& errorMsg, const QString& failure) {
+  mLoadFailure = failure;
+  bool handled = false;
+  if (mOnError) mOnError(*this, errorMsg, handled);
+  if (!handled) CommError(errorMsg);
 }
 
 void TIRDB::Save() {
   const TBusyCursor busy;
   QString path = GetFilename();
+  if (!mLoadFailure.isEmpty())
+    throw ENorvaError(QStringLiteral("Not written over a library that did not load: %1 while "
+                                     "saving %2")
+                          .arg(mLoadFailure, path));
   try {
     pugi::xml_document document;
     const pugi::xml_node root = StartXMLDocument(document, "ir_database");
@@ -182,12 +247,13 @@ void TIRDB::Save() {
       const QString temporary = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
       if (temporary.isEmpty()) return;  // nowhere to go: nothing written, still needs saving
       const QString moved = QDir(temporary).filePath(QFileInfo(path).fileName());
-      SetNameRaw(moved);
+      SetFilename(moved);
       UIServices().MessageBox(
           QStringLiteral("Cannot save %1.\r\n\r\nSaving to %2 instead.").arg(path, moved),
           QStringLiteral("Saving database"), TMessageIcon::Exclamation, TMessageButtons::OK);
       path = moved;
     }
+    KeepBackup(path);
     SaveXMLDocumentToFile(document, path);
   } catch (const ENorvaError& error) {
     throw ENorvaError(error.Message() + QStringLiteral(" while saving ") + path);
@@ -195,15 +261,29 @@ void TIRDB::Save() {
   mNeedsSaving = false;
 }
 
+void TIRDB::SaveAs(const QString& path) {
+  mLoadFailure.clear();  // first, so that the new name makes the database need saving
+  SetFilename(path);
+  Save();
+}
+
 const TStreamNameIndex& TIRDB::Index() const {
   if (!mIndex) {
     mIndex = std::make_unique<TStreamNameIndex>();
     ForEachStream(*this, [this](const TIRStream& stream, const TModel& model) {
       mIndex->Add(stream.Data(), {stream.GetName(), model.GetFullName()});
+      mIndexWatches.push_back(
+          QObject::connect(&stream, &QObject::destroyed, this, [this] { DropIndex(); }));
       return false;
     });
   }
   return *mIndex;
+}
+
+void TIRDB::DropIndex() const {
+  for (const QMetaObject::Connection& watch : mIndexWatches) QObject::disconnect(watch);
+  mIndexWatches.clear();
+  mIndex.reset();
 }
 
 bool TIRDB::GetNames(TIRStream& stream) const {

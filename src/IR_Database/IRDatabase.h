@@ -1,16 +1,27 @@
 #pragma once
 // The IR database: the user's library of device commands, makes holding models holding commands,
 // in one XML file (root element "ir_database"). A public database also carries the built-in makes
-// of the installation's own devices and is read-only.
+// of the installation's own devices and is read-only, and so is a database whose file exists but
+// did not load: that file is never written over.
 
 #include <IR/IRStream.h>
 #include <IR_Database/Make.h>
 #include <IR_Database/StreamNames.h>
 #include <OrbGlobal/Model/OrbObjectList.h>
 
+#include <QMetaObject>
+
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace norva {
+
+class TIRDB;
+
+// A failure to load the database's file, offered to the application before any box is shown; set
+// `handled` to keep the box away.
+using TDatabaseError = std::function<void(TIRDB& sender, const QString& errorMsg, bool& handled)>;
 
 class TIRDB : public TOrbObject {
   Q_OBJECT
@@ -22,15 +33,20 @@ class TIRDB : public TOrbObject {
   Q_PROPERTY(QString ShortName READ GetShortName)
 
  public:
-  // Loads the file (a missing one gives an empty database). A public database begins with the
-  // built-in makes and is read-only.
-  TIRDB(const QString& filename, bool isPublic);
+  // Loads the file (a missing one gives an empty database); a load failure reaches `onError`. A
+  // public database begins with the built-in makes and is read-only. Records nothing for undo.
+  TIRDB(const QString& filename, bool isPublic, TDatabaseError onError = {});
   ~TIRDB() override;
 
   QString GetFilename() const { return GetName(); }
   bool GetNeedsSaving() const { return mNeedsSaving; }
   bool IsPublic() const { return mPublic; }
-  bool IsReadOnly() const override { return mReadOnly; }
+  // Public, marked read-only in the file system, or holding a file that did not load.
+  bool IsReadOnly() const override { return mReadOnly || !mLoadFailure.isEmpty(); }
+  // Empty when the file loaded or did not exist; otherwise one line naming the file and why it did
+  // not load ("Error loading <path>: <reason> (line 2, position 7)").
+  QString GetLoadFailure() const { return mLoadFailure; }
+  void SetOnError(TDatabaseError handler) { mOnError = std::move(handler); }
   // The file name without folder and with the first occurrence of its extension removed.
   QString GetShortName() const;
 
@@ -49,19 +65,26 @@ class TIRDB : public TOrbObject {
   using TOrbObject::Updated;
   // A change anywhere below makes a writable database need saving.
   void Updated(TOrbObject* sender) override;
-  // To a database: its makes become copies of these.
+  // To a database: its makes become copies of these; it keeps its own file.
   void AssignTo(QObject* dest) const override;
 
   // Reads the file: makes of the same name (case ignored, built-in ones included) are merged. A
-  // malformed file is reported in an "Error" box ("Error loading <path>" with the reason, line and
-  // position), and so is a value no command can hold (an unknown enumeration name, a length that
-  // is no number); either leaves the database empty, or with its built-in makes.
+  // malformed file ("Error loading <path>" with the reason, line and position) and a value no
+  // command can hold (an unknown enumeration name, a length that is no number) are load failures:
+  // offered to the error handler, else shown in an "Error" box; either leaves the database empty,
+  // or with its built-in makes, and read-only. Records nothing for undo.
   void Load();
-  // Writes a temporary file beside the database and renames it over the old one only once it is
-  // complete, so a failed save leaves the previous file. A folder that does not exist moves the
-  // database to the temporary folder, with a warning box. Failures are raised with " while saving "
+  // Keeps the file it replaces as BackupPath, then writes a temporary file beside the database and
+  // renames it over the old one only once it is complete, so a failed save leaves the previous file
+  // and a whole backup. A folder that does not exist moves the database to the temporary folder,
+  // with a warning box. Refuses a file that did not load. Failures are raised with " while saving "
   // and the path appended; the database then still needs saving.
   void Save();
+  // Saves to `path` and makes it the database's file: the way to keep a library that did not load
+  // (that failure, and the read-only state it gave, are gone; public stays read-only).
+  void SaveAs(const QString& path);
+  // Where a save keeps the previous file: "<file>.bak".
+  static QString BackupPath(const QString& path);
 
   // Names a received code: the first IR stream of the database (in make, model and command order)
   // that the stream matches gives its name, and its model's full name as category; a public
@@ -74,14 +97,23 @@ class TIRDB : public TOrbObject {
  private:
   void AddBuiltInMakes();
   void LoadFile(const QString& path);
+  void ReportLoadFailure(const QString& errorMsg, const QString& failure);
+  // The file name is no edit: it never goes into the undo history.
+  void SetFilename(const QString& path);
   const TStreamNameIndex& Index() const;
+  void DropIndex() const;
 
   // mutable: the child list is handed out by the const GetChildList.
   mutable TOrbObjectList mMakes;
   bool mNeedsSaving = false;
   bool mPublic = false;
   bool mReadOnly = false;
+  QString mLoadFailure;
+  TDatabaseError mOnError;
   mutable std::unique_ptr<TStreamNameIndex> mIndex;
+  // An owning list destroys an item without telling its owner when nothing is recorded for undo,
+  // so the index watches the streams it was built from.
+  mutable std::vector<QMetaObject::Connection> mIndexWatches;
 };
 
 }  // namespace norva

@@ -9,11 +9,22 @@ namespace {
 
 // The stream a line describes; raises ENorvaError with the reason it cannot be read.
 void ReadLine(const QString& line, TIRStream& stream) {
-  const qsizetype tab = line.indexOf(u'\t');
-  if (tab < 0) throw ENorvaError(QStringLiteral("no TAB between name and code"));
-  stream.SetName(line.left(tab).trimmed());
-  stream.SetHexCode(line.mid(tab + 1));
+  const QStringList fields = line.split(u'\t');
+  if (fields.size() == 1) throw ENorvaError(QStringLiteral("no TAB between name and code"));
+  if (fields.size() != 2)
+    throw ENorvaError(QStringLiteral("expected NAME<TAB>CODE, found %1 fields").arg(fields.size()));
+  stream.SetName(fields[0].trimmed());
+  stream.SetHexCode(fields[1]);
   if (stream.IsEmpty()) throw ENorvaError(QStringLiteral("fewer than five words"));
+}
+
+// True when the model already holds a command of that name with the same stream.
+bool Holds(const TModel& model, const TIRStream& stream) {
+  for (int i = 0; i < model.GetCommandCount(); ++i) {
+    const TCommandObject* command = model.GetCommand(i);
+    if (command->GetName() == stream.GetName() && stream.Match(command)) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -30,6 +41,10 @@ TNamedCodesImport ImportNamedCodes(TModel& model, const QByteArray& text) {
       ReadLine(line, read);
     } catch (const ENorvaError& error) {
       result.Failures << QStringLiteral("line %1: %2").arg(lineNumber).arg(error.Message());
+      continue;
+    }
+    if (Holds(model, read)) {
+      ++result.Skipped;
       continue;
     }
     TCommandObject* added = model.AddNewCommandObject(&read);

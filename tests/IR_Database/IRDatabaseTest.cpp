@@ -1,11 +1,13 @@
 // The IR database as the application uses it: the built-in makes' shape, files written and read
-// back (merging makes, keeping the old file when a save fails), bad files reported, and received
-// codes named from the index exactly as a walk through the database names them.
+// back (merging makes, keeping the old file and a backup when a save fails), bad files reported
+// and never written over, the file kept out of undo and copies, and received codes named from the
+// index exactly as a walk through the database names them.
 
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Model/OrbGuid.h>
+#include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <Testing/RecordingUIServices.h>
 #include <support/FileSizeLimit.h>
@@ -16,6 +18,8 @@
 #include <QRandomGenerator>
 #include <QSet>
 #include <QTemporaryDir>
+
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -232,6 +236,203 @@ TIRStreamData CodeData(const QString& code) {
   TIRStream stream;
   stream.SetHexCode(code);
   return stream.Data();
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  file.write(bytes);
+}
+
+// A file that exists but does not load is kept as it is: the database is read-only, the failure
+// reaches the error handler (no box then) and stays readable on one line, a save refuses to write
+// over it, and saving elsewhere makes the copy a writable library of its own.
+TEST_F(IRDatabase, ALibraryThatDidNotLoadIsNeverWrittenOver) {
+  const struct {
+    const char* Name;
+    QByteArray File;
+    QString Failure;  // after "Error loading <path>: "
+  } cases[] = {
+      {"malformed XML", "<ir_database>\n<make name=\"A\"><model name=\"B\"></make>\n</ir_database>",
+       "(line 2, position "},
+      {"a value no command can hold",
+       "<ir_database><make name=\"A\"><model name=\"B\"><rs232_command name=\"x\">"
+       "<stopbits>stop_bits_3</stopbits></rs232_command></model></make></ir_database>",
+       "'stop_bits_3' is not a valid TNumStopbits value"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Name);
+    WriteFile(Path("bad.xml"), c.File);
+    services.ClearMessages();
+    QStringList reported;
+    TIRDB database(Path("bad.xml"), false,
+                   [&](TIRDB& sender, const QString& errorMsg, bool& handled) {
+                     EXPECT_EQ(&sender, &database);
+                     reported << errorMsg;
+                     handled = true;
+                   });
+    ASSERT_EQ(reported.size(), 1);
+    EXPECT_TRUE(reported[0].startsWith("Error loading " + Path("bad.xml") + "\r\n\r\n"));
+    EXPECT_TRUE(services.Messages().isEmpty());
+    const QString failure = database.GetLoadFailure();
+    EXPECT_TRUE(failure.startsWith("Error loading " + Path("bad.xml") + ": "))
+        << failure.toStdString();
+    EXPECT_TRUE(failure.contains(c.Failure)) << failure.toStdString();
+    EXPECT_FALSE(failure.contains(u'\r') || failure.contains(u'\n')) << failure.toStdString();
+    EXPECT_TRUE(database.IsReadOnly());
+    EXPECT_EQ(database.GetOrAddModel("Acme", "TV"), nullptr);
+
+    try {
+      database.Save();
+      ADD_FAILURE() << "a library that did not load was saved over";
+    } catch (const ENorvaError& error) {
+      EXPECT_TRUE(error.Message().contains(failure)) << error.what();
+    }
+    EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
+
+    database.SaveAs(Path("rescued.xml"));
+    EXPECT_EQ(database.GetFilename(), Path("rescued.xml"));
+    EXPECT_TRUE(database.GetLoadFailure().isEmpty());
+    EXPECT_FALSE(database.IsReadOnly());
+    EXPECT_NE(database.GetOrAddModel("Acme", "TV"), nullptr);
+    EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
+  }
+
+  // Without a handler that takes it, the failure is shown in the "Error" box; set later, the
+  // handler hears of the next load.
+  services.ClearMessages();
+  TIRDB unhandled(Path("bad.xml"), true);
+  ASSERT_EQ(services.Messages().size(), 1);
+  EXPECT_EQ(services.Messages()[0].Caption, "Error");
+  int heard = 0;
+  unhandled.SetOnError([&](TIRDB&, const QString&, bool&) { ++heard; });
+  unhandled.Load();
+  EXPECT_EQ(heard, 1);
+  EXPECT_EQ(services.Messages().size(), 2);
+  // A public database saved elsewhere stays read-only.
+  unhandled.SaveAs(Path("public.xml"));
+  EXPECT_TRUE(unhandled.GetLoadFailure().isEmpty());
+  EXPECT_TRUE(unhandled.IsReadOnly());
+}
+
+// Opening, copying and saving elsewhere leave no undo step: undoing right after them changes
+// nothing, and a copy never takes the original's file.
+TEST_F(IRDatabase, ItsFileChangesOnlyBySaveAsAndNeverByUndoOrCopy) {
+  ASSERT_FALSE(UndoDisabled());
+  Undo().Empty();
+  TIRDB original(Path("IR.xml"), false);
+  original.AddNewMake()->SetName("Acme");
+  original.Save();
+  const QByteArray saved = FileBytes(Path("IR.xml"));
+  Undo().Empty();
+
+  for (const bool isPublic : {false, true}) {
+    TIRDB opened(Path("IR.xml"), isPublic);
+    EXPECT_EQ(Undo().Count(), 0) << isPublic;
+    Undo().Revert();
+    EXPECT_EQ(opened.GetFilename(), Path("IR.xml")) << isPublic;
+  }
+
+  TIRDB copy(Path("copy.xml"), false);
+  original.AssignTo(&copy);
+  EXPECT_EQ(copy.GetFilename(), Path("copy.xml"));
+  ASSERT_NE(copy.GetMakeByName("Acme"), nullptr);
+  copy.GetMakeByName("Acme")->AddNewModel()->SetName("TV");
+  copy.Save();
+  EXPECT_EQ(FileBytes(Path("IR.xml")), saved);
+  EXPECT_TRUE(QFile::exists(Path("copy.xml")));
+
+  Undo().Empty();
+  copy.SaveAs(Path("moved.xml"));
+  EXPECT_EQ(Undo().Count(), 0);
+  EXPECT_EQ(copy.GetFilename(), Path("moved.xml"));
+  Undo().Empty();
+}
+
+// Read-only is what the file says, whoever runs the program (root may write any file).
+TEST_F(IRDatabase, AFileMarkedReadOnlyOpensReadOnly) {
+  {
+    TIRDB database(Path("IR.xml"), false);
+    database.AddNewMake()->SetName("Acme");
+    database.Save();
+  }
+  ASSERT_TRUE(QFile::setPermissions(
+      Path("IR.xml"), QFileDevice::ReadOwner | QFileDevice::ReadGroup | QFileDevice::ReadOther));
+  TIRDB database(Path("IR.xml"), false);
+  EXPECT_TRUE(database.IsReadOnly());
+  EXPECT_EQ(database.GetOrAddModel("Acme", "TV"), nullptr);
+  database.Updated();
+  EXPECT_FALSE(database.GetNeedsSaving());
+}
+
+// Each save keeps the file it replaces as "<file>.bak"; a save that fails halfway leaves both the
+// file and its backup whole.
+TEST_F(IRDatabase, EverySaveKeepsThePreviousFileAsItsBackup) {
+  const QStringList codes = CorpusCodes();
+  ASSERT_GT(codes.size(), 10);
+  const QString backup = Path("IR.xml") + ".bak";
+  TIRDB database(Path("IR.xml"), false);
+  TModel* model = database.GetOrAddModel("Acme", "TV");
+  AddStream(model, "Power", codes[0]);
+  database.Save();
+  EXPECT_FALSE(QFile::exists(backup));  // nothing was there before
+  const QByteArray first = FileBytes(Path("IR.xml"));
+
+  AddStream(model, "Vol+", codes[1]);
+  database.Save();
+  EXPECT_EQ(FileBytes(backup), first);
+  const QByteArray second = FileBytes(Path("IR.xml"));
+  EXPECT_NE(second, first);
+
+  // Room for the backup of the current file, not for the larger new one.
+  for (int i = 2; i < 10; ++i) AddStream(model, QStringLiteral("Code %1").arg(i), codes[i]);
+  EXPECT_THROW(
+      {
+        const norva::testing::TFileSizeLimit limit(second.size() + 1);
+        database.Save();
+      },
+      ENorvaError);
+  EXPECT_EQ(FileBytes(Path("IR.xml")), second);
+  const QByteArray kept = FileBytes(backup);
+  EXPECT_TRUE(kept == first || kept == second);
+  const TIRDB fromBackup(backup, false);
+  EXPECT_TRUE(fromBackup.GetLoadFailure().isEmpty());
+  EXPECT_EQ(fromBackup.GetMakeCount(), 1);
+}
+
+// Changes that record nothing for undo, and a stream's pairs cleared, still reach the index.
+TEST_F(IRDatabase, EveryChangeBelowTheDatabaseReachesTheIndex) {
+  const QStringList codes = CorpusCodes();
+  ASSERT_GT(codes.size(), 2);
+  const struct {
+    const char* Name;
+    bool UndoOff;
+    std::function<void(TIRDB&)> Change;
+  } cases[] = {
+      {"command deleted", true,
+       [](TIRDB& database) { database.GetMake(0)->GetModel(0)->GetCommand(0)->Delete(); }},
+      {"model cleared", true, [](TIRDB& database) { database.GetMake(0)->GetModel(0)->Clear(); }},
+      {"model deleted", true, [](TIRDB& database) { database.GetMake(0)->GetModel(0)->Delete(); }},
+      {"make cleared", true, [](TIRDB& database) { database.GetMake(0)->Clear(); }},
+      {"make deleted", true, [](TIRDB& database) { database.GetMake(0)->Delete(); }},
+      {"pairs cleared", false,
+       [](TIRDB& database) {
+         static_cast<TIRStream*>(database.GetMake(0)->GetModel(0)->GetCommand(0))->ClearIDPairs();
+       }},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Name);
+    TIRDB database(Path("index.xml"), false);
+    AddStream(database.GetOrAddModel("Acme", "TV"), "Power", codes[0]);
+    AddStream(database.GetOrAddModel("Acme", "TV"), "Vol+", codes[1]);
+    ExpectSameNames(database, CodeData(codes[0]), 0);  // the index is built
+    if (c.UndoOff) DisableUndo();
+    c.Change(database);
+    if (c.UndoOff) EnableUndo();
+    ExpectSameNames(database, CodeData(codes[0]), 1);
+    ExpectSameNames(database, CodeData(codes[1]), 2);
+  }
+  Undo().Empty();
 }
 
 // Random edits of a database, each followed by naming random codes both ways; then the same

@@ -194,7 +194,6 @@ TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
       {"ir", "raw", "--frequency", "38000", "500", "0"},
       {"irdb", "/tmp/none.xml"},
       {"irdb", "/tmp/none.xml", "frob"},
-      {"irdb", "/tmp/none.xml", "list", "NoSuchMake"},
       {"irdb", "/tmp/none.xml", "name", "0000 006D"},
       {"irdb", "/tmp/none.xml", "import", "/no/such.tsv", "--make", "A", "--model", "B"},
       {"irdb", "/tmp/none.xml", "--public", "import", "x.tsv", "--make", "A", "--model", "B"},

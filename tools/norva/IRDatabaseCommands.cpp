@@ -4,8 +4,6 @@
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
-#include <OrbGlobal/Xml/XmlDocument.h>
-#include <OrbGlobal/Xml/XmlErrors.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -16,17 +14,15 @@ namespace norva::cli {
 
 namespace {
 
-// A file that exists must read as XML; the database would only report it in a box.
-std::unique_ptr<TIRDB> OpenDatabase(const QString& path, bool isPublic) {
-  if (QFileInfo::exists(path)) {
-    pugi::xml_document document;
-    try {
-      LoadXMLDocumentFromFile(document, path);
-    } catch (const EXMLError& error) {
-      throw EUsage(Escaped(error.Message()));
-    }
-  }
-  return std::make_unique<TIRDB>(path, isPublic);
+// Only a command that writes may start a new file. A file that did not load is neither read nor
+// written: the failure is the command's answer (exit 1), on one line instead of in a box.
+std::unique_ptr<TIRDB> OpenDatabase(const QString& path, bool isPublic, bool writes) {
+  if (!writes && !QFileInfo::exists(path))
+    throw ENorvaError(QStringLiteral("no IR database at ") + Escaped(path));
+  auto database = std::make_unique<TIRDB>(
+      path, isPublic, [](TIRDB&, const QString&, bool& handled) { handled = true; });
+  if (!database->GetLoadFailure().isEmpty()) throw ENorvaError(Escaped(database->GetLoadFailure()));
+  return database;
 }
 
 TMake* FindMake(const TIRDB& database, const QString& name) {
@@ -69,7 +65,8 @@ void List(const TIRDB& database, const QStringList& names, QTextStream& out) {
   }
 }
 
-int Name(const TIRDB& database, const QStringList& words, QTextStream& out) {
+// The received code of irdb name, checked before the database is opened.
+TIRStreamData ReadCode(const QStringList& words) {
   if (words.isEmpty()) throw EUsage(QStringLiteral("irdb name needs a CODE"));
   TIRStream stream;
   try {
@@ -78,6 +75,12 @@ int Name(const TIRDB& database, const QStringList& words, QTextStream& out) {
     throw EUsage(QStringLiteral("CODE: %1").arg(error.Message()));
   }
   if (stream.IsEmpty()) throw EUsage(QStringLiteral("CODE has fewer than five words"));
+  return stream.Data();
+}
+
+int Name(const TIRDB& database, const TIRStreamData& code, QTextStream& out) {
+  TIRStream stream;
+  stream.SetData(code);
   if (!database.GetNames(stream)) {
     out << "unknown\n";
     return 1;
@@ -99,8 +102,9 @@ int Import(TIRDB& database, const QStringList& values, const QString& makeName,
   const TNamedCodesImport imported = ImportNamedCodes(*model, file.readAll());
   for (const QString& failure : imported.Failures) out << failure << '\n';
   database.Save();
-  out << "added " << imported.Added << " commands to " << model->GetFullName() << ", "
-      << imported.Failures.size() << " lines failed\n";
+  out << "added " << imported.Added << " commands to " << model->GetFullName() << ", ";
+  if (imported.Skipped > 0) out << "skipped " << imported.Skipped << " already there, ";
+  out << imported.Failures.size() << " lines failed\n";
   return imported.Failures.isEmpty() ? 0 : 1;
 }
 
@@ -120,17 +124,17 @@ int RunIRDatabase(TArguments& arguments, QTextStream& out) {
       action != QStringLiteral("import"))
     throw EUsage(
         QStringLiteral("unknown irdb action %1 (list, name or import)").arg(Quoted(action)));
-  const std::unique_ptr<TIRDB> database = OpenDatabase(values[0], isPublic);
   if (action == QStringLiteral("list")) {
     if (rest.size() > 2) throw EUsage(QStringLiteral("irdb list takes at most MAKE and MODEL"));
-    List(*database, rest, out);
+    List(*OpenDatabase(values[0], isPublic, false), rest, out);
     return 0;
   }
   if (action == QStringLiteral("import")) {
     if (!make || !model) throw EUsage(QStringLiteral("irdb import needs --make M --model N"));
-    return Import(*database, rest, *make, *model, out);
+    return Import(*OpenDatabase(values[0], isPublic, true), rest, *make, *model, out);
   }
-  return Name(*database, rest, out);
+  const TIRStreamData code = ReadCode(rest);
+  return Name(*OpenDatabase(values[0], isPublic, false), code, out);
 }
 
 }  // namespace norva::cli

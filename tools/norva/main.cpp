@@ -80,7 +80,9 @@ const std::vector<TSubcommand>& Subcommands() {
       {{"irdb"},
        "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N)",
        "list an IR database (--public: with the built-in makes), name a received hex code (exit 1 "
-       "when unknown), or import lines of a name, a TAB and a hex code (exit 1 when one failed)",
+       "when unknown), or import lines of a name, a TAB and a hex code, skipping codes already "
+       "there (exit 1 when one failed; the previous file is kept as FILE.bak). Only import creates "
+       "FILE; a FILE that does not load is never written (exit 1, with the reason)",
        &RunIRDatabase},
       {{"error"},
        "error CODE [FIRST SECOND]",

@@ -1,0 +1,110 @@
+// norva irdb on libraries that must not be touched: one that did not load, one that is not there,
+// and codes imported again.
+#include "NorvaRun.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <support/QtPrinters.h>
+
+namespace {
+
+QByteArray FileBytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  file.write(bytes);
+}
+
+// Every action on a file that exists but did not load fails with one line naming the file and why;
+// the file is left exactly as it was.
+TEST(IRDatabaseTool, RefusesALibraryThatDidNotLoad) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  const QString tsv = folder.filePath("codes.tsv");
+  WriteFile(tsv, "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n");
+  const struct {
+    const char* Name;
+    QByteArray File;
+    QString Reason;
+  } files[] = {
+      {"a value no command can hold",
+       "<ir_database><make name=\"A\"><model name=\"B\"><rs232_command name=\"x\">"
+       "<stopbits>stop_bits_3</stopbits></rs232_command></model></make></ir_database>",
+       "'stop_bits_3' is not a valid TNumStopbits value"},
+      {"malformed XML", "<ir_database>\n<make name=\"A\">\n</ir_database>", "(line 3, position "},
+  };
+  const QStringList actions[] = {
+      {"import", tsv, "--make", "Acme", "--model", "TV"},
+      {"list"},
+      {"name", "0000 006D 0000 0002 0157 00AC 0015 05ED"},
+  };
+  for (const auto& file : files) {
+    for (const QStringList& action : actions) {
+      SCOPED_TRACE(std::string(file.Name) + ": " + action[0].toStdString());
+      WriteFile(database, file.File);
+      const TRun run = Norva(QStringList{"irdb", database} + action);
+      EXPECT_EQ(run.ExitCode, 1);
+      EXPECT_TRUE(run.Out.isEmpty()) << run.Out.toStdString();
+      EXPECT_EQ(run.Err.count(u'\n'), 1) << run.Err.toStdString();
+      EXPECT_TRUE(run.Err.startsWith("norva: ")) << run.Err.toStdString();
+      EXPECT_TRUE(run.Err.contains("Error loading " + database + ": ")) << run.Err.toStdString();
+      EXPECT_TRUE(run.Err.contains(file.Reason)) << run.Err.toStdString();
+      EXPECT_FALSE(run.Err.contains("\\r") || run.Err.contains(u'\r')) << run.Err.toStdString();
+      EXPECT_EQ(FileBytes(database), file.File);
+      EXPECT_FALSE(QFile::exists(database + ".bak"));
+    }
+  }
+}
+
+// Reading commands need the file; only import creates one. A make the file lacks is bad input.
+TEST(IRDatabaseTool, ReadsOnlyALibraryThatExists) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  for (const char* action : {"list", "name"}) {
+    QStringList call{"irdb", database, action};
+    if (call.last() == "name") call << "0000 006D 0000 0002 0157 00AC 0015 05ED";
+    const TRun run = Norva(call);
+    EXPECT_EQ(run.ExitCode, 1) << action;
+    EXPECT_TRUE(run.Out.isEmpty()) << action;
+    EXPECT_EQ(run.Err, "norva: no IR database at " + database + "\n") << action;
+    EXPECT_FALSE(QFile::exists(database)) << action;
+  }
+  WriteFile(database, "<ir_database><make name=\"Acme\"/></ir_database>");
+  const TRun noMake = Norva({"irdb", database, "list", "NoSuchMake"});
+  EXPECT_EQ(noMake.ExitCode, 2);
+  EXPECT_EQ(noMake.Err, "norva: no make \"NoSuchMake\" in the database\n");
+}
+
+// A second import of the same codes adds nothing; a line with a field too many says so.
+TEST(IRDatabaseTool, ImportsEachCodeOnce) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  const QString tsv = folder.filePath("codes.tsv");
+  WriteFile(tsv,
+            "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n"
+            "Mute\t0000 006D 0000 0001 0015 0041\tspare\n"
+            "Vol+\t0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400\n");
+  const QStringList import = {"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"};
+  const TRun first = Norva(import);
+  EXPECT_EQ(first.ExitCode, 1);
+  EXPECT_EQ(first.Out,
+            "line 2: expected NAME<TAB>CODE, found 3 fields\n"
+            "added 2 commands to Acme - TV, 1 lines failed\n");
+  const TRun again = Norva(import);
+  EXPECT_EQ(again.ExitCode, 1);
+  EXPECT_EQ(again.Out,
+            "line 2: expected NAME<TAB>CODE, found 3 fields\n"
+            "added 0 commands to Acme - TV, skipped 2 already there, 1 lines failed\n");
+  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
+            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
+            "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
+  EXPECT_TRUE(QFile::exists(database + ".bak"));
+}
+
+}  // namespace
