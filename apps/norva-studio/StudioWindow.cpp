@@ -64,6 +64,9 @@ TStudioWindow::TStudioWindow(QWidget* parent)
         return QFileDialog::getSaveFileName(this, tr("Open or create an IR library"), {},
                                             tr("IR libraries (*.xml)"), nullptr,
                                             QFileDialog::DontConfirmOverwrite);
+      case TFileRole::SaveLibrary:
+        return QFileDialog::getSaveFileName(this, tr("Save the IR library as"), {},
+                                            tr("IR libraries (*.xml)"));
       case TFileRole::ImportCodes:
         return QFileDialog::getOpenFileName(this, tr("Import named codes"), {},
                                             tr("Named codes (*.tsv *.txt)"));
@@ -163,6 +166,7 @@ void TStudioWindow::BuildMenus() {
     if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
       OpenLibrary(path, true);
   });
+  library->addAction(tr("&Save as..."), this, &TStudioWindow::SaveLibraryAs);
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
   library->addAction(tr("&Import named codes..."), this, &TStudioWindow::ImportCodes);
@@ -246,8 +250,47 @@ void TStudioWindow::ChooseFileName(norva::TKeypadDevice& device) {
 void TStudioWindow::OpenLibrary(const QString& path, bool isPublic) {
   const norva::TBusyCursor busy;
   mLibrary->SetDatabase(nullptr);
-  mDatabase = std::make_unique<norva::TIRDB>(path, isPublic);
+  // A load failure is told once, below, with what the installer can do about it.
+  const auto toldBelow = [](norva::TIRDB&, const QString&, bool& handled) { handled = true; };
+  mDatabase = std::make_unique<norva::TIRDB>(path, isPublic, toldBelow);
   mLibrary->SetDatabase(mDatabase.get());
+  ShowLibraryState();
+  const QString failure = mDatabase->GetLoadFailure();
+  if (failure.isEmpty()) return;
+  const norva::TMessageResult answer = norva::UIServices().MessageBox(
+      tr("%1\n\nThe library is open read-only: nothing will be written over its file. Save the "
+         "library under another name to go on editing it?")
+          .arg(failure),
+      tr("Open library"), norva::TMessageIcon::Exclamation, norva::TMessageButtons::YesNo);
+  if (answer == norva::TMessageResult::Yes) SaveLibraryAs();
+}
+
+void TStudioWindow::SaveLibraryAs() {
+  norva::TIRDB* database = mLibrary->Database();
+  if (!database) return;
+  const QString path = mChooseFile(TFileRole::SaveLibrary);
+  if (path.isEmpty()) return;
+  try {
+    database->SaveAs(path);
+  } catch (const std::exception& error) {
+    ShowError(error, tr("Save library"));
+  }
+  mLibrary->Refresh();
+  ShowLibraryState();
+  ShowState();
+}
+
+void TStudioWindow::ShowLibraryState() {
+  const norva::TIRDB* database = mLibrary->Database();
+  QString caption = tr("IR library");
+  if (database && !database->GetLoadFailure().isEmpty())
+    caption = tr("IR library %1: read-only, it did not load").arg(database->GetShortName());
+  else if (database && database->IsReadOnly())
+    caption = tr("IR library %1: read-only").arg(database->GetShortName());
+  else if (database)
+    caption = tr("IR library %1").arg(database->GetShortName());
+  mLibraryPanel->setWindowTitle(caption);
+  mLibraryPanel->setToolTip(database ? database->GetLoadFailure() : QString());
 }
 
 void TStudioWindow::SaveLibrary() {

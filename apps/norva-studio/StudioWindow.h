@@ -35,14 +35,16 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
 
   // What the installer is asked for: a file (by a file dialog) or a line of text (by an input
   // box). Tests answer instead. "" means cancelled.
-  enum class TFileRole { OpenKeypad, SaveKeypad, OpenLibrary, ImportCodes };
+  enum class TFileRole { OpenKeypad, SaveKeypad, OpenLibrary, SaveLibrary, ImportCodes };
   using TFileChooser = std::function<QString(TFileRole role)>;
   using TTextAsker = std::function<QString(const QString& question, const QString& proposal)>;
   void SetFileChooser(TFileChooser chooser) { mChooseFile = std::move(chooser); }
   void SetTextAsker(TTextAsker asker) { mAskText = std::move(asker); }
   void ChooseFileName(norva::TKeypadDevice& device) override;
 
-  // The IR library: a database file (created when missing), public or the user's own.
+  // The IR library: a database file (created when missing), public or the user's own. A file
+  // that exists but did not load is opened read-only, so that nothing is written over it; the
+  // installer is told why and offered to save the library under another name.
   void OpenLibrary(const QString& path, bool isPublic);
 
   example::TWallKeypad& Keypad() const { return *mKeypad; }
@@ -71,6 +73,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void RenameCode();
   // Writes the library when it has changes; a failure is told in a box.
   void SaveLibrary();
+  // Writes the library to a file the installer chooses, which becomes the library's file.
+  void SaveLibraryAs();
   void ConnectEthernet();
 
   // Shows the title, the modified mark and which commands are possible now.
@@ -98,6 +102,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   norva::TCommandObject* SelectedCommand() const;
   // What the status line says about the library's current item (a native code's frame).
   void ShowCurrentCode();
+  // The library panel's caption: the library's name, and why it is read-only when it is.
+  void ShowLibraryState();
 
   std::unique_ptr<example::TWallKeypad> mKeypad;
   std::unique_ptr<norva::TIRDB> mDatabase;

@@ -262,7 +262,9 @@ void TIRDB::Save() {
 }
 
 void TIRDB::SaveAs(const QString& path) {
-  mLoadFailure.clear();  // first, so that the new name makes the database need saving
+  // The file that did not load stays refused under any spelling of its name.
+  if (QFileInfo(path) != QFileInfo(GetFilename()))
+    mLoadFailure.clear();  // first, so that the new name makes the database need saving
   SetFilename(path);
   Save();
 }

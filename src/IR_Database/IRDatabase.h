@@ -81,7 +81,8 @@ class TIRDB : public TOrbObject {
   // and the path appended; the database then still needs saving.
   void Save();
   // Saves to `path` and makes it the database's file: the way to keep a library that did not load
-  // (that failure, and the read-only state it gave, are gone; public stays read-only).
+  // (that failure, and the read-only state it gave, are gone; public stays read-only). The file
+  // that did not load is refused as `path` too.
   void SaveAs(const QString& path);
   // Where a save keeps the previous file: "<file>.bak".
   static QString BackupPath(const QString& path);

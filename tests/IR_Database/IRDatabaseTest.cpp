@@ -289,6 +289,9 @@ TEST_F(IRDatabase, ALibraryThatDidNotLoadIsNeverWrittenOver) {
       EXPECT_TRUE(error.Message().contains(failure)) << error.what();
     }
     EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
+    // Not under its own name either, however it is spelled.
+    EXPECT_THROW(database.SaveAs(folder.path() + "/./bad.xml"), ENorvaError);
+    EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
 
     database.SaveAs(Path("rescued.xml"));
     EXPECT_EQ(database.GetFilename(), Path("rescued.xml"));

@@ -19,6 +19,7 @@
 #include <QDropEvent>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QProcess>
 #include <QSettings>
@@ -212,6 +213,54 @@ TEST_F(Studio, ACaptionTypedIsKeptWhateverTheInstallerDoesNext) {
   EXPECT_EQ(reopened->Keypad().Button(1).GetCaption(), "Lounge on");
   EXPECT_EQ(reopened->Keypad().Button(5).GetCaption(), "Lounge off");
   EXPECT_EQ(reopened->Keypad().Button(4).GetCaption(), "Mute");
+}
+
+TEST_F(Studio, ALibraryThatDidNotLoadIsOpenedReadOnlyAndSavedOnlyElsewhere) {
+  // Well-formed, but holding a value no command can hold.
+  const QString broken = mFolder.filePath("Broken.xml");
+  const QByteArray content =
+      "<?xml version=\"1.0\"?>\r\n<ir_database>\r\n\t<make name=\"Acme\">\r\n"
+      "\t\t<model name=\"TV\">\r\n\t\t\t<rs232_command name=\"Power\">"
+      "<parity>parity_purple</parity></rs232_command>\r\n\t\t</model>\r\n\t</make>\r\n"
+      "</ir_database>\r\n";
+  {
+    QFile file(broken);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+  }
+  auto window = OpenWindow();
+  mServices.ClearMessages();
+  mServices.ScriptAnswers({norva::TMessageResult::No});
+  window->OpenLibrary(broken, false);
+  ASSERT_EQ(mServices.Messages().size(), 1) << "one box: why, and what can be done";
+  EXPECT_TRUE(mServices.Messages().first().Text.contains(broken));
+  EXPECT_TRUE(mServices.Messages().first().Text.contains("read-only"));
+  EXPECT_TRUE(window->LibraryPanel()->windowTitle().contains("did not load"));
+  EXPECT_FALSE(window->LibraryPanel()->toolTip().isEmpty()) << "the reason, at hand";
+  mServices.SetClipboardText(VolumeUp);
+  window->ShowState();
+  EXPECT_FALSE(window->PasteAction()->isEnabled()) << "no code goes into it";
+  EXPECT_EQ(window->Library()->AddModel("User", "Codes"), nullptr);
+  window->SaveLibrary();
+  window.reset();
+  QFile file(broken);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), content) << "the file that did not load is untouched";
+
+  // Offered again on the next opening: saved under another name, the library is editable there.
+  auto second = std::make_unique<TStudioWindow>();
+  second->SetFileChooser([this](TStudioWindow::TFileRole role) {
+    return role == TStudioWindow::TFileRole::SaveLibrary ? mFolder.filePath("Rescued.xml")
+                                                         : QString();
+  });
+  mServices.ScriptAnswers({norva::TMessageResult::Yes});
+  second->OpenLibrary(broken, false);
+  ASSERT_TRUE(QFile::exists(mFolder.filePath("Rescued.xml")));
+  norva::TIRDB* library = second->Library()->Database();
+  EXPECT_EQ(QFileInfo(library->GetFilename()).fileName(), "Rescued.xml");
+  EXPECT_FALSE(library->IsReadOnly());
+  EXPECT_NE(second->Library()->AddModel("User", "Codes"), nullptr);
+  EXPECT_FALSE(second->LibraryPanel()->windowTitle().contains("read-only"));
 }
 
 TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus) {
