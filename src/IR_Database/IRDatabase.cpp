@@ -62,14 +62,18 @@ void KeepBackup(const QString& path) {
   if (!fs::exists(previous)) return;
   const QString backupPath = TIRDB::BackupPath(path);
   const fs::path backup(QFile::encodeName(backupPath).toStdString());
-  fs::path copying = backup;
-  copying += ".part";
+  fs::path linking = backup;
+  linking += ".part";
   std::error_code error;
-  if (fs::copy_file(previous, copying, fs::copy_options::overwrite_existing, error))
-    fs::rename(copying, backup, error);
+  fs::remove(linking, error);
+  // A second name for the previous file costs nothing, and the save's rename leaves that file to
+  // the backup alone; where the file system has no such names, the file is copied.
+  fs::create_hard_link(previous, linking, error);
+  if (error) fs::copy_file(previous, linking, fs::copy_options::overwrite_existing, error);
+  if (!error) fs::rename(linking, backup, error);
   if (!error) return;
   const QString reason = QString::fromLocal8Bit(error.message());
-  fs::remove(copying, error);
+  fs::remove(linking, error);
   throw ENorvaError(QStringLiteral("Cannot write %1: %2").arg(backupPath, reason));
 }
 
