@@ -2,6 +2,7 @@
 // command and group of commands explains itself with --help.
 #include "NorvaProcess.h"
 
+#include <NorvaGlobal/UIServices.h>
 #include <support/QtPrinters.h>
 
 #include <QFile>
@@ -61,6 +62,27 @@ TEST(NorvaToolHonesty, EveryCommandAndEveryGroupAnswersHelp) {
     EXPECT_EQ(run.ExitCode, 2);
     EXPECT_TRUE(run.Err.contains(QStringLiteral("norva %1 --help").arg(call.front())))
         << run.Err.toStdString();
+  }
+}
+
+TEST(NorvaToolHonesty, LibraryMessagesReadOnOneLine) {
+  const struct {
+    const char* Text;
+    const char* Line;
+  } cases[] = {
+      {"Error loading a.xml\r\n\r\nMismatched end tag\r\nLine: 3, position: 7",
+       "Error loading a.xml: Mismatched end tag; Line: 3, position: 7"},
+      {"Cannot save a.xml.\r\n\r\nSaving to b.xml instead.",
+       "Cannot save a.xml. Saving to b.xml instead."},
+      {"Cannot open port x\r\n\r\nError: No such file (2)",
+       "Cannot open port x: Error: No such file (2)"},
+      {"one\ntwo\rthree\r\n", "one; two; three"},
+      {"\r\n  indented\t\r\n\r\n\r\nlast", "indented: last"},
+      {"as it is", "as it is"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(norva::MessageOnOneLine(QString::fromUtf8(c.Text)), QString::fromUtf8(c.Line))
+        << c.Text;
   }
 }
 
