@@ -8,6 +8,8 @@
 #include <OrbGlobal/Xml/XmlDocument.h>
 #include <OrbGlobal/Xml/XmlLookup.h>
 
+#include <algorithm>
+
 namespace example {
 
 using norva::ENorvaError;
@@ -19,14 +21,18 @@ void TWallKeypadButton::SetCaption(const QString& caption) {
 }
 
 void TWallKeypadButton::SetButtonClass(const norva::TButtonClass& buttonClass) {
-  SetButtonClassValue(buttonClass.GetOrdValue());
+  ChangeProperty("ButtonClassRecord", mButtonClass, buttonClass);
 }
 
-void TWallKeypadButton::SetButtonClassValue(uint value) {
-  if (value == mButtonClass.GetOrdValue()) return;
-  Updating("ButtonClassValue");
-  mButtonClass.SetOrdValue(value);
-  Updated();
+QByteArray TWallKeypadButton::GetButtonClassRecord() const {
+  const norva::TButtonClass::TRecordBytes bytes = mButtonClass.GetRecordBytes();
+  return QByteArray(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()));
+}
+
+void TWallKeypadButton::SetButtonClassRecord(const QByteArray& record) {
+  norva::TButtonClass::TRecordBytes bytes{};
+  std::copy_n(record.cbegin(), std::min(record.size(), qsizetype(bytes.size())), bytes.begin());
+  SetButtonClass(norva::TButtonClass::FromRecordBytes(bytes));
 }
 
 void TWallKeypadButton::SetCommandGUID(const QString& guid) {

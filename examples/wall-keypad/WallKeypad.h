@@ -22,7 +22,7 @@ namespace example {
 class TWallKeypadButton : public norva::TOrbObject {
   Q_OBJECT
   Q_PROPERTY(QString Caption READ GetCaption WRITE SetCaption)
-  Q_PROPERTY(uint ButtonClassValue READ GetButtonClassValue WRITE SetButtonClassValue)
+  Q_PROPERTY(QByteArray ButtonClassRecord READ GetButtonClassRecord WRITE SetButtonClassRecord)
   Q_PROPERTY(QString CommandGUID READ GetCommandGUID WRITE SetCommandGUID)
 
  public:
@@ -47,9 +47,10 @@ class TWallKeypadButton : public norva::TOrbObject {
   void Load(pugi::xml_node element);
 
  private:
-  // The button class as the property the undo protocol restores (group and class value).
-  uint GetButtonClassValue() const { return mButtonClass.GetOrdValue(); }
-  void SetButtonClassValue(uint value);
+  // The button class as the property the undo protocol restores: its record bytes, which keep
+  // an applet class's client class (a registered model class) beside group and class value.
+  QByteArray GetButtonClassRecord() const;
+  void SetButtonClassRecord(const QByteArray& record);
 
   QString mCaption;
   norva::TButtonClass mButtonClass;

@@ -73,18 +73,25 @@ bool TKeypadDevice::IsFirmwareOld() const { return false; }
 bool TKeypadDevice::IsFirmwardIncompatible() const { return false; }
 bool TKeypadDevice::IsIncompatible() const { return false; }
 
+// A bare file name names no folder: saving it would land wherever the process happens to run.
 bool TKeypadDevice::HasUsableName() const {
   const QString name = GetName();
-  return !name.isEmpty() && QFileInfo(name).absoluteDir().exists();
+  return name.contains(u'/') && QFileInfo(name).dir().exists();
 }
 
 void TKeypadDevice::WriteFile(const QString& path) const {
+  const auto whileSaving = [&path](const QString& message) {
+    return ENorvaError(message + QStringLiteral(" while saving ") + path);
+  };
   try {
     pugi::xml_document document;
     SaveContents(StartXMLDocument(document, RootElement));
     SaveXMLDocumentToFile(document, path);
   } catch (const ENorvaError& error) {
-    throw ENorvaError(error.Message() + QStringLiteral(" while saving ") + path);
+    throw whileSaving(error.Message());
+  } catch (const std::exception& error) {
+    // A keypad type's own save code may fail in its own way; the user still learns the path.
+    throw whileSaving(QString::fromUtf8(error.what()));
   }
 }
 

@@ -84,13 +84,14 @@ class TKeypadDevice : public TOrbObject {
   virtual bool IsIncompatible() const;
 
   // --- Files
-  // True when the name is not empty and its folder exists.
+  // True when the name has a folder part and that folder exists (a bare file name has none).
   bool HasUsableName() const;
   // Saves under the document's name, first asking KeypadClient for one when the name is not
   // usable (the name it sets is not undoable); false, with nothing written, when there is still
   // none. Clears both flags. The file is
-  // replaced only once the whole document was written. Failures raise ENorvaError whose message
-  // ends with " while saving " and the path; the flags then stay set.
+  // replaced only once the whole document was written. Failures, the keypad type's own included,
+  // raise ENorvaError whose message ends with " while saving " and the path; the flags then stay
+  // set.
   virtual bool FileSave();
   // Writes a copy into the auto-save folder (GetAutoSaveDir) under AutoSavePath's name at the
   // current time (CurrentDateTime), and clears NeedsAutoSaving only: the name and NeedsSaving stay.

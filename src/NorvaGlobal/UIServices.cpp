@@ -1,5 +1,6 @@
 #include <NorvaGlobal/UIServices.h>
 
+#include <QRegularExpression>
 #include <QTextStream>
 
 #include <atomic>
@@ -16,10 +17,31 @@ TMessageResult UnattendedAnswer(TMessageButtons buttons) {
   return TMessageResult::Cancel;
 }
 
+QString MessageOnOneLine(const QString& text) {
+  static const QRegularExpression lineBreak(QStringLiteral("\r\n|\r|\n"));
+  QString joined;
+  bool paragraphEnded = false;
+  for (const QString& line : text.split(lineBreak)) {
+    const QString trimmed = line.trimmed();
+    if (trimmed.isEmpty()) {
+      paragraphEnded = !joined.isEmpty();
+      continue;
+    }
+    if (!joined.isEmpty()) {
+      const bool sentenceEnded = QStringView(u".!?:").contains(joined.back());
+      joined += sentenceEnded ? QStringLiteral(" ")
+                              : (paragraphEnded ? QStringLiteral(": ") : QStringLiteral("; "));
+    }
+    joined += trimmed;
+    paragraphEnded = false;
+  }
+  return joined;
+}
+
 TMessageResult THeadlessUIServices::MessageBox(const QString& text, const QString& caption,
                                                TMessageIcon /*icon*/, TMessageButtons buttons) {
   QTextStream err(stderr);
-  err << caption << ": " << text << Qt::endl;
+  err << caption << ": " << MessageOnOneLine(text) << Qt::endl;
   return UnattendedAnswer(buttons);
 }
 

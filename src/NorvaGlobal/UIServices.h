@@ -32,7 +32,14 @@ class TUIServices {
 // changes nothing (No for Yes/No, Cancel for Yes/No/Cancel).
 TMessageResult UnattendedAnswer(TMessageButtons buttons);
 
-// Writes every box to stderr and answers it unattended; keeps the clipboard in the process.
+// A box's text as one line, for a terminal or a log. Its lines (CR LF, LF or CR apart) are joined
+// with "; ", its paragraphs (apart by an empty line) with ": ", or with a blank alone after a
+// line that ends a sentence: "Error loading a.xml\r\n\r\nbad tag\r\nLine: 3, position: 7"
+// reads "Error loading a.xml: bad tag; Line: 3, position: 7".
+QString MessageOnOneLine(const QString& text);
+
+// Writes every box to stderr on one line (MessageOnOneLine) and answers it unattended; keeps the
+// clipboard in the process.
 class THeadlessUIServices : public TUIServices {
  public:
   TMessageResult MessageBox(const QString& text, const QString& caption, TMessageIcon icon,

@@ -13,6 +13,9 @@
 #include <QFont>
 #include <QList>
 #include <QObject>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
 #include <QString>
 #include <QVariant>
 
@@ -183,6 +186,12 @@ class TValues : public norva::TOrbObject {
   Q_PROPERTY(QVariant Variant READ GetVariant WRITE SetVariant)
   Q_PROPERTY(QColor Colour READ GetColour WRITE SetColour)
   Q_PROPERTY(QFont Font READ GetFont WRITE SetFont)
+  Q_PROPERTY(QPoint Point READ GetPoint WRITE SetPoint)
+  Q_PROPERTY(QPointF PointF READ GetPointF WRITE SetPointF)
+  Q_PROPERTY(QSize Size READ GetSize WRITE SetSize)
+  Q_PROPERTY(QSizeF SizeF READ GetSizeF WRITE SetSizeF)
+  Q_PROPERTY(QRect Rect READ GetRect WRITE SetRect)
+  Q_PROPERTY(QRectF RectF READ GetRectF WRITE SetRectF)
   Q_PROPERTY(QList<int> IntList READ GetIntList WRITE SetIntList)
   Q_PROPERTY(std::vector<double> DoubleVector READ GetDoubleVector WRITE SetDoubleVector)
   Q_PROPERTY(fixture::TTarget* Target READ GetTarget WRITE SetTarget)
@@ -213,6 +222,12 @@ class TValues : public norva::TOrbObject {
   FIXTURE_VALUE(QVariant, Variant)
   FIXTURE_VALUE(QColor, Colour)
   FIXTURE_VALUE(QFont, Font)
+  FIXTURE_VALUE(QPoint, Point)
+  FIXTURE_VALUE(QPointF, PointF)
+  FIXTURE_VALUE(QSize, Size)
+  FIXTURE_VALUE(QSizeF, SizeF)
+  FIXTURE_VALUE(QRect, Rect)
+  FIXTURE_VALUE(QRectF, RectF)
   FIXTURE_VALUE(QList<int>, IntList)
   FIXTURE_VALUE(std::vector<double>, DoubleVector)
   FIXTURE_VALUE(TTarget*, Target)

@@ -1,10 +1,11 @@
-// Undo and redo: every publishable property type comes back exactly, steps and save points, the
-// 50-step bound, list edits restored with the very same objects, and histories purged of destroyed
-// objects.
+// Undo and redo: every publishable property type registers and comes back exactly, steps and save
+// points, the 50-step bound, list edits restored with the very same objects, and histories purged
+// of destroyed objects.
 #include "ModelFixtures.h"
 
 #include <NorvaGlobal/DebugOutput.h>
 #include <NorvaGlobal/Exceptions.h>
+#include <OrbGlobal/Model/OrbClassRegistry.h>
 #include <OrbGlobal/Undo/ListEntries.h>
 #include <OrbGlobal/Undo/PropertyEntries.h>
 #include <OrbGlobal/Undo/SubObjectSnapshot.h>
@@ -86,6 +87,13 @@ QList<TTypeCase> ChangedValues(TTarget& target) {
       {"Variant", QVariant::fromValue(QStringList{QStringLiteral("a")})},
       {"Colour", QColor(10, 20, 30, 40)},  // from no colour to a translucent one
       {"Font", font},
+      // Plain Qt value types; the floating-point ones with fractions no 32-bit ordinal could keep.
+      {"Point", QPoint(-3, 70000)},
+      {"PointF", QPointF(0.1, -2.75)},
+      {"Size", QSize(640, -1)},
+      {"SizeF", QSizeF(1e-3, 2.5)},
+      {"Rect", QRect(-1, 2, 300, 4)},
+      {"RectF", QRectF(0.5, -0.25, 1.125, 1e9)},
       {"IntList", QVariant::fromValue(QList<int>{3, 1, 2})},
       {"DoubleVector", QVariant::fromValue(std::vector<double>{0.5, -1})},
       {"Target", QVariant::fromValue(&target)},
@@ -94,6 +102,7 @@ QList<TTypeCase> ChangedValues(TTarget& target) {
 }
 
 TEST_F(UndoTest, EveryPublishableTypeIsUndoneAndRedoneExactly) {
+  ASSERT_NO_THROW(RegisterOrbObjectClass(&TValues::staticMetaObject));
   TTarget target;
   TValues values(&document);
   for (const TTypeCase& type : ChangedValues(target)) {

@@ -7,7 +7,9 @@
 #include <support/QtPrinters.h>
 
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QPainter>
 #include <QTemporaryDir>
 
@@ -181,6 +183,56 @@ TEST(GraphicContainer, FilesStreamsAndCopies) {
   EXPECT_TRUE(SamePixels(target.GetImage(), Sample()));
   TGraphicContainer().AssignTo(target);
   EXPECT_TRUE(target.GetEmpty());
+}
+
+// The extension names the format written, whatever the picture's class; one no writer has is
+// refused before anything is written.
+TEST(GraphicContainer, SavedFilesAreInTheFormatTheirExtensionNames) {
+  QTemporaryDir folder;
+  ASSERT_TRUE(folder.isValid());
+  const struct {
+    TGraphicClass Class;
+    const char* Name;
+    TGraphicClass Written;
+  } saved[] = {
+      {TGraphicClass::PNG, "png.bmp", TGraphicClass::Bitmap},
+      {TGraphicClass::PNG, "png.JPG", TGraphicClass::JPEG},
+      {TGraphicClass::PNG, "png.jpeg", TGraphicClass::JPEG},
+      {TGraphicClass::Bitmap, "bitmap.png", TGraphicClass::PNG},
+      {TGraphicClass::JPEG, "jpeg.Bmp", TGraphicClass::Bitmap},
+  };
+  for (const auto& c : saved) {
+    const TGraphic picture(c.Class, Sample());
+    TGraphicContainer container;
+    container.SetGraphic(&picture);
+    const QString path = folder.filePath(c.Name);
+    container.SaveToFile(path);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << c.Name;
+    EXPECT_EQ(GraphicClassOfBytes(file.readAll()), c.Written) << c.Name;
+    TGraphicContainer loaded;
+    loaded.LoadFromFile(path);
+    EXPECT_EQ(loaded.GetWidth(), 7) << c.Name;
+  }
+
+  const TGraphic picture(TGraphicClass::PNG, Sample());
+  TGraphicContainer container;
+  container.SetGraphic(&picture);
+  const QStringList before = QDir(folder.path()).entryList(QDir::Files);
+  for (const char* name : {"notes.txt", "moving.gif", "no-extension"}) {
+    const QString path = folder.filePath(name);
+    try {
+      container.SaveToFile(path);
+      ADD_FAILURE() << name << ": saved";
+    } catch (const ENorvaError& error) {
+      EXPECT_TRUE(error.Message().contains(path)) << error.what();
+      const QString suffix = QFileInfo(path).suffix();
+      if (!suffix.isEmpty()) {
+        EXPECT_TRUE(error.Message().contains(suffix)) << error.what();
+      }
+    }
+  }
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), before) << "nothing written";
 }
 
 }  // namespace

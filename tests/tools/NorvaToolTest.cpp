@@ -304,31 +304,7 @@ TEST(NorvaTool, HelpShowsTheUsageTheReadmeShows) {
 }
 
 // The live commands against the simulator, as the main job runs them.
-class NorvaToolLive : public ::testing::Test {
- protected:
-  void SetUp() override {
-    simulator.start(QStringLiteral(NORVA_BINARY_DIR "/tools/norva-sim/norva-sim"),
-                    {"--seconds", "60"});
-    ASSERT_TRUE(simulator.waitForStarted());
-    QString announced;
-    while (!announced.contains("tcp: ") && simulator.waitForReadyRead(5000))
-      announced += QString::fromUtf8(simulator.readAll());
-    for (const QString& line : announced.split(u'\n')) {
-      if (line.startsWith("pty: ")) pty = line.mid(5).trimmed();
-      if (line.startsWith("tcp: ")) tcp = QStringLiteral("127.0.0.1:") + line.mid(5).trimmed();
-    }
-    ASSERT_FALSE(pty.isEmpty());
-    ASSERT_FALSE(tcp.isEmpty());
-  }
-  void TearDown() override {
-    simulator.write("quit\n");
-    simulator.waitForFinished(5000);
-  }
-
-  QProcess simulator;
-  QString pty;
-  QString tcp;
-};
+using NorvaToolLive = NorvaSimulatorTest;
 
 TEST_F(NorvaToolLive, SendWaitsForTheEchoOnSerialAndPrintsTheAnswers) {
   const TRun run = Norva({"send", "--serial", pty, "0x20", "5", "1"});

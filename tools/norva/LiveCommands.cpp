@@ -34,9 +34,7 @@ class EConnection : public std::runtime_error {
 };
 
 // The library's failure texts on one line (they may quote what the user typed).
-QString OneLine(const QString& text) {
-  return Escaped(QString(text).replace(QStringLiteral("\r\n\r\n"), QStringLiteral(": ")));
-}
+QString OneLine(const QString& text) { return Escaped(MessageOnOneLine(text)); }
 
 void PumpWhile(const std::function<bool()>& condition, int timeoutMs) {
   QElapsedTimer timer;
@@ -153,20 +151,27 @@ int RunWithLink(const TLinkOptions& options, const std::function<int(TLinkSessio
 }
 
 // Sends one packet, waits for its echo where the link echoes, and prints what comes back. A link
-// that failed or dropped on the way fails the exchange: the device may never have read the packet.
+// that failed or dropped on the way fails the exchange: the device may never have read the packet,
+// so "sent" is printed only for an exchange whose link held. The answers are held back until then
+// and follow it.
 int SendAndListen(TLinkSession& session, const TCommandPacket& packet, int echoTimeoutMs,
                   int listenMs, QTextStream& out) {
   TNorvaBusComms& bus = session.Bus;
-  TTracePrinter printer(bus, out, true);
+  QString answers;
+  QTextStream answersOut(&answers);
+  TTracePrinter printer(bus, answersOut, false);
   bus.AddUser(&printer);
   TLinkWatch watch(bus, nullptr);
-  out << "sent " << PacketText(packet).trimmed() << Qt::endl;
   bus.SendCmd(packet);
   const bool echoed = bus.WaitUntilEchoReceived(static_cast<TTickCount>(echoTimeoutMs));
   PumpWhile([&bus] { return bus.Sending(); }, echoTimeoutMs);
   PumpWhile([] { return true; }, listenMs);
   watch.Check();
   bus.RemoveUser(&printer);
+  answersOut.flush();
+  const bool linkHeld = session.Failures.isEmpty() && watch.Drops() == 0;
+  if (linkHeld) out << "sent " << PacketText(packet).trimmed() << '\n';
+  out << answers << Qt::flush;
   if (!session.Failures.isEmpty()) {
     QTextStream(stderr) << "norva: " << session.Failures.front() << Qt::endl;
     return 1;
@@ -198,7 +203,7 @@ int RunUsb(TArguments& arguments, QTextStream& out) {
   if (simulated) simulation = std::make_unique<TSimulatedUsbSession>();
   std::vector<TUsbDeviceEntry> devices;
   if (const TPlatformResult result = UsbBackend().EnumerateDevices(devices); !result.Ok()) {
-    QTextStream(stderr) << "norva: " << result.Text << Qt::endl;
+    QTextStream(stderr) << "norva: " << OneLine(result.Text) << Qt::endl;
     return 1;
   }
   int recognised = 0;

@@ -1,6 +1,8 @@
 // norva: the installer's command-line tool for the bus.
 #include "Subcommands.h"
 
+#include <NorvaGlobal/UIServices.h>
+
 #include <QCoreApplication>
 
 #include <vector>
@@ -92,10 +94,13 @@ const std::vector<TSubcommand>& Subcommands() {
   return table;
 }
 
+void PrintCommand(const TSubcommand& command, QTextStream& out) {
+  out << "  norva " << command.Usage << "\n      " << command.Summary << '\n';
+}
+
 void PrintHelp(QTextStream& out) {
   out << "Usage: norva COMMAND [ARGUMENTS]\n\nCommands:\n";
-  for (const TSubcommand& command : Subcommands())
-    out << "  norva " << command.Usage << "\n      " << command.Summary << '\n';
+  for (const TSubcommand& command : Subcommands()) PrintCommand(command, out);
   out << "\nLINK is --serial DEVICE [--usb-serial], --tcp HOST:PORT, or --usb [--usb-device PATH]\n"
          "[--simulated] (the simulated USB amplifier, in this process).\n";
   out << "\nNumbers are decimal or 0x hexadecimal, with an optional leading minus (-0x10).\n";
@@ -111,6 +116,30 @@ const TSubcommand* FindSubcommand(const QStringList& arguments) {
   return nullptr;
 }
 
+// The subcommands whose first word is `group` ("ir": ir hex, ir native, ir raw).
+std::vector<const TSubcommand*> GroupMembers(const QString& group) {
+  std::vector<const TSubcommand*> members;
+  for (const TSubcommand& command : Subcommands())
+    if (command.Words.size() > 1 && command.Words.front() == group) members.push_back(&command);
+  return members;
+}
+
+// A first word that begins several subcommands answers --help with all of them; followed by
+// anything else it names none of them.
+int RunGroup(const QStringList& arguments, QTextStream& out) {
+  const std::vector<const TSubcommand*> members = GroupMembers(arguments.front());
+  if (members.empty())
+    throw EUsage(
+        QStringLiteral("unknown command %1 (see norva --help)").arg(Quoted(arguments.join(u' '))));
+  TArguments rest(arguments.mid(1));
+  if (!rest.TakeFlag(QStringLiteral("--help")))
+    throw EUsage(QStringLiteral("unknown command %1 (see norva %2 --help)")
+                     .arg(Quoted(arguments.join(u' ')), arguments.front()));
+  out << "Usage:\n";
+  for (const TSubcommand* command : members) PrintCommand(*command, out);
+  return 0;
+}
+
 int Run(const QStringList& arguments) {
   QTextStream out(stdout);
   // Bare norva is a slip, not a request for the help: a short usage line, as for bad input.
@@ -122,15 +151,19 @@ int Run(const QStringList& arguments) {
     return 0;
   }
   const TSubcommand* command = FindSubcommand(arguments);
-  if (!command)
-    throw EUsage(
-        QStringLiteral("unknown command %1 (see norva --help)").arg(Quoted(arguments.join(u' '))));
+  if (!command) return RunGroup(arguments, out);
   TArguments rest(arguments.mid(command->Words.size()));
   if (rest.TakeFlag(QStringLiteral("--help"))) {
     out << "Usage: norva " << command->Usage << "\n  " << command->Summary << '\n';
     return 0;
   }
   return command->Run(rest, out);
+}
+
+// A failure on one line of standard error (the library's messages may run over several).
+int Report(const std::exception& error, int exitCode) {
+  QTextStream(stderr) << "norva: " << MessageOnOneLine(QString::fromUtf8(error.what())) << Qt::endl;
+  return exitCode;
 }
 
 }  // namespace
@@ -141,10 +174,8 @@ int main(int argc, char** argv) {
   try {
     return norva::cli::Run(app.arguments().mid(1));
   } catch (const norva::cli::EUsage& error) {
-    QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
-    return 2;
+    return norva::cli::Report(error, 2);
   } catch (const std::exception& error) {
-    QTextStream(stderr) << "norva: " << error.what() << Qt::endl;
-    return 1;
+    return norva::cli::Report(error, 1);
   }
 }

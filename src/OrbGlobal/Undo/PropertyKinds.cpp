@@ -47,7 +47,15 @@ bool IsVariantType(QMetaType type) {
     // only a value, so its copy is its snapshot. The library knows both by their meta-types
     // alone, so it needs no Qt GUI.
     case QMetaType::QColor:
-    case QMetaType::QFont: return true;
+    case QMetaType::QFont:
+    // Geometry, kept whole for the same reason: two or four numbers, some of them floating-point,
+    // that no 32-bit ordinal holds.
+    case QMetaType::QPoint:
+    case QMetaType::QPointF:
+    case QMetaType::QSize:
+    case QMetaType::QSizeF:
+    case QMetaType::QRect:
+    case QMetaType::QRectF: return true;
     default: return false;
   }
 }

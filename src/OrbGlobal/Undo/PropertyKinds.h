@@ -6,7 +6,8 @@
 //   AnsiString      QByteArray (8-bit string)
 //   UnicodeString   QString
 //   Variant         float, double, 64-bit integers, QVariant, QDateTime, QDate, QTime, QColor,
-//                   QFont: kept as a copy of the value
+//                   QFont, QPoint, QPointF, QSize, QSizeF, QRect, QRectF: kept as a copy of the
+//                   value
 //   DynamicArray    any sequential container (QList<T>, std::vector<T>, QStringList, ...)
 //   ObjectReference pointer to a model class that is not a sub-component: another object
 //   SubObject       pointer to a sub-component model class: a part the object owns and copies in

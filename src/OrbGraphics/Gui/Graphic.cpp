@@ -61,6 +61,11 @@ TGraphicClass GraphicClassOfFile(const QString& path) {
   return TGraphicClass::None;
 }
 
+bool GraphicClassWritable(TGraphicClass cls) {
+  return cls != TGraphicClass::GIF && cls != TGraphicClass::None &&
+         QImageWriter::supportedImageFormats().contains(FormatOf(cls));
+}
+
 TGraphic::TGraphic(TGraphicClass cls, QImage image) : mClass(cls), mImage(std::move(image)) {}
 
 void TGraphic::SetImage(const QImage& image) {
@@ -102,16 +107,16 @@ TGraphicClass TGraphic::EncodedClass() const {
                                                                        : mClass;
 }
 
-QByteArray TGraphic::SaveToBytes() const {
+QByteArray TGraphic::SaveToBytes(TGraphicClass format) const {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  QImageWriter writer(&buffer, FormatOf(EncodedClass()));
+  QImageWriter writer(&buffer, FormatOf(format));
   if (mImage.isNull() || !writer.write(mImage)) {
     throw ENorvaError(QStringLiteral("Cannot write the %1 picture: %2")
-                          .arg(GraphicClassName(EncodedClass()), mImage.isNull()
-                                                                     ? QStringLiteral("it is empty")
-                                                                     : writer.errorString()));
+                          .arg(GraphicClassName(format), mImage.isNull()
+                                                             ? QStringLiteral("it is empty")
+                                                             : writer.errorString()));
   }
   return bytes;
 }

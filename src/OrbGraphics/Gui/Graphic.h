@@ -24,6 +24,9 @@ TGraphicClass GraphicClassFromName(QByteArrayView name);
 TGraphicClass GraphicClassOfBytes(QByteArrayView bytes);
 // By the file name's extension (.bmp, .png, .jpg or .jpeg, .gif, any case); None for others.
 TGraphicClass GraphicClassOfFile(const QString& path);
+// Whether pictures can be encoded in the format of `cls`: not GIF, which Qt reads but cannot
+// write, nor None, nor a format whose image plugin is missing.
+bool GraphicClassWritable(TGraphicClass cls);
 
 class TGraphic {
  public:
@@ -49,7 +52,10 @@ class TGraphic {
   // a picture of no class, both written as PNG.
   TGraphicClass EncodedClass() const;
   // The picture encoded in EncodedClass's format; raises ENorvaError when it cannot be.
-  QByteArray SaveToBytes() const;
+  QByteArray SaveToBytes() const { return SaveToBytes(EncodedClass()); }
+  // The picture encoded in the format of `format`, whatever its own class; raises ENorvaError
+  // when it cannot be (an empty picture, a format that is not GraphicClassWritable).
+  QByteArray SaveToBytes(TGraphicClass format) const;
 
   void SetOnChange(std::function<void()> handler) { mOnChange = std::move(handler); }
   const std::function<void()>& GetOnChange() const { return mOnChange; }

@@ -5,6 +5,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace norva {
@@ -118,12 +119,19 @@ void TGraphicContainer::LoadFromFile(const QString& path) {
 }
 
 void TGraphicContainer::SaveToFile(const QString& path) {
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) {
-    throw ENorvaError(QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
+  const TGraphicClass format = GraphicClassOfFile(path);
+  if (!GraphicClassWritable(format)) {
+    const QString suffix = QFileInfo(path).suffix();
+    throw ENorvaError(suffix.isEmpty()
+                          ? QStringLiteral("Cannot save %1: a picture file needs an extension "
+                                           "naming its format")
+                                .arg(path)
+                          : QStringLiteral("Cannot save %1: pictures cannot be written as .%2")
+                                .arg(path, suffix));
   }
-  SaveToStream(file);
-  if (!file.commit()) {
+  const QByteArray bytes = GraphicToSave().SaveToBytes(format);
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
     throw ENorvaError(QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
   }
 }
@@ -135,9 +143,7 @@ void TGraphicContainer::LoadFromStream(TGraphicClass cls, QIODevice& stream) {
 }
 
 void TGraphicContainer::SaveToStream(QIODevice& stream) {
-  TGraphic* graphic = GetGraphic();
-  if (!graphic) throw ENorvaError(QStringLiteral("There is no picture to save"));
-  const QByteArray bytes = graphic->SaveToBytes();
+  const QByteArray bytes = GraphicToSave().SaveToBytes();
   if (stream.write(bytes) != bytes.size()) {
     throw ENorvaError(QStringLiteral("Cannot write the picture: ") + stream.errorString());
   }
@@ -218,6 +224,12 @@ void TGraphicContainer::Clear() {
   mHeight = 0;
   mGraphicClass = TGraphicClass::None;
   mTransparent = false;
+}
+
+TGraphic& TGraphicContainer::GraphicToSave() {
+  TGraphic* graphic = GetGraphic();
+  if (!graphic) throw ENorvaError(QStringLiteral("There is no picture to save"));
+  return *graphic;
 }
 
 void TGraphicContainer::CacheProperties() {

@@ -42,7 +42,10 @@ class TGraphicContainer {
   // By the file's extension; raises ENorvaError for a file that cannot be read or is no picture
   // of that class, and keeps what it had.
   void LoadFromFile(const QString& path);
-  // In the format of the extension; raises ENorvaError when nothing is there or it cannot write.
+  // In the format the extension names (.bmp, .png, .jpg or .jpeg), whatever the picture's class.
+  // Raises ENorvaError naming the file and the extension, with nothing written, when no format
+  // that can be written has that extension (.gif among them); and when there is no picture or it
+  // cannot be written.
   void SaveToFile(const QString& path);
   // Keeps the rest of `stream` as the encoded bytes of a `cls` picture, dormant.
   void LoadFromStream(TGraphicClass cls, QIODevice& stream);
@@ -68,6 +71,8 @@ class TGraphicContainer {
   void Changed();
   void Clear();
   void CacheProperties();
+  // The decoded picture; raises ENorvaError when there is none.
+  TGraphic& GraphicToSave();
   // Runs `change` on the decoded picture without Changed hearing of it.
   template <typename F>
   void Quietly(F change);
