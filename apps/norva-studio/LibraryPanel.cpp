@@ -41,10 +41,10 @@ TLibraryTree::TLibraryTree(QWidget* parent) : QTreeWidget(parent) {
 }
 
 void TLibraryTree::SetDatabase(norva::TIRDB* database) {
-  if (mDatabase) mDatabase->SetOnUpdate(nullptr);
+  if (mDatabase) mDatabase->RemoveUpdateListener(mListener);
   mDatabase = database;
   if (mDatabase) {
-    mDatabase->SetOnUpdate([this](norva::TOrbObject*) {
+    mListener = mDatabase->AddUpdateListener(this, [this](norva::TOrbObject*) {
       if (mStale) return;
       mStale = true;
       QMetaObject::invokeMethod(

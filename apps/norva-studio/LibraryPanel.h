@@ -62,6 +62,7 @@ class TLibraryTree : public QTreeWidget {
   void Select(const norva::TOrbObject* object);
 
   norva::TIRDB* mDatabase = nullptr;
+  norva::TUpdateListenerId mListener = 0;          // the tree's, on the database
   QHash<QString, norva::TCommandObject*> mByGUID;  // as the tree was last built
   bool mStale = false;                             // the database changed since
 };

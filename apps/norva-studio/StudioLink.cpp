@@ -71,15 +71,8 @@ bool TStudioLink::ConnectUsb(const QString& path) {
               path.isEmpty() ? tr("the first USB device") : path);
 }
 
-std::vector<norva::TUSBDevice> TStudioLink::UsbDevices() {
-  // The search belongs to a bus object; this one never opens anything.
-  norva::TNorvaBusComms searcher(norva::RecognisedUsbDeviceTypes(), nullptr);
-  searcher.SearchUSBDevices();
-  std::vector<norva::TUSBDevice> devices;
-  devices.reserve(static_cast<std::size_t>(searcher.GetUSBDeviceCount()));
-  for (int i = 0; i < searcher.GetUSBDeviceCount(); ++i)
-    devices.push_back({searcher.GetUSBDevicePath(i), searcher.GetUSBDeviceType(i)});
-  return devices;
+norva::TUsbDeviceSearch TStudioLink::UsbDevices() {
+  return norva::SearchUsbDevices(norva::RecognisedUsbDeviceTypes());
 }
 
 QString TStudioLink::State() const {

@@ -38,8 +38,8 @@ class TStudioLink : public QObject {
   bool ConnectEthernet(const QString& address);  // "host:port"
   // The USB device at `path` (from UsbDevices), or with none the first recognised one.
   bool ConnectUsb(const QString& path = {});
-  // The recognised USB devices connected now, as the library's device search finds them.
-  static std::vector<norva::TUSBDevice> UsbDevices();
+  // The USB devices connected now of the types ConnectUsb takes, or why none could be listed.
+  static norva::TUsbDeviceSearch UsbDevices();
   void Close();
 
   norva::TNorvaBusComms* Bus() const;

@@ -198,12 +198,15 @@ void TStudioWindow::BuildConnectionMenu() {
     usb->clear();
     usb->addAction(tr("&First recognised device"), this, [this] { mLink->ConnectUsb(); });
     usb->addSeparator();
-    const std::vector<norva::TUSBDevice> devices = TStudioLink::UsbDevices();
-    for (const norva::TUSBDevice& device : devices) {
+    const norva::TUsbDeviceSearch search = TStudioLink::UsbDevices();
+    for (const norva::TUSBDevice& device : search.Devices) {
       usb->addAction(QStringLiteral("%1 (%2)").arg(device.Path, norva::EnumName(device.DeviceType)),
                      this, [this, path = device.Path] { mLink->ConnectUsb(path); });
     }
-    if (devices.empty()) usb->addAction(tr("(no recognised USB devices found)"))->setEnabled(false);
+    if (!search.Result.Ok())
+      usb->addAction(tr("(%1)").arg(search.Result.Text))->setEnabled(false);
+    else if (search.Devices.empty())
+      usb->addAction(tr("(no recognised USB devices found)"))->setEnabled(false);
   });
   connection->addSeparator();
   connection->addAction(tr("&Disconnect"), this, [this] { mLink->Close(); });
@@ -211,7 +214,7 @@ void TStudioWindow::BuildConnectionMenu() {
 
 void TStudioWindow::Watch(example::TWallKeypad& keypad) {
   // The keypad is the root of its objects: every change arrives here once it is complete.
-  keypad.SetOnUpdate([this](norva::TOrbObject*) {
+  keypad.AddUpdateListener(this, [this](norva::TOrbObject*) {
     mView->Refresh();
     ShowState();
   });

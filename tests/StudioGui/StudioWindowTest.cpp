@@ -318,7 +318,7 @@ TEST_F(Studio, AUsbAmplifierIsFoundAndAnswersOverItsPipes) {
   {
     norva::sim::TUsbAmplifier amplifier(backend);
     auto window = OpenWindow();  // gone before the amplifier and the backend
-    const std::vector<norva::TUSBDevice> devices = TStudioLink::UsbDevices();
+    const std::vector<norva::TUSBDevice> devices = TStudioLink::UsbDevices().Devices;
     ASSERT_EQ(devices.size(), 1U);
     EXPECT_EQ(devices[0].Path, norva::sim::TUsbAmplifier::DevicePath);
     EXPECT_EQ(devices[0].DeviceType, norva::NorvaAmp);

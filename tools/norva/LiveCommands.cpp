@@ -201,20 +201,14 @@ int RunUsb(TArguments& arguments, QTextStream& out) {
   arguments.Positional();
   std::unique_ptr<TSimulatedUsbSession> simulation;
   if (simulated) simulation = std::make_unique<TSimulatedUsbSession>();
-  std::vector<TUsbDeviceEntry> devices;
-  if (const TPlatformResult result = UsbBackend().EnumerateDevices(devices); !result.Ok()) {
-    QTextStream(stderr) << "norva: " << OneLine(result.Text) << Qt::endl;
+  const TUsbDeviceSearch search = SearchUsbDevices(RecognisedUsbDeviceTypes());
+  if (!search.Result.Ok()) {
+    QTextStream(stderr) << "norva: " << OneLine(search.Result.Text) << Qt::endl;
     return 1;
   }
-  int recognised = 0;
-  for (const TUsbDeviceEntry& device : devices) {
-    const TCommsDeviceType type =
-        RecognisedDeviceType(device.HardwareId, RecognisedUsbDeviceTypes());
-    if (type == NoCommsDevice) continue;
-    out << device.DevicePath << '\t' << EnumName(type) << '\t' << device.HardwareId << '\n';
-    ++recognised;
-  }
-  if (recognised == 0) QTextStream(stderr) << "no recognised USB devices found" << Qt::endl;
+  for (const TUSBDevice& device : search.Devices)
+    out << device.Path << '\t' << EnumName(device.DeviceType) << '\t' << device.HardwareId << '\n';
+  if (search.Devices.empty()) QTextStream(stderr) << "no recognised USB devices found" << Qt::endl;
   return 0;
 }
 

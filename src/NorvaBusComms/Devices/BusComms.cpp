@@ -192,18 +192,10 @@ void TNorvaBusComms::ConnectUSB(bool reportMissing) {
 }
 
 void TNorvaBusComms::SearchUSBDevices() {
-  mUSBDevices.clear();
-  std::vector<TUsbDeviceEntry> found;
-  const TPlatformResult searched = UsbBackend().EnumerateDevices(found);
-  if (!searched.Ok()) {
-    UIServices().MessageBox(searched.Text, QStringLiteral("Error"), TMessageIcon::Stop,
-                            TMessageButtons::OK);
-    return;
-  }
-  for (const TUsbDeviceEntry& device : found) {
-    const TCommsDeviceType type = RecognisedDeviceType(device.HardwareId, mSelectedDeviceTypes);
-    if (type != NoCommsDevice) mUSBDevices.push_back({device.DevicePath, type});
-  }
+  TUsbDeviceSearch search = SearchUsbDevices(mSelectedDeviceTypes);
+  mUSBDevices = std::move(search.Devices);
+  if (!search.Result.Ok())
+    ReportError(search.Result.Text, QStringLiteral("Error"), TMessageIcon::Stop, true);
 }
 
 int TNorvaBusComms::GetUSBDeviceIndex() const {

@@ -98,7 +98,8 @@ class TNorvaBusComms : public QObject,
   // The serial ports offered to the user.
   static QStringList GetComPorts();
 
-  // Lists the connected USB devices of the selected types (a failing search says so in a box).
+  // Lists the connected USB devices of the selected types. A failing search goes to OnError and,
+  // when no handler takes it, to a box.
   void SearchUSBDevices();
   int GetUSBDeviceCount() const { return static_cast<int>(mUSBDevices.size()); }
   // The found device whose path is the device path, or -1.

@@ -1,5 +1,7 @@
 #include <NorvaBusComms/Devices/UsbDeviceSearch.h>
 
+#include <libraries/WINUSB.h>
+
 namespace norva {
 
 const std::vector<TUsbIdentity>& RecognisedUsbDevices() {
@@ -26,6 +28,19 @@ TCommsDeviceType RecognisedDeviceType(const QString& hardwareId,
         prefix == QLatin1String(identity.HardwareIdPrefix))
       return identity.DeviceType;
   return NoCommsDevice;
+}
+
+TUsbDeviceSearch SearchUsbDevices(const TCommsDeviceTypes& selected) {
+  TUsbDeviceSearch search;
+  std::vector<TUsbDeviceEntry> present;
+  search.Result = UsbBackend().EnumerateDevices(present);
+  if (!search.Result.Ok()) return search;
+  for (TUsbDeviceEntry& device : present) {
+    const TCommsDeviceType type = RecognisedDeviceType(device.HardwareId, selected);
+    if (type != NoCommsDevice)
+      search.Devices.push_back({std::move(device.DevicePath), type, std::move(device.HardwareId)});
+  }
+  return search;
 }
 
 }  // namespace norva

@@ -32,7 +32,7 @@ QString TrimmedName(const QString& name) {
 }  // namespace
 
 TOrbObject::TOrbObject(TOrbObject* owner) : mOwner(owner) {
-  if (owner) mOnUpdate = [owner](TOrbObject* sender) { owner->Updated(sender); };
+  if (owner) mOnUpdate = [owner](TOrbObject* sender) { owner->TellUpdated(sender); };
 }
 
 TOrbObject::~TOrbObject() {
@@ -74,6 +74,25 @@ void TOrbObject::EndUpdate(bool notify) {
 
 void TOrbObject::Updated(TOrbObject* sender) {
   if (mUpdateCount == 0 && mOnUpdate) mOnUpdate(sender);
+}
+
+void TOrbObject::TellUpdated(TOrbObject* sender) {
+  Updated(sender);
+  // The last step: a listener may destroy this object.
+  if (mUpdateCount == 0 && mListeners) mListeners->Notify(sender);
+}
+
+TUpdateListenerId TOrbObject::AddUpdateListener(const QObject* context, TUpdateEvent listener) {
+  if (!mListeners) mListeners = std::make_unique<TUpdateListeners>();
+  const TUpdateListenerId id = mListeners->Add(std::move(listener));
+  // This object as the receiver: the connection goes with it when it is destroyed first.
+  if (context)
+    connect(context, &QObject::destroyed, this, [this, id] { RemoveUpdateListener(id); });
+  return id;
+}
+
+void TOrbObject::RemoveUpdateListener(TUpdateListenerId id) {
+  if (mListeners) mListeners->Remove(id);
 }
 
 void TOrbObject::NewRevision() {

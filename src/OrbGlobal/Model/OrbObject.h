@@ -9,6 +9,7 @@
 
 #include <OrbGlobal/Model/OrbClass.h>
 #include <OrbGlobal/Model/OrbTypes.h>
+#include <OrbGlobal/Model/UpdateListeners.h>
 
 #include <QObject>
 #include <QString>
@@ -58,13 +59,26 @@ class TOrbObject : public QObject {
 
   // Notification: Updated climbs the owner chain with the first sender and stops at the first
   // object inside BeginUpdate or without a handler. A root object overrides Updated(sender) to
-  // react to any change below it (and writes `using TOrbObject::Updated;`).
+  // react to any change below it (and writes `using TOrbObject::Updated;`); a change starts with
+  // Updated(), which also tells the listeners.
   void BeginUpdate() { ++mUpdateCount; }
   void EndUpdate(bool notify = true);
-  void Updated() { Updated(this); }
+  void Updated() { TellUpdated(this); }
   virtual void Updated(TOrbObject* sender);
   int UpdateCount() const { return mUpdateCount; }
+  // The update slot belongs to the owner: the constructor binds it to the owner's Updated, and that
+  // binding is the only way a change reaches the document (its saving flags, a database's name
+  // index). Replacing it on an owned object cuts the object off from its document; only an
+  // object without owner may take it. Views and windows use AddUpdateListener instead.
   void SetOnUpdate(TUpdateEvent handler) { mOnUpdate = std::move(handler); }
+  // Any number of listeners hear every change the update slot hears, in the order they were
+  // added, once the object and its owners have taken the change in (after the outermost
+  // EndUpdate). With a context, the listener goes when the context is destroyed; without one it
+  // stays until RemoveUpdateListener. The object's destruction ends all its listeners. A listener
+  // may add or remove listeners while it is called.
+  TUpdateListenerId AddUpdateListener(const QObject* context, TUpdateEvent listener);
+  // Nothing for an id that names no listener of this object (any more).
+  void RemoveUpdateListener(TUpdateListenerId id);
   // Fired just before the object goes (and when an undoable deletion takes it out of its list);
   // the handler may use only the object's identity.
   void SetOnDestroy(TNotifyEvent handler) { mOnDestroy = std::move(handler); }
@@ -142,16 +156,23 @@ class TOrbObject : public QObject {
  private:
   friend class TOrbObjectList;
 
+  // The change at its start and at every owner up the chain: the object's own Updated (its slot
+  // and its reaction to the change), then its listeners.
+  void TellUpdated(TOrbObject* sender);
+
+  // The count and the flags share one word, which leaves room for the listeners' pointer in the
+  // size the object had without it.
   TUpdateEvent mOnUpdate;
   int mUpdateCount = 0;
+  bool mAdded = false;
+  bool mModified = false;
+  bool mRemoved = false;
   QString mName;
   TOrbObject* mOwner;
   TNotifyEvent mOnDestroy;
   QUuid mGUID;
   double mRevision = 0;
-  bool mAdded = false;
-  bool mModified = false;
-  bool mRemoved = false;
+  std::unique_ptr<TUpdateListeners> mListeners;  // made on the first listener
 };
 
 }  // namespace norva
