@@ -2,6 +2,8 @@
 // slips such a receiver makes become a faithful stream or one failure that leaves the stream as
 // it was.
 
+#include "IRCorpus.h"
+
 #include <IR/IR.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/Undo.h>
@@ -15,8 +17,6 @@
 #include <cmath>
 #include <limits>
 #include <map>
-
-#include "IRCorpus.h"
 
 using namespace norva;
 

@@ -168,13 +168,9 @@ TEST_F(LibraryThatDidNotLoad, IsReportedInOneBoxAndLoadsNothingOfTheFile) {
       ASSERT_EQ(services.Messages().size(), 1);
       EXPECT_EQ(services.Messages()[0].Caption, "Error");
       const QString box = services.Messages()[0].Text;
-      EXPECT_TRUE(QRegularExpression(QRegularExpression::anchoredPattern(
-                                         QRegularExpression::escape("Error loading " +
-                                                                    Path("bad.xml") + "\r\n\r\n") +
-                                         c.Box))
-                      .match(box)
-                      .hasMatch())
-          << box.toStdString();
+      const QRegularExpression expected(QRegularExpression::anchoredPattern(
+          QRegularExpression::escape("Error loading " + Path("bad.xml") + "\r\n\r\n") + c.Box));
+      EXPECT_TRUE(expected.match(box).hasMatch()) << box.toStdString();
     }
   }
 }

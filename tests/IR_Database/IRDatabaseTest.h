@@ -2,6 +2,8 @@
 // What the IR database suites share: a folder of their own for the files, recorded message boxes,
 // and the real codes of tests/data/ir to fill models with.
 
+#include "IR/IRCorpus.h"
+
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
 #include <Testing/RecordingUIServices.h>
@@ -12,16 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace norva::testing {
-
-// The Pronto hex codes of the corpus, in file order.
-inline QStringList CorpusCodes() {
-  QFile file(QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/pronto-codes.tsv"));
-  QStringList codes;
-  if (file.open(QIODevice::ReadOnly))
-    for (const QByteArray& line : file.readAll().split('\n'))
-      if (!line.isEmpty()) codes << QString::fromUtf8(line).section(u'\t', 1);
-  return codes;
-}
 
 inline TIRStream* AddStream(TModel* model, const QString& name, const QString& code) {
   auto* stream = static_cast<TIRStream*>(model->AddNewCommandObject(&TIRStream::staticMetaObject));
@@ -45,7 +37,7 @@ class TIRDatabaseTest : public ::testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(folder.isValid());
-    codes = CorpusCodes();
+    for (const auto& [command, code] : Corpus()) codes << code;
     ASSERT_GT(codes.size(), 100);
   }
   QString Path(const char* name) const { return folder.filePath(QString::fromLatin1(name)); }
@@ -53,7 +45,7 @@ class TIRDatabaseTest : public ::testing::Test {
   QTemporaryDir folder;
   TRecordingUIServices services;
   TScopedUIServices scoped{services};
-  QStringList codes;
+  QStringList codes;  // the corpus's Pronto hex codes, in file order
 };
 
 }  // namespace norva::testing
