@@ -20,10 +20,13 @@ std::uint32_t Thirds(double microseconds) {
 std::uint16_t ModulationPeriodOf(double frequencyHz) {
   if (frequencyHz == 0) return 0;
   const double period = RoundToEven(ModulationClockHz / frequencyHz);
-  if (!(frequencyHz > 0) || !(period < NoModulationPeriod))
-    throw ENorvaError(QStringLiteral("Carrier frequency %1 Hz is out of range (%2 Hz or more).")
-                          .arg(frequencyHz)
-                          .arg(std::ceil(ModulationClockHz / (NoModulationPeriod - 0.5))));
+  // A period of no tick would pass for an unmodulated stream.
+  if (!(frequencyHz > 0) || !(period >= 1 && period < NoModulationPeriod))
+    throw ENorvaError(
+        QStringLiteral("Carrier frequency %1 Hz is out of range (%2 Hz or more, below %3 Hz).")
+            .arg(frequencyHz)
+            .arg(std::ceil(ModulationClockHz / (NoModulationPeriod - 0.5)))
+            .arg(2 * ModulationClockHz, 0, 'f', 0));
   return static_cast<std::uint16_t>(period);
 }
 

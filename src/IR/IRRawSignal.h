@@ -14,7 +14,8 @@ inline constexpr double RawClosingGapMicroseconds = 100000;
 // The stream of a raw signal. The last gap ends a word; the first gap above 8 ms inside the
 // signal ends a first word too (format RepeatBothWords), as in hex codes. `frequencyHz` 0 gives an
 // unmodulated stream. Raises for an empty signal, a duration that is not positive, a carrier
-// whose period does not fit 16 bits, and the period analysis's failures.
+// whose period does not fit 16 bits or is shorter than one tick, and the period analysis's
+// failures.
 TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseconds);
 
 }  // namespace norva

@@ -2,7 +2,6 @@
 // valid, its text forms, hex codes and the native frames, on the cases where a slip shows.
 
 #include <IR/IRHexCode.h>
-#include <IR/IRRawSignal.h>
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <support/QtPrinters.h>
@@ -273,30 +272,4 @@ TEST(NorvaCodes, NamesAndUsefulnessFollowTheirTables) {
   EXPECT_FALSE(NorvaFunctionUseful(nvMuteCmd, 3, Sw6Command));
   EXPECT_EQ(NorvaCommandButtonClass(nvSrc9Cmd), TButtonClass(NorvaClassGroup, 40));
   EXPECT_FALSE(NorvaCommandButtonClass(nvSrc1AudioCmd));
-}
-
-TEST(IRRawSignal, PulsesAndGapsBecomeWordsAsHexCodesDo) {
-  // A signal ending on a pulse gets a closing gap; the 9 ms gap inside splits it into two words.
-  const TIRStreamData split = RawSignalStream(38000, {9000, 4500, 560, 9000, 560, 560, 560});
-  EXPECT_EQ(split.ModulationPeriod, 316);
-  EXPECT_EQ(split.Format, RepeatBothWords);
-  EXPECT_EQ(split.GetPeriodIDPairsString(), "01,2E,22,2F");
-  EXPECT_EQ(split.Status(), "OK");
-  EXPECT_EQ(RawSignalStream(0, {500, 500}).ModulationPeriod, 0);
-  EXPECT_EQ(RawSignalStream(36000, {500, 500, 500, 30000}).Format, RepeatWord1);
-
-  const struct {
-    double Frequency;
-    QList<double> Durations;
-    const char* Failure;
-  } failures[] = {
-      {38000, {}, "Stream has zero length"},
-      {38000, {500, -1}, "Infra-red durations must be positive, not -1."},
-      {100, {500, 500}, "Carrier frequency 100 Hz is out of range (184 Hz or more)."},
-      {38000,
-       {500, 9000, 500, 30000, 500, 500},
-       "Infra-red period of 30000 us is too long (at most 21845 us)."},
-  };
-  for (const auto& c : failures)
-    EXPECT_EQ(FailureOf([&] { RawSignalStream(c.Frequency, c.Durations); }), c.Failure);
 }
