@@ -5,7 +5,7 @@
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
 
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 
 #include <QCoreApplication>
 

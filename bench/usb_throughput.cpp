@@ -4,7 +4,7 @@
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
 
-#include <Testing/SimulatedUsb.h>
+#include <Simulation/SimulatedUsb.h>
 
 #include <QCoreApplication>
 

@@ -13,7 +13,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 ROW = re.compile(r"^\|\s*`(\w+)`\s*\|([^|]*)\|", re.MULTILINE)
 LAYERS = {"core": 0, "bus": 1, "gui": 2}
 # Modules whose every file belongs to one layer, whatever its folder.
-WHOLE_MODULE_LAYER = {"libraries": "bus", "Testing": "bus", "OrbGraphics": "gui"}
+WHOLE_MODULE_LAYER = {"libraries": "bus", "Simulation": "bus", "OrbGraphics": "gui"}
 
 
 def allowed_modules(architecture):

@@ -1,6 +1,6 @@
 #include "ButtonTile.h"
 
-#include "CommandDrag.h"
+#include <OrbGlobal/Gui/OrbDragObject.h>
 
 #include <QApplication>
 #include <QDrag>
@@ -11,6 +11,25 @@
 #include <QVBoxLayout>
 
 namespace studio {
+
+namespace {
+
+const norva::TOrbDragObject* OrbDrag(const QMimeData* mime) {
+  return qobject_cast<const norva::TOrbDragObject*>(mime);
+}
+
+// The command a drag brings; none once it was destroyed during the drag.
+const norva::TCommandObject* DraggedCommand(const QMimeData* mime) {
+  const norva::TOrbDragObject* drag = OrbDrag(mime);
+  return drag ? qobject_cast<const norva::TCommandObject*>(drag->OrbObject()) : nullptr;
+}
+
+const TButtonTile* DraggedTile(const QMimeData* mime) {
+  const norva::TOrbDragObject* drag = OrbDrag(mime);
+  return drag ? qobject_cast<const TButtonTile*>(drag->Source()) : nullptr;
+}
+
+}  // namespace
 
 TButtonTile::TButtonTile(int index, QWidget* parent)
     : QFrame(parent),
@@ -58,29 +77,26 @@ void TButtonTile::mouseMoveEvent(QMouseEvent* event) {
       (event->position().toPoint() - mPressedAt).manhattanLength() <
           QApplication::startDragDistance())
     return;
-  auto* mime = new QMimeData;
-  mime->setData(QLatin1String(ButtonMimeType), QByteArray::number(mIndex));
+  auto* dragged = new norva::TOrbDragObject(this);
+  dragged->SetDraggedItem(mIndex);
+  dragged->SetItemOffset(mPressedAt);
   auto* drag = new QDrag(this);
-  drag->setMimeData(mime);
+  drag->setMimeData(dragged);
   drag->setPixmap(grab());
   drag->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
 }
 
 void TButtonTile::dragEnterEvent(QDragEnterEvent* event) {
-  const QMimeData* mime = event->mimeData();
-  if (mime->hasFormat(QLatin1String(CommandMimeType)) ||
-      (mime->hasFormat(QLatin1String(ButtonMimeType)) &&
-       mime->data(QLatin1String(ButtonMimeType)).toInt() != mIndex))
-    event->acceptProposedAction();
+  const TButtonTile* tile = DraggedTile(event->mimeData());
+  if (DraggedCommand(event->mimeData()) || (tile && tile != this)) event->acceptProposedAction();
 }
 
 void TButtonTile::dropEvent(QDropEvent* event) {
-  const QMimeData* mime = event->mimeData();
-  if (mime->hasFormat(QLatin1String(CommandMimeType))) {
-    emit CommandDropped(mIndex, mime);
-  } else if (mime->hasFormat(QLatin1String(ButtonMimeType))) {
+  if (const norva::TCommandObject* command = DraggedCommand(event->mimeData())) {
+    emit CommandDropped(mIndex, *command);
+  } else if (const TButtonTile* tile = DraggedTile(event->mimeData())) {
     const bool copy = event->modifiers().testFlag(Qt::ControlModifier);
-    emit ButtonDropped(mime->data(QLatin1String(ButtonMimeType)).toInt(), mIndex, copy);
+    emit ButtonDropped(tile->Index(), mIndex, copy);
   }
   event->acceptProposedAction();
 }

@@ -1,15 +1,16 @@
 #pragma once
 // One keypad button in the designer: caption, button class and bound command, a drop target for
-// commands and for other buttons, and a drag source for itself.
+// commands of the library and for other buttons, and a drag source for itself. Both kinds of drag
+// are the object model's drag objects: a command travels as itself, a button as the tile it was
+// dragged from.
+
+#include <IR/CommandObject.h>
 
 #include <QFrame>
-#include <QMimeData>
 
 class QLabel;
 
 namespace studio {
-
-inline constexpr char ButtonMimeType[] = "application/x-norva-keypad-button";
 
 class TButtonTile : public QFrame {
   Q_OBJECT
@@ -26,7 +27,7 @@ class TButtonTile : public QFrame {
 
  signals:
   void Clicked(int index);
-  void CommandDropped(int index, const QMimeData* data);
+  void CommandDropped(int index, const norva::TCommandObject& command);
   // Another button dropped here; `copy` when Ctrl was held.
   void ButtonDropped(int from, int to, bool copy);
 

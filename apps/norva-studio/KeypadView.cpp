@@ -1,7 +1,6 @@
 #include "KeypadView.h"
 
 #include "ButtonTile.h"
-#include "CommandDrag.h"
 
 #include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Undo/UndoControl.h>
@@ -21,10 +20,12 @@ TKeypadView::TKeypadView(QWidget* parent)
     mTiles.at(static_cast<std::size_t>(i)) = tile;
     grid->addWidget(tile, i / 2, i % 2);
     connect(tile, &TButtonTile::Clicked, this, &TKeypadView::Select);
-    connect(tile, &TButtonTile::CommandDropped, this, [this](int index, const QMimeData* mime) {
-      if (const auto command = DraggedCommand(mime))
-        Bind(index, command->GUID, command->Name, command->ButtonClass);
-    });
+    connect(tile, &TButtonTile::CommandDropped, this,
+            [this](int index, const norva::TCommandObject& command) {
+              const norva::TButtonClasses& classes = command.GetButtonClasses();
+              Bind(index, command.GetGUIDString(), command.GetName(),
+                   classes.isEmpty() ? norva::TButtonClass() : classes.first());
+            });
     connect(tile, &TButtonTile::ButtonDropped, this, [this](int from, int to, bool copy) {
       copy ? CopyButton(from, to) : MoveButton(from, to);
     });

@@ -1,9 +1,8 @@
 #include "LibraryPanel.h"
 
-#include "CommandDrag.h"
-
 #include <IR/IR.h>
 #include <NorvaGlobal/UIServices.h>
+#include <OrbGlobal/Gui/OrbDragObject.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
 #include <QHeaderView>
@@ -188,16 +187,16 @@ norva::TCommandObject* TLibraryTree::PasteHexCode() {
   return stream;
 }
 
-QStringList TLibraryTree::mimeTypes() const { return {QLatin1String(CommandMimeType)}; }
+QStringList TLibraryTree::mimeTypes() const { return {norva::TOrbDragObject::MimeType}; }
 
+// A command drags as itself, not owned by the drag; keypad buttons read what they bind from it.
 QMimeData* TLibraryTree::mimeData(const QList<QTreeWidgetItem*>& items) const {
-  const auto* command =
+  auto* command =
       items.isEmpty() ? nullptr : Pointer<norva::TCommandObject>(items.first(), CommandRole);
   if (!command) return nullptr;
-  TDraggedCommand dragged{command->GetGUIDString(), command->GetName(), {}};
-  if (!command->GetButtonClasses().isEmpty())
-    dragged.ButtonClass = command->GetButtonClasses().first();
-  return CommandMimeData(dragged);
+  auto* drag = new norva::TOrbDragObject(const_cast<TLibraryTree*>(this));
+  drag->SetOrbObject(command);
+  return drag;
 }
 
 }  // namespace studio

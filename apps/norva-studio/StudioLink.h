@@ -7,7 +7,7 @@
 
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/UsbDeviceSearch.h>
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 
 #include <QObject>
 #include <QTimer>

@@ -3,7 +3,7 @@
 // is the simulated amplifier on a pseudo-terminal; with real hardware, pass the port instead.
 #include <NorvaBusComms/Devices/BusClient.h>
 #include <NorvaBusComms/Devices/BusComms.h>
-#include <Testing/Testing.h>
+#include <Simulation/Simulation.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

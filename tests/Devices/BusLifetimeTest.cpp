@@ -5,7 +5,7 @@
 #include <NorvaBusComms/Devices/BusMessages.h>
 #include <Testing/RecordingUIServices.h>
 
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 #include "support/EventLoop.h"
 
 #include <QPointer>

@@ -5,7 +5,7 @@
 #include <NorvaGlobal/EnumNames.h>
 #include <Testing/RecordingUIServices.h>
 
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 #include "PseudoTerminal.h"
 #include "support/EventLoop.h"
 

@@ -4,7 +4,7 @@
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <Testing/RecordingUIServices.h>
 
-#include <Testing/UsbAmplifier.h>
+#include <Simulation/UsbAmplifier.h>
 #include "support/EventLoop.h"
 
 #include <QTimer>

@@ -4,7 +4,7 @@
 #include <NorvaBusComms/Gui/BusForm.h>
 #include <Testing/RecordingUIServices.h>
 
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 #include "support/EventLoop.h"
 
 #include <QCoreApplication>

@@ -48,6 +48,17 @@ TEST(OrbDragObject, DestroysTheObjectOnlyWhenItOwnsIt) {
   EXPECT_EQ(kept->GetOwner(), nullptr);  // still alive
 }
 
+TEST(OrbDragObject, CarriesNoneOnceItsObjectIsDestroyedElsewhere) {
+  for (const bool owns : {false, true}) {
+    TOrbDragObject drag(nullptr);
+    auto object = std::make_unique<TOrbObject>();
+    drag.SetOrbObject(object.get());
+    drag.SetOwnsObject(owns);
+    object.reset();
+    EXPECT_EQ(drag.OrbObject(), nullptr) << "owns: " << owns;
+  }  // an owning drag must not destroy it a second time
+}
+
 TEST(OrbDragObject, OutlivingItsSourceViewIsHarmless) {
   auto view = std::make_unique<QWidget>();
   TOrbDragObject drag(view.get());

@@ -10,8 +10,8 @@
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGraphics/OrbGraphics.h>
 #include <PacketLog.h>
+#include <Simulation/Simulation.h>
 #include <Testing/RecordingUIServices.h>
-#include <Testing/Testing.h>
 #include <Utils/Folders.h>
 #include <support/QtPrinters.h>
 
@@ -21,6 +21,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QProcess>
 #include <QSettings>
 #include <QStatusBar>

@@ -1,7 +1,7 @@
 // The simulated USB backend: what the bus's workers see on the host side and what a test or the
 // simulator sees on the device side, including the cross-thread cases (a blocked read woken by
 // data or by an unplug).
-#include <Testing/SimulatedUsb.h>
+#include <Simulation/SimulatedUsb.h>
 
 #include "support/UsbPipes.h"
 

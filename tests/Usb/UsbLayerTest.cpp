@@ -1,6 +1,6 @@
 // The USB layer's own pieces: hardware identifiers, device paths, the installed backend, and the
 // libusb backend where no emulated device is needed (a missing library, the machine's own bus).
-#include <Testing/SimulatedUsb.h>
+#include <Simulation/SimulatedUsb.h>
 #include <libraries/LibUsbBackend.h>
 #include <libraries/WINUSB.h>
 

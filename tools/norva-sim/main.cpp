@@ -1,5 +1,5 @@
 // norva-sim: an amplifier on a pseudo-terminal and a TCP port, steered by lines on standard input.
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 
 #include <NorvaGlobal/Zones.h>
 

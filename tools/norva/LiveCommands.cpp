@@ -7,7 +7,7 @@
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaGlobal/NorvaGlobal.h>
 
-#include <Testing/UsbAmplifier.h>
+#include <Simulation/UsbAmplifier.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

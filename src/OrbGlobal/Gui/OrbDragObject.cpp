@@ -1,13 +1,11 @@
 #include <OrbGlobal/Gui/OrbDragObject.h>
 
-#include <OrbGlobal/Model/OrbObject.h>
-
 namespace norva {
 
 TOrbDragObject::TOrbDragObject(QWidget* source) : TOrbDragData(source, MimeType) {}
 
 TOrbDragObject::~TOrbDragObject() {
-  if (mOwnsObject) delete mOrbObject;
+  if (mOwnsObject) delete mOrbObject.data();
 }
 
 }  // namespace norva

@@ -1,16 +1,17 @@
 #pragma once
 // A drag of one model object. The view that starts the drag fills in the dragged view item (a
 // list row or tree node) and the mouse offset within it; drop targets take the drag object from
-// the drop event with qobject_cast.
+// the drop event with qobject_cast. A drag runs its own event loop, in which the object may be
+// destroyed elsewhere (an undo, a reload): the drag then carries none.
 
 #include <OrbGlobal/Gui/OrbDragData.h>
+#include <OrbGlobal/Model/OrbObject.h>
 
 #include <QPoint>
+#include <QPointer>
 #include <QVariant>
 
 namespace norva {
-
-class TOrbObject;
 
 class TOrbDragObject : public TOrbDragData {
   Q_OBJECT
@@ -22,7 +23,7 @@ class TOrbDragObject : public TOrbDragData {
   // Destroys the model object when the drag owns it.
   ~TOrbDragObject() override;
 
-  TOrbObject* OrbObject() const { return mOrbObject; }
+  TOrbObject* OrbObject() const { return mOrbObject.data(); }
   void SetOrbObject(TOrbObject* object) { mOrbObject = object; }
   const QVariant& DraggedItem() const { return mDraggedItem; }
   void SetDraggedItem(const QVariant& item) { mDraggedItem = item; }
@@ -34,7 +35,7 @@ class TOrbDragObject : public TOrbDragData {
   void SetRightButtonDrag(bool right) { mRightButtonDrag = right; }
 
  private:
-  TOrbObject* mOrbObject = nullptr;
+  QPointer<TOrbObject> mOrbObject;
   QVariant mDraggedItem;
   QPoint mItemOffset;
   bool mOwnsObject = false;

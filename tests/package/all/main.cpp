@@ -10,7 +10,7 @@
 #include <NorvaGlobal/NorvaGlobal.h>
 #include <OrbGlobal/OrbGlobal.h>
 #include <OrbGraphics/OrbGraphics.h>
-#include <Testing/Testing.h>
+#include <Simulation/Simulation.h>
 #include <Utils/Utils.h>
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include <Testing/DeviceSimulator.h>
+#include <Simulation/DeviceSimulator.h>
 
 #include <NorvaBusComms/BusTextParser.h>
 #include <NorvaGlobal/Zones.h>

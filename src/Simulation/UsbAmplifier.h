@@ -11,7 +11,7 @@
 
 #include <NorvaBusComms/CommandPacket.h>
 
-#include <Testing/SimulatedUsb.h>
+#include <Simulation/SimulatedUsb.h>
 
 #include <QByteArray>
 #include <QString>

@@ -1,4 +1,4 @@
-#include <Testing/UsbAmplifier.h>
+#include <Simulation/UsbAmplifier.h>
 
 #include <NorvaBusComms/BusTextParser.h>
 #include <NorvaBusComms/NotificationFraming.h>

@@ -1,5 +1,5 @@
 #include <NorvaBusComms/UsbPipes.h>
-#include <Testing/SimulatedUsb.h>
+#include <Simulation/SimulatedUsb.h>
 #include <libraries/PipePolicies.h>
 
 #include <algorithm>
