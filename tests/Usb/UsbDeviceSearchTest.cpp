@@ -3,8 +3,8 @@
 // object taking such a failure through its error path.
 #include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/UsbDeviceSearch.h>
+#include <Simulation/SimulatedUsb.h>
 #include <Testing/RecordingUIServices.h>
-#include <Testing/SimulatedUsb.h>
 
 #include <gtest/gtest.h>
 
