@@ -23,6 +23,11 @@ void EmptyHistories() {
   Redo().Empty();
 }
 
+// An excerpt of a file on report lines of their own, each indented.
+QString Excerpt(const QByteArray& file, qsizetype from) {
+  return QString::fromUtf8(file.mid(from, 200)).replace(u'\n', QStringLiteral("\n              "));
+}
+
 // Where two files first differ, with the text around that place in each.
 QString Difference(const QByteArray& expected, const QByteArray& actual) {
   qsizetype at = 0;
@@ -34,7 +39,7 @@ QString Difference(const QByteArray& expected, const QByteArray& actual) {
       .arg(at)
       .arg(expected.size())
       .arg(actual.size())
-      .arg(QString::fromUtf8(expected.mid(from, 200)), QString::fromUtf8(actual.mid(from, 200)));
+      .arg(Excerpt(expected, from), Excerpt(actual, from));
 }
 
 QList<TIRStream*> StreamsOf(const TIRDB& database) {
@@ -65,7 +70,7 @@ class TSequence {
     } catch (const ENorvaError& error) {
       Fail(QStringLiteral("raised ") + error.Message());
     } catch (const std::exception& error) {
-      Fail(QStringLiteral("raised ") + QString::fromLocal8Bit(error.what()));
+      Fail(QString::fromLocal8Bit(error.what()));
     }
     mSubject.reset();
     EmptyHistories();
@@ -82,32 +87,30 @@ class TSequence {
       Fail(QStringLiteral("opening left %1 entries in the undo history").arg(Undo().Count()));
     }
     EmptyHistories();
-    const QByteArray start = mSubject->Saved();
+    mFiles = {mSubject->Saved()};
     CheckNames(QStringLiteral("at the start"));
+    int recorded = 0;
     for (int step = 1; step <= steps; ++step) {
+      const int stepsBefore = Undo().NumSavePoints();
       mSteps.append(QStringLiteral("%1. %2").arg(step).arg(EditOnce()));
       MaintainUndo();
+      const bool undoable = Undo().NumSavePoints() > stepsBefore;
+      if (undoable) ++recorded;
+      const QByteArray file = mSubject->Saved();
+      if (file != mFiles.last()) {
+        if (!undoable) {
+          Fail(QStringLiteral("step %1 changed the file but left no undo step: ").arg(step) +
+               Difference(mFiles.last(), file));
+        }
+        mFiles.append(file);
+        mChangingSteps.append(step);
+      }
       CheckNames(QStringLiteral("after step %1").arg(step));
     }
-    const QByteArray end = mSubject->Saved();
-
-    const int undone = RevertAll(Undo(), QStringLiteral("undo"), steps);
-    if (Undo().CanRevert()) Fail(QStringLiteral("more undo steps than the %1 edits").arg(steps));
-    const QByteArray undoneFile = mSubject->Saved();
-    if (undoneFile != start) {
-      Fail(QStringLiteral("after undoing all %1 steps the file is not the one it started as: ")
-               .arg(undone) +
-           Difference(start, undoneFile));
-    }
-    const int redone = RevertAll(Redo(), QStringLiteral("redo"), undone);
-    if (Redo().CanRevert() || redone != undone)
-      Fail(QStringLiteral("%1 steps undone but %2 redone").arg(undone).arg(redone));
-    const QByteArray redoneFile = mSubject->Saved();
-    if (redoneFile != end) {
-      Fail(QStringLiteral("after redoing all %1 steps the file is not the one the edits made: ")
-               .arg(redone) +
-           Difference(end, redoneFile));
-    }
+    const int undone = RevertAll(Undo(), QStringLiteral("undo"), recorded);
+    if (undone != recorded)
+      Fail(QStringLiteral("%1 steps recorded but %2 undone").arg(recorded).arg(undone));
+    RevertAll(Redo(), QStringLiteral("redo"), undone);
     ChangeWithoutRecording();
   }
 
@@ -119,15 +122,45 @@ class TSequence {
     }
   }
 
-  // Reverts step after step, each closed as the application closes it, at most `limit` + 1 times
-  // (one more than can be right, to see that there is more).
+  // Reverts step after step, each closed as the application closes it, at most one more time than
+  // `limit` (to show that there is more). After each the file must be the one before the step
+  // undone, or the one the step redone made; a step that changed no file (a name files do not
+  // keep, a document marked changed) leaves the file as it was, and need not be redone. In the
+  // end undoing must reach the start, redoing the file the edits made.
   int RevertAll(TUndo& history, const QString& what, int limit) {
+    const bool undoing = &history == &Undo();
+    const int last = static_cast<int>(mFiles.size()) - 1;
+    int at = undoing ? last : 0;  // the file the reverts have reached
+    bool differed = false;
     int reverted = 0;
     while (history.CanRevert() && reverted <= limit) {
       history.Revert();
       MaintainUndo();
       ++reverted;
       CheckNames(QStringLiteral("after %1 %2").arg(what).arg(reverted));
+      if (differed) continue;
+      const QByteArray file = mSubject->Saved();
+      if (file == mFiles.at(at)) continue;
+      const int next = undoing ? at - 1 : at + 1;
+      if (next >= 0 && next <= last && file == mFiles.at(next)) {
+        at = next;
+        continue;
+      }
+      differed = true;
+      if (next < 0 || next > last) {
+        Fail(QStringLiteral("%1 %2 changed the file past every step").arg(what).arg(reverted));
+        continue;
+      }
+      Fail(QStringLiteral("%1 of step %2 gave another file than %3: ")
+               .arg(what)
+               .arg(mChangingSteps.at(undoing ? at - 1 : at))
+               .arg(undoing ? QStringLiteral("the one before it")
+                            : QStringLiteral("the one it made")) +
+           Difference(mFiles.at(next), file));
+    }
+    if (!differed && at != (undoing ? 0 : last)) {
+      Fail(undoing ? QStringLiteral("undoing all steps did not reach the start")
+                   : QStringLiteral("redoing all steps did not reach the file the edits made"));
     }
     return reverted;
   }
@@ -141,6 +174,7 @@ class TSequence {
       const QList<TIRStream*> streams = StreamsOf(*database);
       if (streams.isEmpty()) return;
       TIRStream* stream = mChoices.Pick(streams);
+      const TIRStreamData before = stream->Data();
       const TUndoSuspended undoOff;
       QString done;
       switch (mChoices.Below(4)) {
@@ -169,18 +203,23 @@ class TSequence {
           break;
       }
       mSteps.append(QStringLiteral("without undo %1: a stream %2").arg(change).arg(done));
-      CheckNames(QStringLiteral("after change %1 without undo").arg(change));
+      CheckNames(QStringLiteral("after change %1 without undo").arg(change), {before});
     }
   }
 
-  // Some of the database's own streams (so there are matches) and a few others; each named from
-  // the index and by walking. The probes are no part of the document: nothing is recorded.
-  void CheckNames(const QString& when) {
+  // `probes`, some of the database's own streams (so there are matches), some it held before and a
+  // few others; each named from the index and by walking. The probes are no part of the document:
+  // nothing is recorded.
+  void CheckNames(const QString& when, QList<TIRStreamData> probes = {}) {
     const TIRDB* database = mSubject->Database();
     if (!database) return;
-    QList<TIRStreamData> probes;
     const QList<TIRStream*> streams = StreamsOf(*database);
     for (int i = 0; i < 4 && !streams.isEmpty(); ++i) probes.append(mChoices.Pick(streams)->Data());
+    // Streams the database held before: a stale index still finds them.
+    for (int i = 0; i < 2 && !mSeen.isEmpty(); ++i) probes.append(mChoices.Pick(mSeen));
+    for (const TIRStream* stream : streams) {
+      if (mSeen.size() < MaxSeen && !mSeen.contains(stream->Data())) mSeen.append(stream->Data());
+    }
     const TUndoSuspended undoOff;
     for (int i = 0; i < 2; ++i) {
       TIRStream other;
@@ -205,13 +244,21 @@ class TSequence {
   }
 
   void Fail(const QString& what) {
-    if (mFailures.size() < 4) mFailures.append(what);
+    if (mFailures.size() < MaxFailures) mFailures.append(what);
   }
 
   const TSubjectKind& mKind;
   TEditChoices& mChoices;
   std::unique_ptr<TEditSubject> mSubject;
   QStringList mSteps;
+  // The file at the start and after each step that changed it, and those steps.
+  QList<QByteArray> mFiles;
+  QList<int> mChangingSteps;
+  // Streams the database has held, as probes for its naming.
+  static constexpr qsizetype MaxSeen = 64;
+  // Enough for each kind of check to report once.
+  static constexpr qsizetype MaxFailures = 10;
+  QList<TIRStreamData> mSeen;
   QStringList mFailures;
 };
 

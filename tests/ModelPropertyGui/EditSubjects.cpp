@@ -16,6 +16,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include <stdexcept>
+
 namespace norva::edits {
 
 namespace {
@@ -129,7 +131,7 @@ QString EditCommand(TCommandObject& command, TEditChoices& choices) {
       [&] {
         const TButtonClass added = ButtonClassValue(choices);
         command.AddButtonClass(added);
-        return QStringLiteral("AddButtonClass(%1)").arg(added.GetName());
+        return QStringLiteral("AddButtonClass(%1)").arg(ButtonClassText(added));
       },
       [&] {
         const TButtonClasses classes = ButtonClassesValue(choices);
@@ -388,8 +390,14 @@ QString EditKeypad(example::TWallKeypad& keypad, TEditChoices& choices) {
         example::TWallKeypadButton& edited = button();
         const TButtonClass buttonClass = ButtonClassValue(choices);
         edited.SetButtonClass(buttonClass);
+        if (!(edited.GetButtonClass() == buttonClass)) {
+          throw std::logic_error(
+              QStringLiteral("a button given %1 kept %2")
+                  .arg(ButtonClassText(buttonClass), ButtonClassText(edited.GetButtonClass()))
+                  .toStdString());
+        }
         return QStringLiteral("button '%1': SetButtonClass(%2)")
-            .arg(edited.GetCaption(), buttonClass.GetName());
+            .arg(edited.GetCaption(), ButtonClassText(buttonClass));
       },
       [&] {
         example::TWallKeypadButton& to = button();

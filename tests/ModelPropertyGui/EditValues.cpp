@@ -85,6 +85,15 @@ TButtonClasses ButtonClassesValue(TEditChoices& choices) {
   return classes;
 }
 
+QString ButtonClassText(const TButtonClass& buttonClass) {
+  const QString group = buttonClass.Group == GenericAppletClassGroup
+                            ? QStringLiteral("applets of ") +
+                                  (buttonClass.ClientClass ? ClassNameOf(buttonClass.ClientClass)
+                                                           : QStringLiteral("none"))
+                            : QStringLiteral("group %1").arg(static_cast<int>(buttonClass.Group));
+  return QStringLiteral("class %1 of %2").arg(static_cast<int>(buttonClass.ClassID)).arg(group);
+}
+
 QString HexDigitsValue(TEditChoices& choices) {
   QString digits = HexDigits(choices, choices.Between(0, 8));
   if (choices.Percent(20)) digits = digits.toLower();

@@ -20,6 +20,9 @@ QString GUIDValue(TEditChoices& choices);
 // A button class of any group, an applet class named by a registered class, or none.
 TButtonClass ButtonClassValue(TEditChoices& choices);
 TButtonClasses ButtonClassesValue(TEditChoices& choices);
+// "class 5 of group 3", "class 5 of applets of TIRStream": what a report needs to tell classes
+// apart.
+QString ButtonClassText(const TButtonClass& buttonClass);
 // Upper- or lower-case hexadecimal digits, sometimes an odd count or a pair that is no number.
 QString HexDigitsValue(TEditChoices& choices);
 QByteArray BytesValue(TEditChoices& choices);
