@@ -1,10 +1,11 @@
 #include "EditSequence.h"
 
+#include "EditValues.h"
+
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
-#include "EditValues.h"
 
 #include <QStringList>
 

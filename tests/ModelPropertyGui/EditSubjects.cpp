@@ -1,5 +1,10 @@
 #include "EditSubjects.h"
 
+#include "EditValues.h"
+#include "PlacedPicture.h"
+#include "PropertyEdits.h"
+#include "WallKeypad.h"
+
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
@@ -7,10 +12,6 @@
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
 #include <OrbGlobal/Xml/XmlDocument.h>
-#include "EditValues.h"
-#include "PlacedPicture.h"
-#include "PropertyEdits.h"
-#include "WallKeypad.h"
 
 #include <QColor>
 #include <QImage>

@@ -3,8 +3,9 @@
 // (with what it lives in), writes it as its file does, and makes one random user action at a
 // time through the public setters and operations.
 
-#include <OrbGlobal/Model/OrbClass.h>
 #include "EditChoices.h"
+
+#include <OrbGlobal/Model/OrbClass.h>
 
 #include <QByteArray>
 #include <QString>

@@ -2,8 +2,9 @@
 // Values an edit writes: real infra-red codes, names with the characters files must escape, GUIDs,
 // button classes (applet classes with their client class too), command bytes and raw signals.
 
-#include <ButtonClasses/ButtonClass.h>
 #include "EditChoices.h"
+
+#include <ButtonClasses/ButtonClass.h>
 
 #include <QByteArray>
 #include <QList>

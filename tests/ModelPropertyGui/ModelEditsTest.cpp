@@ -3,9 +3,10 @@
 // received codes from its index as a walk through it does. One test per class, named after it,
 // so that a failing class shows by name; a failure names its seed and steps to replay them.
 
-#include <OrbGlobal/Model/OrbClassRegistry.h>
 #include "EditSequence.h"
 #include "EditSubjects.h"
+
+#include <OrbGlobal/Model/OrbClassRegistry.h>
 
 #include <QMap>
 

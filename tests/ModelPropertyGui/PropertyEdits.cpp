@@ -1,9 +1,10 @@
 #include "PropertyEdits.h"
 
+#include "EditValues.h"
+
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Model/OrbObject.h>
 #include <OrbGlobal/Undo/PropertyKinds.h>
-#include "EditValues.h"
 
 #include <QMetaEnum>
 #include <QMetaProperty>
