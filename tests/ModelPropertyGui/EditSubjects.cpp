@@ -55,14 +55,18 @@ const QList<TOrbObjectClass>& CommandClasses() {
   return classes;
 }
 
-// Content of its own, through edits that need no other command (so filling never recurses).
-void FillCommand(TCommandObject& command, TEditChoices& choices) {
+// Content of its own, through edits that need no other command (so filling never recurses); says
+// which properties it wrote.
+QString FillCommand(TCommandObject& command, TEditChoices& choices) {
   if (auto* stream = qobject_cast<TIRStream*>(&command))
     stream->SetHexCode(HexCodeValue(choices));
   else
     static_cast<TDataCommand&>(command).SetDataString(HexDigitsValue(choices) + "0D");
-  for (int count = choices.Between(0, 3); count > 0; --count) EditProperty(command, choices);
+  QStringList written;
+  for (int count = choices.Between(0, 3); count > 0; --count)
+    written.append(EditProperty(command, choices).section(u'.', 1));
   command.SetButtonClasses(ButtonClassesValue(choices));
+  return written.join(QStringLiteral(", "));
 }
 
 std::unique_ptr<TCommandObject> NewCommand(TOrbObjectClass cls, TEditChoices& choices) {
@@ -184,10 +188,13 @@ QString EditList(TCommandObjectList& list, TEditChoices& choices) {
       [&] {
         const TOrbObjectClass cls = choices.Pick(CommandClasses());
         TCommandObject* command = list.AddNewCommandObject(cls);
-        FillCommand(*command, choices);
+        const QString written = FillCommand(*command, choices);
         const int at = choices.Between(0, count);
         command->Move(at);
-        return QStringLiteral("inserted a filled %1 at %2").arg(ClassNameOf(cls)).arg(at);
+        return QStringLiteral("inserted a %1 at %2, filled (%3)")
+            .arg(ClassNameOf(cls))
+            .arg(at)
+            .arg(written);
       },
       [&] {
         if (count == 0) return QString();
