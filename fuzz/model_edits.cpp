@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const TSubjectKind& kind = kinds.at(data[0] % kinds.size());
   TByteChoices choices(data + 1, size - 1);
   const int steps = choices.Between(1, MaxSequenceSteps);
-  const QString report = RunEditSequence(kind, choices, steps);
+  const QString report = RunEditSequence(kind, choices, steps).Report;
   if (report.isEmpty()) return 0;
   std::fprintf(stderr, "%s\n", report.toLocal8Bit().constData());
   std::abort();

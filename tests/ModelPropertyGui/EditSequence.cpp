@@ -65,7 +65,7 @@ class TSequence {
  public:
   TSequence(const TSubjectKind& kind, TEditChoices& choices) : mKind(kind), mChoices(choices) {}
 
-  QString Run(int steps) {
+  TSequenceResult Run(int steps) {
     try {
       RunSteps(steps);
     } catch (const ENorvaError& error) {
@@ -75,9 +75,12 @@ class TSequence {
     }
     mSubject.reset();
     EmptyHistories();
-    if (mFailures.isEmpty()) return {};
-    return ClassNameOf(mKind.Class) + QStringLiteral(": ") + mFailures.join(u'\n') +
-           QStringLiteral("\n  steps:\n    ") + mSteps.join(QStringLiteral("\n    "));
+    TSequenceResult result{{}, static_cast<int>(mChangingSteps.size())};
+    if (!mFailures.isEmpty()) {
+      result.Report = ClassNameOf(mKind.Class) + QStringLiteral(": ") + mFailures.join(u'\n') +
+                      QStringLiteral("\n  steps:\n    ") + mSteps.join(QStringLiteral("\n    "));
+    }
+    return result;
   }
 
  private:
@@ -265,7 +268,7 @@ class TSequence {
 
 }  // namespace
 
-QString RunEditSequence(const TSubjectKind& kind, TEditChoices& choices, int steps) {
+TSequenceResult RunEditSequence(const TSubjectKind& kind, TEditChoices& choices, int steps) {
   return TSequence(kind, choices).Run(std::clamp(steps, 1, MaxSequenceSteps));
 }
 

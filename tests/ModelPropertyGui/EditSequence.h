@@ -14,9 +14,16 @@ namespace norva::edits {
 // Fewer steps than the undo history keeps, so that undoing everything reaches the start.
 inline constexpr int MaxSequenceSteps = 40;
 
+struct TSequenceResult {
+  // Empty when every check held; otherwise a report naming the class, the steps taken and what
+  // differed.
+  QString Report;
+  // How many steps changed the file: sequences that change nothing check nothing.
+  int ChangingSteps = 0;
+};
+
 // Runs `steps` edits (1..MaxSequenceSteps) on a new subject of `kind` with undo on and both
-// histories emptied first. Empty when every check held; otherwise a report naming the class, the
-// steps taken and what differed.
-QString RunEditSequence(const TSubjectKind& kind, TEditChoices& choices, int steps);
+// histories emptied first.
+TSequenceResult RunEditSequence(const TSubjectKind& kind, TEditChoices& choices, int steps);
 
 }  // namespace norva::edits

@@ -14,6 +14,7 @@
 #include <OrbGlobal/Xml/XmlDocument.h>
 
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
@@ -571,26 +572,28 @@ std::unique_ptr<TEditSubject> MakeSubject(TEditChoices& choices) {
       [edited](TEditChoices& next) { return EditMake(*edited, next); });
 }
 
-// Written once with undo off, then opened as the application opens its database.
+// The database as its file holds it.
+QByteArray SavedDatabase(const TIRDB& database) {
+  return SavedDocument("ir_database", [&](pugi::xml_node root) {
+    for (int i = 0; i < database.GetMakeCount(); ++i) database.GetMake(i)->Save(root);
+  });
+}
+
+// Filled with undo off and written as a plain file (the database's own saving is no part of
+// editing), then opened as the application opens its database.
 std::unique_ptr<TEditSubject> DatabaseSubject(TEditChoices& choices) {
   static QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("IR.xml"));
-  {
-    const TUndoSuspended undoOff;
-    TIRDB written(path, false);
-    written.Clear();
-    FillDatabase(written, choices);
-    written.Save();
-  }
+  const auto written = Filled(std::make_unique<TIRDB>(QString(), false),
+                              [&](TIRDB& filled) { FillDatabase(filled, choices); });
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(SavedDatabase(*written)) < 0)
+    throw std::runtime_error("cannot write the database to open");
+  file.close();
   auto database = std::make_unique<TIRDB>(path, false);
   TIRDB* edited = database.get();
   return std::make_unique<TObjectSubject>(
-      nullptr, std::move(database),
-      [edited] {
-        return SavedDocument("ir_database", [&](pugi::xml_node root) {
-          for (int i = 0; i < edited->GetMakeCount(); ++i) edited->GetMake(i)->Save(root);
-        });
-      },
+      nullptr, std::move(database), [edited] { return SavedDatabase(*edited); },
       [edited](TEditChoices& next) { return EditDatabase(*edited, next); }, edited);
 }
 
