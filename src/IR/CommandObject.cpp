@@ -58,9 +58,13 @@ QString TCommandObject::GetCategory() const {
 
 void TCommandObject::SetCategory(const QString& category) {
   if (category == GetCategory()) return;
-  Updating("Category");
+  Updating("CategoryRaw");
   mCategory = category;
   Updated();
+}
+
+void TCommandObject::SetCategoryRaw(const QString& category) {
+  ChangeProperty("CategoryRaw", mCategory, category);
 }
 
 void TCommandObject::SetButtonClasses(const TButtonClasses& classes) {

@@ -14,7 +14,10 @@ namespace norva {
 
 class TCommandObject : public TOrbObject {
   Q_OBJECT
-  Q_PROPERTY(QString Category READ GetCategory WRITE SetCategory)
+  // Undo and snapshots restore the category through CategoryRaw, the one the command holds itself,
+  // so that a command that followed its list's category follows it again.
+  Q_PROPERTY(QString Category READ GetCategory WRITE SetCategory STORED false)
+  Q_PROPERTY(QString CategoryRaw READ GetCategoryRaw WRITE SetCategoryRaw)
   Q_PROPERTY(QString ButtonClassData READ GetButtonClassData WRITE SetButtonClassData)
 
  public:
@@ -25,6 +28,9 @@ class TCommandObject : public TOrbObject {
   QString GetCategory() const;
   // Compares with GetCategory: setting the owner's category stores nothing.
   void SetCategory(const QString& category);
+  // The category the command holds itself; empty while it follows its list's.
+  const QString& GetCategoryRaw() const { return mCategory; }
+  void SetCategoryRaw(const QString& category);
 
   const TButtonClasses& GetButtonClasses() const { return mButtonClasses; }
   // Recorded as a change of "ButtonClassData".

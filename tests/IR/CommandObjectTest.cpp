@@ -95,8 +95,9 @@ void FillSample(TCommandObjectList& list) {
 class TModelStandIn : public TOrbObject, public ICommandCategoryOwner {
  public:
   TModelStandIn() : mCommands(this) {}
-  QString CommandCategory() const override { return QStringLiteral("Projector - X1"); }
+  QString CommandCategory() const override { return mCategory; }
   TCommandObjectList mCommands;
+  QString mCategory = QStringLiteral("Projector - X1");
 };
 
 // A command list that files its own commands, as the IR database's model does.
@@ -274,6 +275,18 @@ TEST_F(TCommandTest, CommandsTakeTheirClassesAndCategoriesAsTheirSetsGiveThem) {
   const int recorded = Undo().Count();
   stream->SetCategory("Projector - X1");  // the model's category: nothing stored
   EXPECT_EQ(Undo().Count(), recorded);
+  // A category of its own, undone, gives the command back its model's, renamed or not.
+  stream->SetCategory("Amplifier");
+  MaintainUndo();
+  Undo().Revert();
+  model.mCategory = QStringLiteral("Projector - X2");
+  EXPECT_EQ(stream->GetCategory(), "Projector - X2");
+  MaintainUndo();
+  Redo().Revert();
+  EXPECT_EQ(stream->GetCategory(), "Amplifier");
+  MaintainUndo();
+  Undo().Revert();
+  model.mCategory = QStringLiteral("Projector - X1");
 
   const struct {
     const char* Name;
