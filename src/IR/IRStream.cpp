@@ -104,20 +104,20 @@ void TIRStream::ClearIDPairs() {
   Updated();
 }
 
+// The text forms show the lengths and pairs only up to the end the format gives, so they are
+// changed, and undone, as the whole stream: an entry of the text would lose what lies beyond.
 void TIRStream::SetPeriodLengthsString(const QString& text) {
   if (text == GetPeriodLengthsString()) return;
   TIRStreamData read = mData;
   read.SetPeriodLengthsString(text);  // raises before anything is recorded
-  Updating("PeriodLengthsString");
-  mData.Lengths = read.Lengths;
-  Updated();
+  SetData(read);
 }
 
 void TIRStream::SetPeriodIDPairsString(const QString& text) {
   if (text == GetPeriodIDPairsString()) return;
-  Updating("PeriodIDPairsString");
-  mData.SetPeriodIDPairsString(text);
-  Updated();
+  TIRStreamData read = mData;
+  read.SetPeriodIDPairsString(text);
+  SetData(read);
 }
 
 QString TIRStream::GetHexCode() const { return HexCodeOf(mData); }
