@@ -2,9 +2,9 @@
 // whole or reported, the document is clean afterwards whichever way it went, and what it then
 // saves reads back into the same file.
 #include <KeypadDevice/KeypadDevice.h>
+#include <KeypadDevice/WallKeypad.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/UndoControl.h>
-#include <WallKeypad.h>
 
 #include <QDir>
 #include <QFile>
@@ -43,7 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const QString output = TemporaryPath("output.keycfg");
   WriteFile(input, reinterpret_cast<const char*>(data), size);
 
-  example::TWallKeypad keypad;
+  norva::TWallKeypad keypad;
   keypad.Button(0).SetCaption(QStringLiteral("Before"));
   bool loaded = false;
   try {
@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   keypad.SetName(output);
   if (!keypad.FileSave()) std::abort();
   const QByteArray saved = ReadFile(output);
-  example::TWallKeypad reread;
+  norva::TWallKeypad reread;
   if (!reread.LoadFile(output)) std::abort();
   reread.SetName(output);
   if (!reread.FileSave() || ReadFile(output) != saved) std::abort();

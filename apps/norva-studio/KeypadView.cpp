@@ -15,7 +15,7 @@ namespace studio {
 TKeypadView::TKeypadView(QWidget* parent)
     : QWidget(parent), mCaption(new QLineEdit(this)), mSelectedLabel(new QLabel(this)) {
   auto* grid = new QGridLayout;
-  for (int i = 0; i < example::TWallKeypad::ButtonCount; ++i) {
+  for (int i = 0; i < norva::TWallKeypad::ButtonCount; ++i) {
     auto* tile = new TButtonTile(i, this);
     mTiles.at(static_cast<std::size_t>(i)) = tile;
     grid->addWidget(tile, i / 2, i % 2);
@@ -41,7 +41,7 @@ TKeypadView::TKeypadView(QWidget* parent)
   Refresh();
 }
 
-void TKeypadView::SetKeypad(example::TWallKeypad* keypad) {
+void TKeypadView::SetKeypad(norva::TWallKeypad* keypad) {
   mKeypad = keypad;
   Refresh();
 }
@@ -53,12 +53,12 @@ void TKeypadView::SetCommandNamer(std::function<QString(const QString& guid)> na
 
 void TKeypadView::Refresh() {
   setEnabled(mKeypad != nullptr);
-  for (int i = 0; i < example::TWallKeypad::ButtonCount; ++i) {
+  for (int i = 0; i < norva::TWallKeypad::ButtonCount; ++i) {
     if (!mKeypad) {
       Tile(i)->Show(QString(), QString(), QString(), false);
       continue;
     }
-    const example::TWallKeypadButton& button = mKeypad->Button(i);
+    const norva::TWallKeypadButton& button = mKeypad->Button(i);
     Tile(i)->Show(button.GetCaption(),
                   button.GetButtonClass().IsNone() ? QString() : button.GetButtonClass().GetName(),
                   mCommandName ? mCommandName(button.GetCommandGUID()) : button.GetCommandGUID(),
@@ -92,7 +92,7 @@ void TKeypadView::Bind(int index, const QString& guid, const QString& name,
                        const norva::TButtonClass& buttonClass) {
   if (!mKeypad) return;
   AsOneStep([&] {
-    example::TWallKeypadButton& button = mKeypad->Button(index);
+    norva::TWallKeypadButton& button = mKeypad->Button(index);
     button.SetCommandGUID(guid);
     button.SetButtonClass(buttonClass);
     if (button.GetCaption().isEmpty()) button.SetCaption(name);
@@ -136,11 +136,11 @@ void TKeypadView::CutToClipboard(int index) {
 }
 
 bool TKeypadView::ButtonInClipboard() {
-  return qobject_cast<const example::TWallKeypadButton*>(norva::GetClipboardObject()) != nullptr;
+  return qobject_cast<const norva::TWallKeypadButton*>(norva::GetClipboardObject()) != nullptr;
 }
 
 bool TKeypadView::PasteFromClipboard(int index) {
-  const auto* source = qobject_cast<const example::TWallKeypadButton*>(norva::GetClipboardObject());
+  const auto* source = qobject_cast<const norva::TWallKeypadButton*>(norva::GetClipboardObject());
   if (!mKeypad || !source) return false;
   AsOneStep([&] { mKeypad->Button(index).CopyFrom(*source); });
   Select(index);

@@ -3,7 +3,7 @@
 // A command dropped on a tile binds it; tiles drag to each other (move, or copy with Ctrl); the
 // selected tile's caption is edited in the field below the grid. Every edit is one undo step.
 
-#include <WallKeypad.h>
+#include <KeypadDevice/WallKeypad.h>
 
 #include <QWidget>
 
@@ -24,8 +24,8 @@ class TKeypadView : public QWidget {
   explicit TKeypadView(QWidget* parent = nullptr);
 
   // The keypad shown (not owned); nullptr shows nothing.
-  void SetKeypad(example::TWallKeypad* keypad);
-  example::TWallKeypad* Keypad() const { return mKeypad; }
+  void SetKeypad(norva::TWallKeypad* keypad);
+  norva::TWallKeypad* Keypad() const { return mKeypad; }
   // Shows the keypad's state anew (after a load, an undo, any change).
   void Refresh();
   // How a bound command's GUID is shown (its name in the library); by default the GUID itself.
@@ -62,10 +62,10 @@ class TKeypadView : public QWidget {
   template <typename F>
   void AsOneStep(F edit);
 
-  std::array<TButtonTile*, example::TWallKeypad::ButtonCount> mTiles{};
+  std::array<TButtonTile*, norva::TWallKeypad::ButtonCount> mTiles{};
   QLineEdit* mCaption;
   QLabel* mSelectedLabel;
-  example::TWallKeypad* mKeypad = nullptr;
+  norva::TWallKeypad* mKeypad = nullptr;
   std::function<QString(const QString&)> mCommandName;
   int mSelected = 0;
 };

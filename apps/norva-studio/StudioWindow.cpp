@@ -39,7 +39,7 @@ std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* co
 
 TStudioWindow::TStudioWindow(QWidget* parent)
     : QMainWindow(parent),
-      mKeypad(std::make_unique<example::TWallKeypad>()),
+      mKeypad(std::make_unique<norva::TWallKeypad>()),
       mView(new TKeypadView(this)),
       mLibrary(new TLibraryTree),
       mBusView(new TBusView),
@@ -212,7 +212,7 @@ void TStudioWindow::BuildConnectionMenu() {
   connection->addAction(tr("&Disconnect"), this, [this] { mLink->Close(); });
 }
 
-void TStudioWindow::Watch(example::TWallKeypad& keypad) {
+void TStudioWindow::Watch(norva::TWallKeypad& keypad) {
   // The keypad is the root of its objects: every change arrives here once it is complete.
   keypad.AddUpdateListener(this, [this](norva::TOrbObject*) {
     mView->Refresh();

@@ -47,7 +47,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   // installer is told why and offered to save the library under another name.
   void OpenLibrary(const QString& path, bool isPublic);
 
-  example::TWallKeypad& Keypad() const { return *mKeypad; }
+  norva::TWallKeypad& Keypad() const { return *mKeypad; }
   TKeypadView* KeypadView() const { return mView; }
   TLibraryTree* Library() const { return mLibrary; }
   TBusView* BusView() const { return mBusView; }
@@ -93,7 +93,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
  private:
   void BuildMenus();
   void BuildConnectionMenu();
-  void Watch(example::TWallKeypad& keypad);
+  void Watch(norva::TWallKeypad& keypad);
   // One step back in `history` (the undo or the redo history).
   void Revert(norva::TUndo& history);
   void ShowError(const std::exception& error, const QString& caption);
@@ -105,7 +105,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   // The library panel's caption: the library's name, and why it is read-only when it is.
   void ShowLibraryState();
 
-  std::unique_ptr<example::TWallKeypad> mKeypad;
+  std::unique_ptr<norva::TWallKeypad> mKeypad;
   std::unique_ptr<norva::TIRDB> mDatabase;
   TKeypadView* mView;
   TLibraryTree* mLibrary;

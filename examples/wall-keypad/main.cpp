@@ -1,6 +1,6 @@
 // A wall keypad configuration as the designer handles it: buttons bound to commands, saved,
 // changed, auto-saved, the change undone, loaded back, and the close prompt answered.
-#include "WallKeypad.h"
+#include <KeypadDevice/WallKeypad.h>
 
 #include <ButtonClasses/ButtonClasses.h>
 #include <NorvaGlobal/NorvaGlobal.h>
@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
   norva::SetKeypadClient(&client);
 
   // Bind three buttons to commands of the library (their GUIDs) with the classes they serve.
-  example::TWallKeypad keypad;
+  norva::TWallKeypad keypad;
   const char* captions[] = {"Off", "Mute", "Radio"};
   const norva::TButtonClass classes[] = {
       norva::TButtonClass(norva::SystemClassGroup, norva::ButtonClass_Standby),
@@ -73,11 +73,11 @@ int main(int argc, char** argv) {
 
   // A second document of the same type reads the file back.
   const std::unique_ptr<norva::TKeypadDevice> copy =
-      norva::CreateKeypadDevice(&example::TWallKeypad::staticMetaObject);
+      norva::CreateKeypadDevice(&norva::TWallKeypad::staticMetaObject);
   if (!copy->LoadFile(keypad.GetName())) return Fail("the file is no keypad configuration");
-  const auto& loaded = static_cast<const example::TWallKeypad&>(*copy);
-  for (int i = 0; i < example::TWallKeypad::ButtonCount; ++i) {
-    const example::TWallKeypadButton& button = loaded.Button(i);
+  const auto& loaded = static_cast<const norva::TWallKeypad&>(*copy);
+  for (int i = 0; i < norva::TWallKeypad::ButtonCount; ++i) {
+    const norva::TWallKeypadButton& button = loaded.Button(i);
     if (button.GetCaption() != keypad.Button(i).GetCaption() ||
         button.GetCommandGUID() != keypad.Button(i).GetCommandGUID() ||
         !(button.GetButtonClass() == keypad.Button(i).GetButtonClass()))

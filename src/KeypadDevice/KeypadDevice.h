@@ -1,7 +1,7 @@
 #pragma once
 // The keypad configuration document: the abstract base of every keypad type's document, with its
 // change tracking, its files (save, auto-save, load) and the close prompt. A keypad type supplies
-// its contents (save, load, assign) and its device transfer; see examples/wall-keypad.
+// its contents (save, load, assign) and its device transfer; see WallKeypad.h.
 //
 // The document's name is its file path, empty for a new document. Files are XML: the processing
 // instruction "xml", then the root "keypad_configuration" holding what the keypad type writes.

@@ -19,7 +19,7 @@ TEST_F(ChangeTracking, EditsMarkTheDocumentAndASaveWritesItAndClearsBoth) {
   EXPECT_TRUE(
       FileBytes(Path("Lounge.keycfg")).startsWith("<?xml version='1.0'?><keypad_configuration>"));
 
-  example::TWallKeypad reread;
+  norva::TWallKeypad reread;
   ASSERT_TRUE(reread.LoadFile(Path("Lounge.keycfg")));
   ExpectSameContents(reread, mKeypad);
   EXPECT_EQ(reread.GetName(), Path("Lounge.keycfg"));
@@ -65,14 +65,14 @@ TEST_F(ChangeTracking, AutoSavesAreStampedWithTheClockSecondAndChangeNothingElse
   mClock.AdvanceMilliseconds(900);
   ASSERT_TRUE(mKeypad.FileAutoSave());
   EXPECT_EQ(FilesIn(Path("autosave")), QStringList{"Lounge_142530.keycfg"});
-  example::TWallKeypad autoSaved;
+  norva::TWallKeypad autoSaved;
   ASSERT_TRUE(autoSaved.LoadFile(Path("autosave/Lounge_142530.keycfg")));
   EXPECT_EQ(autoSaved.Button(0).GetCaption(), "Standby");
 
   // The next second gets a file of its own; an unnamed document is "unnamed".
   mClock.AdvanceMilliseconds(100);
   ASSERT_TRUE(mKeypad.FileAutoSave());
-  example::TWallKeypad unnamed;
+  norva::TWallKeypad unnamed;
   Bind(unnamed);
   ASSERT_TRUE(unnamed.FileAutoSave());
   EXPECT_EQ(FilesIn(Path("autosave")),
@@ -133,7 +133,7 @@ TEST_F(ChangeTracking, ClearEmptiesTheDocumentItsNameAndTheHistory) {
   mKeypad.Clear();
   EXPECT_EQ(events, (std::vector<QString>{"clearing", "clear"}));
   EXPECT_FALSE(mKeypad.HasName());
-  ExpectSameContents(mKeypad, example::TWallKeypad());
+  ExpectSameContents(mKeypad, norva::TWallKeypad());
   ExpectFlags(mKeypad, false, false);
   EXPECT_EQ(Undo().Count(), 0);
 }
@@ -141,7 +141,7 @@ TEST_F(ChangeTracking, ClearEmptiesTheDocumentItsNameAndTheHistory) {
 TEST_F(ChangeTracking, OnlyKeypadTypesCanBeCreated) {
   TOrbObject owner;
   const std::unique_ptr<TKeypadDevice> keypad =
-      CreateKeypadDevice(&example::TWallKeypad::staticMetaObject, &owner);
+      CreateKeypadDevice(&norva::TWallKeypad::staticMetaObject, &owner);
   EXPECT_EQ(keypad->GetOwner(), &owner);
   EXPECT_FALSE(keypad->IsSubComponent());
   for (TKeypadDeviceClass cls : {&TOrbObject::staticMetaObject, &TKeypadDevice::staticMetaObject,

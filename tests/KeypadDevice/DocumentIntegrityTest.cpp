@@ -23,11 +23,11 @@ class TLightingApplet : public TOrbObject {
 };
 
 // A wall keypad whose own save code fails with the given failure.
-class TFailingKeypad : public example::TWallKeypad {
+class TFailingKeypad : public norva::TWallKeypad {
  public:
   explicit TFailingKeypad(std::function<void()> fail) : mFail(std::move(fail)) {}
   void SaveContents(pugi::xml_node root) const override {
-    example::TWallKeypad::SaveContents(root);
+    norva::TWallKeypad::SaveContents(root);
     mFail();
   }
 
@@ -57,7 +57,7 @@ TEST_F(KeypadIntegrity, ANameIsUsableOnlyWhenItsFolderPartExists) {
   };
   InFolder(mFolder.path(), [&] {
     for (const auto& c : cases) {
-      example::TWallKeypad keypad;
+      norva::TWallKeypad keypad;
       keypad.SetName(c.Name);
       Bind(keypad);
       EXPECT_EQ(keypad.HasUsableName(), c.Usable) << c.Name.toStdString();
@@ -104,7 +104,7 @@ TEST_F(KeypadIntegrity, AKeypadTypesOwnSaveFailureNamesThePath) {
 TEST_F(KeypadIntegrity, AnAppletButtonClassKeepsItsClientClass) {
   RegisterOrbObjectClass(&TLightingApplet::staticMetaObject);
   const TButtonClass applet(&TLightingApplet::staticMetaObject, 4);
-  example::TWallKeypadButton& button = mKeypad.Button(1);
+  norva::TWallKeypadButton& button = mKeypad.Button(1);
   mKeypad.SetName(Path("Lounge.keycfg"));
   button.SetButtonClass(applet);
   MaintainUndo();
@@ -117,11 +117,11 @@ TEST_F(KeypadIntegrity, AnAppletButtonClassKeepsItsClientClass) {
   MaintainUndo();
   EXPECT_TRUE(button.GetButtonClass() == applet) << "redone";
 
-  example::TWallKeypad copy;
+  norva::TWallKeypad copy;
   copy.AssignContents(mKeypad);
   EXPECT_TRUE(copy.Button(1).GetButtonClass() == applet) << "copied";
   ASSERT_TRUE(mKeypad.FileSave());
-  example::TWallKeypad loaded;
+  norva::TWallKeypad loaded;
   ASSERT_TRUE(loaded.LoadFile(Path("Lounge.keycfg")));
   EXPECT_TRUE(loaded.Button(1).GetButtonClass() == applet) << "saved and loaded";
 }
@@ -131,9 +131,9 @@ TEST_F(KeypadIntegrity, ConstructingLoadingAndAutoSavingRecordNothing) {
   ASSERT_TRUE(mKeypad.FileSave());
   Undo().Empty();
 
-  example::TWallKeypad constructed;
+  norva::TWallKeypad constructed;
   const std::unique_ptr<TKeypadDevice> created =
-      CreateKeypadDevice(&example::TWallKeypad::staticMetaObject);
+      CreateKeypadDevice(&norva::TWallKeypad::staticMetaObject);
   ASSERT_TRUE(mKeypad.LoadFile(Path("Lounge.keycfg")));
   ASSERT_TRUE(constructed.LoadFile(Path("Lounge.keycfg")));
   ASSERT_TRUE(mKeypad.FileAutoSave());
@@ -145,7 +145,7 @@ TEST_F(KeypadIntegrity, ConstructingLoadingAndAutoSavingRecordNothing) {
   Bind(mKeypad);
   const int edits = Undo().Count();
   ASSERT_GT(edits, 0);
-  example::TWallKeypad another;
+  norva::TWallKeypad another;
   ASSERT_TRUE(mKeypad.FileAutoSave());
   EXPECT_EQ(Undo().Count(), edits);
   ExpectFlags(another, false, false);

@@ -36,7 +36,7 @@ TEST_F(KeypadFiles, CanCloseAsksOnlyWhenThereIsSomethingToSave) {
   for (const auto& c : cases) {
     const QString path = Path("Lounge.keycfg");
     QFile::remove(path);
-    example::TWallKeypad keypad;
+    norva::TWallKeypad keypad;
     if (c.Named) keypad.SetName(path);
     Bind(keypad);
     mServices.ClearMessages();
@@ -109,7 +109,7 @@ TEST_F(KeypadFiles, ASaveThatFailsHalfwayKeepsThePreviousFileAndTheFlags) {
 }
 
 TEST_F(KeypadFiles, LoadingReadsTheFileCleanAndLeavesNoHistory) {
-  example::TWallKeypad saved;
+  norva::TWallKeypad saved;
   saved.SetName(Path("Lounge.keycfg"));
   Bind(saved);
   saved.Button(4).SetCaption(QString::fromUtf8("Küche & Bad"));
@@ -158,7 +158,7 @@ TEST_F(KeypadFiles, ADamagedFileIsReportedAndTheDocumentStaysUsable) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(c.Bytes);
     file.close();
-    example::TWallKeypad keypad;
+    norva::TWallKeypad keypad;
     keypad.SetName(Path("Mine.keycfg"));
     Bind(keypad);
     int loads = 0;
@@ -182,13 +182,13 @@ TEST_F(KeypadFiles, ADamagedFileIsReportedAndTheDocumentStaysUsable) {
     }
     // Read but refused: cleared, clean, named after the file, and still editable and savable.
     EXPECT_EQ(loads, 1) << c.What;
-    ExpectSameContents(keypad, example::TWallKeypad());
+    ExpectSameContents(keypad, norva::TWallKeypad());
     EXPECT_EQ(keypad.GetName(), path) << c.What;
     ExpectFlags(keypad, false, false);
     keypad.Button(1).SetCaption("On");
     ExpectFlags(keypad, true, true);
     EXPECT_TRUE(keypad.FileSave()) << c.What;
-    example::TWallKeypad repaired;
+    norva::TWallKeypad repaired;
     ASSERT_TRUE(repaired.LoadFile(path)) << c.What;
     EXPECT_EQ(repaired.Button(1).GetCaption(), "On") << c.What;
   }
@@ -223,7 +223,7 @@ TEST_F(KeypadFiles, TheExampleDeviceTakesUploadsAndGivesThemBack) {
   EXPECT_FALSE(mKeypad.IsIncompatible());
   EXPECT_FALSE(mKeypad.IsFirmwardIncompatible());
 
-  example::TWallKeypad other;
+  norva::TWallKeypad other;
   other.ExternalInstanceChange(&mKeypad);
   ExpectSameContents(other, mKeypad);
 }

@@ -3,13 +3,13 @@
 // November, auto-saves kept in the folder, and every box recorded.
 
 #include <KeypadDevice/KeypadDevice.h>
+#include <KeypadDevice/WallKeypad.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <Testing/RecordingUIServices.h>
 #include <Utils/Folders.h>
-#include <WallKeypad.h>
 #include <support/FakeClock.h>
 #include <support/QtPrinters.h>
 
@@ -44,7 +44,7 @@ class KeypadFixture : public ::testing::Test {
   }
 
   // Three buttons bound to commands, as an installer leaves them, closed as one undo step.
-  static void Bind(example::TWallKeypad& keypad) {
+  static void Bind(norva::TWallKeypad& keypad) {
     const char* captions[] = {"Off", "Mute", "Radio"};
     const std::uint8_t classes[] = {ButtonClass_Standby, ButtonClass_Mute, ButtonClass_SourceTuner};
     for (int i = 0; i < 3; ++i) {
@@ -57,10 +57,10 @@ class KeypadFixture : public ::testing::Test {
     MaintainUndo();
   }
 
-  static void ExpectSameContents(const example::TWallKeypad& a, const example::TWallKeypad& b) {
+  static void ExpectSameContents(const norva::TWallKeypad& a, const norva::TWallKeypad& b) {
     EXPECT_EQ(a.GetZoneType(), b.GetZoneType());
     EXPECT_EQ(a.GetFirmwareVersion(), b.GetFirmwareVersion());
-    for (int i = 0; i < example::TWallKeypad::ButtonCount; ++i) {
+    for (int i = 0; i < norva::TWallKeypad::ButtonCount; ++i) {
       EXPECT_EQ(a.Button(i).GetCaption(), b.Button(i).GetCaption()) << "button " << i;
       EXPECT_EQ(a.Button(i).GetCommandGUID(), b.Button(i).GetCommandGUID()) << "button " << i;
       EXPECT_TRUE(a.Button(i).GetButtonClass() == b.Button(i).GetButtonClass()) << "button " << i;
@@ -77,7 +77,7 @@ class KeypadFixture : public ::testing::Test {
   TRecordingUIServices mServices;
   TScopedUIServices mInstalled{mServices};
   testing::TFakeDateTime mClock{QDateTime(QDate(2026, 11, 23), QTime(14, 25, 30))};
-  example::TWallKeypad mKeypad;
+  norva::TWallKeypad mKeypad;
 };
 
 // Chooses the given path (or none) when a document asks for a name, and counts the requests.

@@ -1,9 +1,9 @@
 #include "EditSubjects.h"
 
+#include <KeypadDevice/WallKeypad.h>
 #include "EditValues.h"
 #include "PlacedPicture.h"
 #include "PropertyEdits.h"
-#include "WallKeypad.h"
 
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
@@ -370,10 +370,10 @@ QString EditDatabase(TIRDB& database, TEditChoices& choices) {
 // ---- Keypads and pictures
 
 // Through edits that need no other keypad (so filling never recurses).
-void FillKeypad(example::TWallKeypad& keypad, TEditChoices& choices) {
+void FillKeypad(norva::TWallKeypad& keypad, TEditChoices& choices) {
   for (int count = choices.Between(1, 8); count > 0; --count) {
-    example::TWallKeypadButton& button =
-        keypad.Button(choices.Between(0, example::TWallKeypad::ButtonCount - 1));
+    norva::TWallKeypadButton& button =
+        keypad.Button(choices.Between(0, norva::TWallKeypad::ButtonCount - 1));
     if (choices.Percent(30))
       button.SetButtonClass(ButtonClassValue(choices));
     else
@@ -381,12 +381,12 @@ void FillKeypad(example::TWallKeypad& keypad, TEditChoices& choices) {
   }
 }
 
-QString EditKeypad(example::TWallKeypad& keypad, TEditChoices& choices) {
-  const auto some = [&] { return choices.Between(0, example::TWallKeypad::ButtonCount - 1); };
-  const auto button = [&]() -> example::TWallKeypadButton& { return keypad.Button(some()); };
+QString EditKeypad(norva::TWallKeypad& keypad, TEditChoices& choices) {
+  const auto some = [&] { return choices.Between(0, norva::TWallKeypad::ButtonCount - 1); };
+  const auto button = [&]() -> norva::TWallKeypadButton& { return keypad.Button(some()); };
   const auto otherKeypad = [&] {
-    return Filled(std::make_unique<example::TWallKeypad>(),
-                  [&](example::TWallKeypad& filled) { FillKeypad(filled, choices); });
+    return Filled(std::make_unique<norva::TWallKeypad>(),
+                  [&](norva::TWallKeypad& filled) { FillKeypad(filled, choices); });
   };
   const std::vector<TEdit> edits = {
       [&] { return EditProperty(keypad, choices); },
@@ -396,7 +396,7 @@ QString EditKeypad(example::TWallKeypad& keypad, TEditChoices& choices) {
                EditProperty(keypad.Button(index), choices);
       },
       [&] {
-        example::TWallKeypadButton& edited = button();
+        norva::TWallKeypadButton& edited = button();
         const TButtonClass buttonClass = ButtonClassValue(choices);
         edited.SetButtonClass(buttonClass);
         if (!(edited.GetButtonClass() == buttonClass)) {
@@ -409,8 +409,8 @@ QString EditKeypad(example::TWallKeypad& keypad, TEditChoices& choices) {
             .arg(edited.GetCaption(), ButtonClassText(buttonClass));
       },
       [&] {
-        example::TWallKeypadButton& to = button();
-        const example::TWallKeypadButton& from = button();
+        norva::TWallKeypadButton& to = button();
+        const norva::TWallKeypadButton& from = button();
         to.CopyFrom(from);
         return QStringLiteral("button '%1' copied from '%2'")
             .arg(to.GetCaption(), from.GetCaption());
@@ -598,9 +598,9 @@ std::unique_ptr<TEditSubject> DatabaseSubject(TEditChoices& choices) {
 }
 
 std::unique_ptr<TEditSubject> KeypadSubject(TEditChoices& choices) {
-  auto keypad = std::make_unique<example::TWallKeypad>();
+  auto keypad = std::make_unique<norva::TWallKeypad>();
   FillKeypad(*keypad, choices);
-  example::TWallKeypad* edited = keypad.get();
+  norva::TWallKeypad* edited = keypad.get();
   return std::make_unique<TObjectSubject>(
       nullptr, std::move(keypad),
       [edited] {
@@ -642,7 +642,7 @@ const std::vector<TSubjectKind>& SubjectKinds() {
     all.push_back(Kind(&TModel::staticMetaObject, ModelSubject));
     all.push_back(Kind(&TMake::staticMetaObject, MakeSubject));
     all.push_back({&TIRDB::staticMetaObject, DatabaseSubject, true});
-    all.push_back(Kind(&example::TWallKeypad::staticMetaObject, KeypadSubject));
+    all.push_back(Kind(&norva::TWallKeypad::staticMetaObject, KeypadSubject));
     all.push_back(Kind(&TPlacedPicture::staticMetaObject, PictureSubject));
     return all;
   }();
@@ -660,7 +660,7 @@ const QStringList& RegisterModelClasses() {
     QStringList reasons;
     RegisterCommandClasses();
     for (const TOrbObjectClass cls :
-         {&example::TWallKeypad::staticMetaObject, &TPlacedPicture::staticMetaObject}) {
+         {&norva::TWallKeypad::staticMetaObject, &TPlacedPicture::staticMetaObject}) {
       try {
         RegisterOrbObjectClass(cls);
       } catch (const ENorvaError& error) {

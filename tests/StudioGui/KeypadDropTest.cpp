@@ -29,7 +29,7 @@ class KeypadDrop : public ::testing::Test {
   }
   // Button 1 bound, the others blank.
   void StartAgain() {
-    for (int i = 0; i < example::TWallKeypad::ButtonCount; ++i) mKeypad.Button(i).Blank();
+    for (int i = 0; i < norva::TWallKeypad::ButtonCount; ++i) mKeypad.Button(i).Blank();
     mKeypad.Button(0).SetCaption(QStringLiteral("Lounge"));
     mKeypad.Button(0).SetCommandGUID(QStringLiteral("{00000000-0000-0000-0000-00000000000A}"));
   }
@@ -58,7 +58,7 @@ class KeypadDrop : public ::testing::Test {
     return drag;
   }
 
-  example::TWallKeypad mKeypad;
+  norva::TWallKeypad mKeypad;
   TKeypadView mView;
 };
 
@@ -75,7 +75,7 @@ TEST_F(KeypadDrop, ACommandIsBoundWithItsFirstButtonClass) {
   drag.SetOrbObject(&command);
 
   ASSERT_TRUE(Drop(drag, 3));
-  const example::TWallKeypadButton& button = mKeypad.Button(3);
+  const norva::TWallKeypadButton& button = mKeypad.Button(3);
   EXPECT_EQ(button.GetCommandGUID(), command.GetGUIDString());
   EXPECT_EQ(button.GetButtonClass().GetName(), power.GetName());
   EXPECT_EQ(button.GetCaption(), QStringLiteral("Amplifier on"))

@@ -129,7 +129,7 @@ TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
   EXPECT_NE(window->Library()->ItemOf(code), nullptr) << "the new code shows in the tree";
 
   DropOnButton(*window, *code, 2);
-  const example::TWallKeypadButton& button = window->Keypad().Button(2);
+  const norva::TWallKeypadButton& button = window->Keypad().Button(2);
   EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
   EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), code->GetName());
   EXPECT_TRUE(window->isWindowModified());

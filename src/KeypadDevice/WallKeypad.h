@@ -1,5 +1,6 @@
 #pragma once
-// An example keypad type: a six-button wall keypad. Each button holds a caption, a button class
+// The six-button wall keypad type: the keypad Norva Studio designs, and the worked example of a
+// keypad type. Each button holds a caption, a button class
 // and a reference, by GUID, to a command of the installation's command library. It shows what a
 // keypad type adds to the keypad document: its objects (with undoable properties), its contents
 // in the file, and its device transfer.
@@ -15,7 +16,7 @@
 
 #include <array>
 
-namespace example {
+namespace norva {
 
 // One button. Every property follows the model's setter contract, so each edit is undoable and
 // marks the keypad changed.
@@ -108,4 +109,4 @@ class TWallKeypad : public norva::TKeypadDevice {
   QByteArray mDeviceImage;
 };
 
-}  // namespace example
+}  // namespace norva

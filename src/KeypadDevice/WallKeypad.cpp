@@ -1,4 +1,4 @@
-#include "WallKeypad.h"
+#include <KeypadDevice/WallKeypad.h>
 
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/Exceptions.h>
@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace example {
+namespace norva {
 
 using norva::ENorvaError;
 
@@ -181,4 +181,4 @@ void TWallKeypad::ExternalInstanceChange(norva::TOrbObject* source) {
 
 int TWallKeypad::GetMemoryUsage() const { return static_cast<int>(Image().size()); }
 
-}  // namespace example
+}  // namespace norva
