@@ -126,7 +126,7 @@ void TCommandObject::AssignTo(QObject* dest) const {
 }
 
 void TCommandObject::Save(pugi::xml_node element) const {
-  element.append_attribute("name") = GetNameRaw().toUtf8().constData();
+  SetNameAttribute(element, GetNameRaw());
   const QString category = GetCategory();
   if (!category.isEmpty()) element.append_attribute("category") = category.toUtf8().constData();
   element.append_attribute("guid") = GUIDToUtf8(GetGUID()).data();
@@ -135,12 +135,10 @@ void TCommandObject::Save(pugi::xml_node element) const {
 }
 
 void TCommandObject::Load(pugi::xml_node element) {
-  // One pass over the attributes: a list reads them for every command.
-  QString name;
+  const QString name = NameAttribute(element);
+  // One pass over the other attributes: a list reads them for every command.
   for (const pugi::xml_attribute attribute : element.attributes()) {
-    if (IsNamed(attribute, "name"))
-      name = XMLValue(attribute.value());
-    else if (IsNamed(attribute, "category"))
+    if (IsNamed(attribute, "category"))
       SetCategory(XMLValue(attribute.value()));
     else if (IsNamed(attribute, "guid"))
       SetGUID(StringToGUID(QUtf8StringView(attribute.value())));

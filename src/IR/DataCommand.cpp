@@ -1,10 +1,8 @@
 #include <IR/DataCommand.h>
 
 #include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 #include <Utils/StringUtils.h>
-
-#include <array>
-#include <charconv>
 
 namespace norva {
 
@@ -72,29 +70,6 @@ void TDataCommand::AssignDataTo(TDataCommand& dest) const {
   dest.SetData(mData);
   dest.SetBinary(mBinary);
   dest.SetAutoRepeatDelay(mAutoRepeatDelay);
-}
-
-bool ElementBoolean(pugi::xml_node child) {
-  if (const std::optional<long long> number = DecimalOf(child.first_child().value()))
-    return *number != 0;
-  const QString text = GetElementText(child);
-  if (text.compare(QStringLiteral("true"), Qt::CaseInsensitive) == 0) return true;
-  if (text.compare(QStringLiteral("false"), Qt::CaseInsensitive) == 0) return false;
-  throw EConvertError(QStringLiteral("'%1' is not a valid boolean value").arg(text));
-}
-
-void AddTextElement(pugi::xml_node parent, const char* name, const QString& text) {
-  SetXMLDOMText(AddXMLDOMElement(parent, name), text);
-}
-
-void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8) {
-  SetXMLDOMText(AddXMLDOMElement(parent, name), utf8);
-}
-
-void AddNumberElement(pugi::xml_node parent, const char* name, long long value) {
-  std::array<char, 24> digits{};
-  std::to_chars(digits.data(), digits.data() + digits.size() - 1, value);
-  AddTextElement(parent, name, digits.data());
 }
 
 }  // namespace norva

@@ -211,7 +211,7 @@ void TIRDB::LoadFile(const QString& path) {
   RegisterCommandClasses();
   try {
     for (pugi::xml_node element : document.document_element().children("make")) {
-      const QString name = XMLValue(element.attribute("name").value());
+      const QString name = NameAttribute(element);
       TMake* make = GetMakeByName(name);
       if (!make) {
         make = AddNewMake();
