@@ -1,5 +1,6 @@
 #include <IR/DataCommand.h>
 
+#include <NorvaGlobal/HexDigits.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
 #include <OrbGlobal/Xml/XmlLookup.h>
 #include <Utils/StringUtils.h>
@@ -8,20 +9,12 @@ namespace norva {
 
 namespace {
 
-int HexDigit(QChar c) {
-  if (c >= u'0' && c <= u'9') return c.unicode() - u'0';
-  if (c >= u'A' && c <= u'F') return c.unicode() - u'A' + 10;
-  if (c >= u'a' && c <= u'f') return c.unicode() - u'a' + 10;
-  return -1;
-}
-
 QByteArray BytesOfHex(const QString& text) {
   QByteArray bytes(text.size() / 2, '\0');
   for (qsizetype i = 0; i < bytes.size(); ++i) {
-    const int high = HexDigit(text[2 * i]);
-    const int low = HexDigit(text[2 * i + 1]);
-    if (high < 0 || low < 0) break;
-    bytes[i] = static_cast<char>(high << 4 | low);
+    const int byte = HexPairValue(text[2 * i].unicode(), text[2 * i + 1].unicode());
+    if (byte < 0) break;
+    bytes[i] = static_cast<char>(byte);
   }
   return bytes;
 }
