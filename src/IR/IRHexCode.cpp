@@ -18,8 +18,6 @@ constexpr double kTicksPerF = 2.894952;
 constexpr double kThirdsPerF = 0.723738;
 constexpr double kWordEndUnitsPerF = 0.0028271015625;
 constexpr double kMicrosecondsPerF = 0.241246;
-// A gap longer than this inside a one-sequence code splits it into two words.
-constexpr double kWordSplitMicroseconds = 8000;
 constexpr int kMaxLastWord = 320;
 // The preamble of a learnt code sent without carrier; its frequency word is only the time base.
 constexpr std::uint32_t kUnmodulatedPreamble = 0x0100;
@@ -88,7 +86,7 @@ TWordEnds FindWordEnds(const QList<std::uint32_t>& words, std::uint32_t f) {
   if (last != 2 * std::max(once, repeat) + 3) Fail("Invalid Total number of tokens detected.");
   if (last > kMaxLastWord) Fail("Hex code is too long.");
   for (int i = 5; i <= last - 2; i += 2) {
-    if (words[i] * kMicrosecondsPerF * f > kWordSplitMicroseconds)
+    if (words[i] * kMicrosecondsPerF * f > WordSplitMicroseconds)
       return {{i, last}, RepeatBothWords};
   }
   return {{last}, RepeatWord1};
