@@ -14,7 +14,7 @@ constexpr std::uint8_t ZoneInBankMask = 0x1F;
 std::uint8_t EncodeZone(std::int8_t zone, bool preamp, bool pagePreset) {
   if (zone == -1) return NoZoneByte;
   std::uint8_t result;
-  if (zone <= 31)
+  if (zone <= LastPreampZone)
     result = static_cast<std::uint8_t>(zone) | (preamp ? PreampBank : 0);
   else if (zone <= 63)
     result = static_cast<std::uint8_t>(Bank1 + (zone - 32));

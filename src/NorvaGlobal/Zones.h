@@ -8,6 +8,8 @@
 namespace norva {
 
 inline constexpr std::uint8_t NoZoneByte = 0xFF;
+// The last zone of the first bank, and so the last one with a preamp output.
+inline constexpr std::int8_t LastPreampZone = 31;
 
 // Only zones 0-31 have a preamp form: the flag is ignored for the higher banks.
 std::uint8_t EncodeZone(std::int8_t zone, bool preamp, bool pagePreset);
