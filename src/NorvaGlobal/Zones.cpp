@@ -42,4 +42,12 @@ bool IsPagePresetZone(std::uint8_t zoneByte) {
   return zoneByte != NoZoneByte && (zoneByte & PagePresetBit) != 0;
 }
 
+QString ZoneByteText(std::uint8_t zoneByte) {
+  if (zoneByte == NoZoneByte) return QStringLiteral("no zone");
+  QString text = QStringLiteral("zone %1").arg(GetDecodedZone(zoneByte));
+  if (IsPreampZone(zoneByte)) text += QStringLiteral(", preamp output");
+  if (IsPagePresetZone(zoneByte)) text += QStringLiteral(", page preset");
+  return text;
+}
+
 }  // namespace norva
