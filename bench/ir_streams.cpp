@@ -2,6 +2,7 @@
 // least 300,000 on one core), writing them back, and building every native stream of every zone
 // (at most 1 us a stream, so that a public database's 14,000 are built well under 50 ms).
 #include <IR/IR.h>
+#include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <support/Corpus.h>
 

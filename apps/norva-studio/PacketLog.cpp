@@ -67,13 +67,7 @@ QString TPacketLog::Text(const TEntry& entry, int column) const {
           .arg(entry.Milliseconds % 1000, 3, 10, QLatin1Char('0'));
     case CommandColumn:
       return QStringLiteral("%1").arg(entry.Command, 2, 16, QLatin1Char('0')).toUpper();
-    case ZoneColumn: {
-      if (entry.Zone == 0xFF) return tr("all");
-      QString text = QString::number(norva::GetDecodedZone(entry.Zone));
-      if (norva::IsPreampZone(entry.Zone)) text += tr(" preamp");
-      if (norva::IsPagePresetZone(entry.Zone)) text += tr(" page/preset");
-      return text;
-    }
+    case ZoneColumn: return norva::ZoneByteText(entry.Zone);
     case DataColumn: return QString::fromLatin1(entry.Data.toHex(' ').toUpper());
     case EchoColumn:
       return entry.Origin == TOrigin::Echo   ? tr("echo")

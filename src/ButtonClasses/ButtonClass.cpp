@@ -66,12 +66,6 @@ TOrbObjectClass RegisteredClassOf(const QString& guidText) {
   }
 }
 
-std::uint8_t ClassValueOf(QByteArrayView text) {
-  bool ok = false;
-  const int value = text.toInt(&ok);
-  return ok && value >= 0 && value <= 255 ? static_cast<std::uint8_t>(value) : 0;
-}
-
 // The classes first..last made by `make`; last = first - 1 gives none.
 template <typename Make>
 TButtonClasses Sequence(int first, int last, Make make) {
@@ -99,11 +93,11 @@ TButtonClass::TButtonClass(pugi::xml_node element) {
     Group = GenericAppletClassGroup;
     ClientClass = RegisteredClassOf(QString::fromUtf8(applet.value()));
   } else {
-    const int group = QByteArrayView(element.attribute("group").value()).toInt();
+    const int group = AttributeNumber<int>(element.attribute("group")).value_or(0);
     if (!IsButtonClassGroup(group)) return;
     SetGroup(group);
   }
-  ClassID = ClassValueOf(element.first_child().value());
+  ClassID = ElementNumber<std::uint8_t>(element, 0);
 }
 
 TButtonClass TButtonClass::FromRecordBytes(const TRecordBytes& bytes) {

@@ -3,6 +3,7 @@
 #include <ButtonClasses/ButtonPatterns.h>
 #include <IR/CommandCategory.h>
 #include <IR/CommandObjectList.h>
+#include <NorvaGlobal/HexDigits.h>
 #include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Model/OrbGuid.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
@@ -15,13 +16,6 @@ namespace {
 
 constexpr int kRecordDigits = 2 * static_cast<int>(sizeof(TButtonClass::TRecordBytes));
 
-int HexValue(QChar c) {
-  if (c >= u'0' && c <= u'9') return c.unicode() - u'0';
-  if (c >= u'A' && c <= u'F') return c.unicode() - u'A' + 10;
-  if (c >= u'a' && c <= u'f') return c.unicode() - u'a' + 10;
-  return -1;
-}
-
 TButtonClasses ClassesOfData(const QString& data) {
   TButtonClasses classes(data.size() / kRecordDigits);
   bool valid = true;
@@ -29,10 +23,9 @@ TButtonClasses ClassesOfData(const QString& data) {
     TButtonClass::TRecordBytes bytes{};
     for (std::size_t b = 0; valid && b < bytes.size(); ++b) {
       const qsizetype at = i * kRecordDigits + 2 * static_cast<qsizetype>(b);
-      const int high = HexValue(data[at]);
-      const int low = HexValue(data[at + 1]);
-      valid = high >= 0 && low >= 0;
-      if (valid) bytes[b] = static_cast<std::uint8_t>(high << 4 | low);
+      const int byte = HexPairValue(data[at].unicode(), data[at + 1].unicode());
+      valid = byte >= 0;
+      if (valid) bytes[b] = static_cast<std::uint8_t>(byte);
     }
     classes[i] = TButtonClass::FromRecordBytes(bytes);
   }
@@ -130,7 +123,7 @@ void TCommandObject::AssignTo(QObject* dest) const {
 }
 
 void TCommandObject::Save(pugi::xml_node element) const {
-  element.append_attribute("name") = GetNameRaw().toUtf8().constData();
+  SetNameAttribute(element, GetNameRaw());
   const QString category = GetCategory();
   if (!category.isEmpty()) element.append_attribute("category") = category.toUtf8().constData();
   element.append_attribute("guid") = GUIDToUtf8(GetGUID()).data();
@@ -139,12 +132,10 @@ void TCommandObject::Save(pugi::xml_node element) const {
 }
 
 void TCommandObject::Load(pugi::xml_node element) {
-  // One pass over the attributes: a list reads them for every command.
-  QString name;
+  const QString name = NameAttribute(element);
+  // One pass over the other attributes: a list reads them for every command.
   for (const pugi::xml_attribute attribute : element.attributes()) {
-    if (IsNamed(attribute, "name"))
-      name = XMLValue(attribute.value());
-    else if (IsNamed(attribute, "category"))
+    if (IsNamed(attribute, "category"))
       SetCategory(XMLValue(attribute.value()));
     else if (IsNamed(attribute, "guid"))
       SetGUID(StringToGUID(QUtf8StringView(attribute.value())));

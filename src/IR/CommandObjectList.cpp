@@ -51,7 +51,7 @@ std::vector<std::pair<pugi::xml_node, TOrbObjectClass>> CommandElements(pugi::xm
     if (!cls) continue;
     long long key = order++;
     if (indexed) {
-      const std::optional<long long> index = DecimalOf(child.attribute("index").value());
+      const std::optional<long long> index = AttributeNumber<long long>(child.attribute("index"));
       if (!index || *index < 0) continue;
       key = *index;
     }

@@ -1,29 +1,20 @@
 #include <IR/DataCommand.h>
 
+#include <NorvaGlobal/HexDigits.h>
 #include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 #include <Utils/StringUtils.h>
-
-#include <array>
-#include <charconv>
 
 namespace norva {
 
 namespace {
 
-int HexDigit(QChar c) {
-  if (c >= u'0' && c <= u'9') return c.unicode() - u'0';
-  if (c >= u'A' && c <= u'F') return c.unicode() - u'A' + 10;
-  if (c >= u'a' && c <= u'f') return c.unicode() - u'a' + 10;
-  return -1;
-}
-
 QByteArray BytesOfHex(const QString& text) {
   QByteArray bytes(text.size() / 2, '\0');
   for (qsizetype i = 0; i < bytes.size(); ++i) {
-    const int high = HexDigit(text[2 * i]);
-    const int low = HexDigit(text[2 * i + 1]);
-    if (high < 0 || low < 0) break;
-    bytes[i] = static_cast<char>(high << 4 | low);
+    const int byte = HexPairValue(text[2 * i].unicode(), text[2 * i + 1].unicode());
+    if (byte < 0) break;
+    bytes[i] = static_cast<char>(byte);
   }
   return bytes;
 }
@@ -72,29 +63,6 @@ void TDataCommand::AssignDataTo(TDataCommand& dest) const {
   dest.SetData(mData);
   dest.SetBinary(mBinary);
   dest.SetAutoRepeatDelay(mAutoRepeatDelay);
-}
-
-bool ElementBoolean(pugi::xml_node child) {
-  if (const std::optional<long long> number = DecimalOf(child.first_child().value()))
-    return *number != 0;
-  const QString text = GetElementText(child);
-  if (text.compare(QStringLiteral("true"), Qt::CaseInsensitive) == 0) return true;
-  if (text.compare(QStringLiteral("false"), Qt::CaseInsensitive) == 0) return false;
-  throw EConvertError(QStringLiteral("'%1' is not a valid boolean value").arg(text));
-}
-
-void AddTextElement(pugi::xml_node parent, const char* name, const QString& text) {
-  SetXMLDOMText(AddXMLDOMElement(parent, name), text);
-}
-
-void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8) {
-  SetXMLDOMText(AddXMLDOMElement(parent, name), utf8);
-}
-
-void AddNumberElement(pugi::xml_node parent, const char* name, long long value) {
-  std::array<char, 24> digits{};
-  std::to_chars(digits.data(), digits.data() + digits.size() - 1, value);
-  AddTextElement(parent, name, digits.data());
 }
 
 }  // namespace norva

@@ -53,24 +53,4 @@ class TDataCommand : public TCommandObject {
   quint8 mAutoRepeatDelay = 0;
 };
 
-// An element's text as a number, `fallback` when it is not one or does not fit.
-template <typename T>
-T ElementNumber(pugi::xml_node child, T fallback);
-// The boolean text of files: "0" false, any other number true, and "true" and "false" in any
-// case. Raises EConvertError for other text.
-bool ElementBoolean(pugi::xml_node child);
-// An element's text as the value name of E; raises EConvertError for a name E does not have.
-template <typename E>
-E ElementEnum(pugi::xml_node child);
-// Appends an element holding `text`.
-void AddTextElement(pugi::xml_node parent, const char* name, const QString& text);
-void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8);
-// Appends an element holding the decimal number.
-void AddNumberElement(pugi::xml_node parent, const char* name, long long value);
-// Appends an element holding the value name.
-template <typename E>
-void AddEnumElement(pugi::xml_node parent, const char* name, E value);
-
 }  // namespace norva
-
-#include <IR/DataCommandElements.h>

@@ -2,6 +2,8 @@
 
 #include <NorvaGlobal/EnumNames.h>
 #include <OrbGlobal/Model/AssignTarget.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 
 namespace norva {
 

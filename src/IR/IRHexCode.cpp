@@ -1,6 +1,7 @@
 #include <IR/IRHexCode.h>
 
 #include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/HexDigits.h>
 
 #include <QList>
 
@@ -17,8 +18,6 @@ constexpr double kTicksPerF = 2.894952;
 constexpr double kThirdsPerF = 0.723738;
 constexpr double kWordEndUnitsPerF = 0.0028271015625;
 constexpr double kMicrosecondsPerF = 0.241246;
-// A gap longer than this inside a one-sequence code splits it into two words.
-constexpr double kWordSplitMicroseconds = 8000;
 constexpr int kMaxLastWord = 320;
 // The preamble of a learnt code sent without carrier; its frequency word is only the time base.
 constexpr std::uint32_t kUnmodulatedPreamble = 0x0100;
@@ -28,7 +27,7 @@ void AppendHexWord(QString& text, std::uint32_t value) {
   char16_t digits[8];
   int count = 0;
   do {
-    digits[count++] = u"0123456789ABCDEF"[value & 0xF];
+    digits[count++] = static_cast<char16_t>(HexDigitChar(value));
     value >>= 4;
   } while (value != 0 || count < 4);
   while (count > 0) text += QChar(digits[--count]);
@@ -40,19 +39,9 @@ QString HexWord(std::uint32_t value) {
   return text;
 }
 
-bool IsHexDigit(QChar c) {
-  return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
-}
-
-// A digit HasHexCodeShape has accepted.
-std::uint32_t HexValue(QChar c) {
-  const char16_t u = c.unicode();
-  return u <= u'9' ? u - u'0' : (u | 0x20) - u'a' + 10;
-}
-
 bool HasHexCodeShape(QStringView text) {
   for (qsizetype p = 0; p < text.size(); ++p) {
-    if (p % 5 == 4 ? text[p] != u' ' : !IsHexDigit(text[p])) return false;
+    if (p % 5 == 4 ? text[p] != u' ' : HexDigitValue(text[p].unicode()) < 0) return false;
   }
   return true;
 }
@@ -97,7 +86,7 @@ TWordEnds FindWordEnds(const QList<std::uint32_t>& words, std::uint32_t f) {
   if (last != 2 * std::max(once, repeat) + 3) Fail("Invalid Total number of tokens detected.");
   if (last > kMaxLastWord) Fail("Hex code is too long.");
   for (int i = 5; i <= last - 2; i += 2) {
-    if (words[i] * kMicrosecondsPerF * f > kWordSplitMicroseconds)
+    if (words[i] * kMicrosecondsPerF * f > WordSplitMicroseconds)
       return {{i, last}, RepeatBothWords};
   }
   return {{last}, RepeatWord1};
@@ -141,7 +130,9 @@ std::optional<TIRStreamData> ParseHexCode(QStringView text) {
   QList<std::uint32_t> words(wordCount);
   for (qsizetype i = 0; i < wordCount; ++i) {
     std::uint32_t word = 0;
-    for (qsizetype d = 5 * i; d < 5 * i + 4; ++d) word = word << 4 | HexValue(text[d]);
+    // HasHexCodeShape has accepted every digit.
+    for (qsizetype d = 5 * i; d < 5 * i + 4; ++d)
+      word = word << 4 | static_cast<std::uint32_t>(HexDigitValue(text[d].unicode()));
     words[i] = word;
   }
 

@@ -8,9 +8,6 @@ namespace norva {
 
 namespace {
 
-// A gap longer than this inside a signal splits it into two words.
-constexpr double kWordSplitMicroseconds = 8000;
-
 std::uint32_t Thirds(double microseconds) {
   const double thirds = RoundToEven(microseconds * 3);
   // Anything that does not fit 32 bits is far beyond every slot; the analysis refuses it.
@@ -47,7 +44,7 @@ TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseco
   const qsizetype lastGap = durations.size() - 1;
   qsizetype firstWordEnd = -1;
   for (qsizetype i = 1; i < lastGap && firstWordEnd < 0; i += 2)
-    if (durations[i] > kWordSplitMicroseconds) firstWordEnd = i;
+    if (durations[i] > WordSplitMicroseconds) firstWordEnd = i;
   stream.Format = firstWordEnd < 0 ? RepeatWord1 : RepeatBothWords;
 
   TIRPeriodsLoadHelper periods;

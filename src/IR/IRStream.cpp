@@ -1,6 +1,5 @@
 #include <IR/IRStream.h>
 
-#include <IR/DataCommand.h>
 #include <IR/IRHexCode.h>
 #include <IR/IRPeriods.h>
 #include <IR/IRRawSignal.h>
@@ -10,6 +9,8 @@
 #include <OrbGlobal/Model/AssignTarget.h>
 #include <OrbGlobal/Model/OrbClass.h>
 #include <OrbGlobal/Undo/Undo.h>
+#include <OrbGlobal/Xml/XmlBuilding.h>
+#include <OrbGlobal/Xml/XmlLookup.h>
 
 namespace norva {
 

@@ -1,7 +1,9 @@
 #include <IR/IRStreamData.h>
 
+#include <NorvaGlobal/HexDigits.h>
 #include <OrbGlobal/Model/OrbErrors.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace norva {
@@ -10,11 +12,10 @@ namespace {
 
 // A hexadecimal digit as an ID; anything else reads as 0.
 TPeriodID IDOfDigit(QChar c) {
-  const int value = QStringView(&c, 1).toInt(nullptr, 16);
-  return static_cast<TPeriodID>(value);
+  return static_cast<TPeriodID>(std::max(0, HexDigitValue(c.unicode())));
 }
 
-QChar DigitOfID(TPeriodID id) { return QChar(u"0123456789ABCDEF"[id & 0x0F]); }
+QChar DigitOfID(TPeriodID id) { return QLatin1Char(HexDigitChar(id)); }
 
 QString CycleMessage(int n, const char* suffix) {
   return QStringLiteral("Cycle %1%2").arg(n).arg(QLatin1String(suffix));

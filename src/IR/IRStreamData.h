@@ -20,6 +20,8 @@ inline constexpr double ModulationClockHz = 12'000'000.0;
 // Seconds per unit of an ordinary length and of a word-end length.
 inline constexpr double PeriodLengthUnit = 3.3333e-7;
 inline constexpr double WordEndLengthUnit = 8.5333e-5;
+// A gap longer than this inside a learnt or typed signal of one sequence ends its first word.
+inline constexpr double WordSplitMicroseconds = 8000;
 
 struct TIRStreamData {
   std::uint16_t ModulationPeriod = NoModulationPeriod;

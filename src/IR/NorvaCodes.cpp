@@ -1,5 +1,7 @@
 #include <IR/NorvaCodes.h>
 
+#include <NorvaGlobal/Zones.h>
+
 #include <QList>
 #include <QStringList>
 
@@ -19,7 +21,6 @@ constexpr std::uint16_t kWordGap = 176;                 // about 15 ms
 constexpr std::uint16_t kNativeModulationPeriod = 272;  // 12 MHz / 272, about 44.1 kHz
 constexpr TPeriodID kZeroBitID = 2;
 constexpr TPeriodID kOneBitID = 3;
-constexpr int kLastZoneOfBank = 31;
 
 // The byte of sources 1..16, in source order; video sources send the same.
 constexpr std::array<std::uint8_t, 16> kSourceBytes = {
@@ -63,13 +64,8 @@ std::uint8_t GroupByte(TNorvaCommand command) {
   return 0x03;  // the sources, audio sources and "on and source" commands
 }
 
-std::uint8_t ZoneByte(int zone, TNorvaCommandType type) {
-  if (zone < 0) return 0xFF;
-  if (zone <= kLastZoneOfBank) {
-    const bool preamp = type == PreampCommand || type == IntegraPreampCommand;
-    return static_cast<std::uint8_t>(zone + (preamp ? 0x40 : 0));
-  }
-  return static_cast<std::uint8_t>((zone & 0x1F) | (zone < 64 ? 0x80 : 0xC0));
+bool IsPreamp(TNorvaCommandType type) {
+  return type == PreampCommand || type == IntegraPreampCommand;
 }
 
 // The source byte of sources 1..16 counted from `first`, or of the media source at first + 16.
@@ -108,7 +104,7 @@ bool AmplifierCommandUseful(TNorvaCommand command, int zone, TNorvaCommandType t
     useful = zone == -1;
   else if (command == nvVolUpCmd || command == nvVolDownCmd)
     useful = zone != -1;
-  return useful && !(type == PreampCommand && zone > kLastZoneOfBank);
+  return useful && !(type == PreampCommand && zone > LastPreampZone);
 }
 
 // Standby to source 8, on and off, on and source 1..8, presets 1..6, the alarms.
@@ -168,7 +164,7 @@ bool NorvaFunctionUseful(TNorvaCommand command, int zone, TNorvaCommandType type
     case PreampCommand: return AmplifierCommandUseful(command, zone, type);
     case IntegraAmpCommand:
     case IntegraPreampCommand:
-      return IsIntegraCommand(command) && zone <= kLastZoneOfBank &&
+      return IsIntegraCommand(command) && zone <= LastPreampZone &&
              AmplifierCommandUseful(command, zone, static_cast<TNorvaCommandType>(type - 2));
     case Sw6Command: break;
   }
@@ -187,7 +183,8 @@ TIRStreamData NorvaFrame(int zone, TNorvaCommand command, TNorvaCommandType type
 
   TFrameWriter writer(frame);
   for (const TPeriodID off : {1, 2, 2, 3}) writer.Pair(off);
-  QList<std::uint8_t> bytes = {GroupByte(command), ZoneByte(zone, type)};
+  QList<std::uint8_t> bytes = {GroupByte(command),
+                               EncodeZone(static_cast<std::int8_t>(zone), IsPreamp(type), false)};
   bytes += CommandBytes(command, type);
   std::uint8_t sum = 0;
   for (const std::uint8_t byte : bytes) sum = static_cast<std::uint8_t>(sum + byte);
@@ -224,8 +221,8 @@ QString NorvaCategory(int zone, TNorvaCommandType type) {
                       : QStringLiteral("Quil-2.3, zone %1").arg(zone);
   if (zone == -1) return QStringLiteral("Norva, all zones");
   QString category = QStringLiteral("Norva, zone %1").arg(zone);
-  if (zone <= kLastZoneOfBank && type == AmpCommand) category += QStringLiteral(" (amp)");
-  if (zone <= kLastZoneOfBank && type == PreampCommand) category += QStringLiteral(" (preamp)");
+  if (zone <= LastPreampZone && type == AmpCommand) category += QStringLiteral(" (amp)");
+  if (zone <= LastPreampZone && type == PreampCommand) category += QStringLiteral(" (preamp)");
   return category;
 }
 

@@ -1,19 +1,14 @@
 #include <IR/NorvaIRStream.h>
 
 #include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/Vocabulary.h>
 
 namespace norva {
-
-namespace {
-
-constexpr int kLastZone = 95;
-
-}  // namespace
 
 TNorvaIRStream::TNorvaIRStream(TOrbObject* owner) : TIRStream(owner) {}
 
 void TNorvaIRStream::SetNorva(int zone, TNorvaCommand command, TNorvaCommandType type) {
-  if (zone < -1 || zone > kLastZone)
+  if (zone < -1 || zone > MaxZone)
     throw ENorvaError(QStringLiteral("Zone %1 is not a zone of the installation").arg(zone));
   BeginUpdate();
   ReplaceStream([&] {

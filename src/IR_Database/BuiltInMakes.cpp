@@ -1,6 +1,8 @@
 #include <IR_Database/BuiltInMakes.h>
 
 #include <IR/NorvaIRStream.h>
+#include <NorvaGlobal/Vocabulary.h>
+#include <NorvaGlobal/Zones.h>
 
 #include <QUuid>
 
@@ -9,8 +11,6 @@ namespace norva {
 namespace {
 
 constexpr int kRelayModules = 16;
-constexpr int kLastZone = 95;
-constexpr int kLastBankZone = 31;
 
 // The built-in codes are made anew in every run; a GUID made from what a code is (kind of device,
 // zone, command) keeps a keypad button's reference to it valid from one run to the next.
@@ -93,11 +93,11 @@ TNorvaMake::TNorvaMake(TOrbObject* owner) : TNorvaIntegraMake(owner) {
   SetNameRaw(QStringLiteral("NORVA"));
   TNorvaGroup* amplifier = AddGroup(QStringLiteral("Amplifier"));
   AddZones(amplifier, AmpCommand, -1, -1);
-  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 0..31")), AmpCommand, 0, kLastBankZone);
-  AddZones(amplifier->AddGroup(QStringLiteral("Preamp zones")), PreampCommand, 0, kLastBankZone);
+  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 0..31")), AmpCommand, 0, LastPreampZone);
+  AddZones(amplifier->AddGroup(QStringLiteral("Preamp zones")), PreampCommand, 0, LastPreampZone);
   AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 32..63")), AmpCommand, 32, 63);
-  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 64..95")), AmpCommand, 64, kLastZone);
-  AddZones(AddGroup(QStringLiteral("V2HD Video switch")), VideoSwitcherCommand, 0, kLastZone);
+  AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 64..95")), AmpCommand, 64, MaxZone);
+  AddZones(AddGroup(QStringLiteral("V2HD Video switch")), VideoSwitcherCommand, 0, MaxZone);
   TNorvaGroup* relays = AddGroup(QStringLiteral("Sw6"));
   for (int module = 0; module < kRelayModules; ++module)
     relays->AddChild(TNorvaCommandGroup::RelayModule(relays, module));
@@ -107,8 +107,8 @@ TIntegraMake::TIntegraMake(TOrbObject* owner) : TNorvaIntegraMake(owner) {
   SetNameRaw(QStringLiteral("INTEGRA"));
   TNorvaGroup* quil = AddGroup(QStringLiteral("Quil-2.3"));
   AddZones(quil, IntegraAmpCommand, -1, -1);
-  AddZones(quil->AddGroup(QStringLiteral("Amp zones")), IntegraAmpCommand, 0, kLastBankZone);
-  AddZones(quil->AddGroup(QStringLiteral("Preamp zones")), IntegraPreampCommand, 0, kLastBankZone);
+  AddZones(quil->AddGroup(QStringLiteral("Amp zones")), IntegraAmpCommand, 0, LastPreampZone);
+  AddZones(quil->AddGroup(QStringLiteral("Preamp zones")), IntegraPreampCommand, 0, LastPreampZone);
 }
 
 }  // namespace norva

@@ -211,7 +211,7 @@ void TIRDB::LoadFile(const QString& path) {
   RegisterCommandClasses();
   try {
     for (pugi::xml_node element : document.document_element().children("make")) {
-      const QString name = XMLValue(element.attribute("name").value());
+      const QString name = NameAttribute(element);
       TMake* make = GetMakeByName(name);
       if (!make) {
         make = AddNewMake();
@@ -312,21 +312,13 @@ bool TIRDB::GetNamesByWalking(TIRStream& stream) const {
     return true;
   }
   if (!mPublic) return false;
-  TNorvaIRStream native;
-  for (int type = AmpCommand; type <= VideoSwitcherCommand; ++type) {
-    for (int zone = -1; zone <= 95; ++zone) {
-      for (int command = nvStandbyCmd; command <= nvAlarmSleep; ++command) {
-        const auto code = static_cast<TNorvaCommand>(command);
-        const auto kind = static_cast<TNorvaCommandType>(type);
-        if (!NorvaFunctionUseful(code, zone, kind)) continue;
-        native.SetNorva(zone, code, kind);
-        if (!stream.Match(&native)) continue;
-        Name(stream, {native.GetName(), native.GetCategory()});
-        return true;
-      }
-    }
-  }
-  return false;
+  const bool native = ForEachNativeCode([&](const TNorvaIRStream& code) {
+    if (!stream.Match(&code)) return false;
+    found = {code.GetName(), code.GetCategory()};
+    return true;
+  });
+  if (native) Name(stream, found);
+  return native;
 }
 
 }  // namespace norva

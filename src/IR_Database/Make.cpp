@@ -37,14 +37,14 @@ void TMake::AssignTo(QObject* dest) const {
 
 void TMake::Save(pugi::xml_node databaseElement) const {
   pugi::xml_node element = AddXMLDOMElement(databaseElement, "make");
-  element.append_attribute("name") = GetNameRaw().toUtf8().constData();
+  SetNameAttribute(element, GetNameRaw());
   for (int i = 0; i < GetModelCount(); ++i) GetModel(i)->SaveModel(element);
 }
 
 void TMake::Load(pugi::xml_node element) {
   for (pugi::xml_node child : element.children("model")) {
     TModel* model = AddNewModel();
-    model->SetName(XMLValue(child.attribute("name").value()));
+    model->SetName(NameAttribute(child));
     model->LoadModel(child);
   }
 }

@@ -13,7 +13,7 @@ QString TModel::GetFullName() const {
 
 void TModel::SaveModel(pugi::xml_node makeElement) const {
   pugi::xml_node element = AddXMLDOMElement(makeElement, "model");
-  element.append_attribute("name") = GetNameRaw().toUtf8().constData();
+  SetNameAttribute(element, GetNameRaw());
   Save(element, false);
 }
 

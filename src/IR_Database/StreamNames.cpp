@@ -1,6 +1,7 @@
 #include <IR_Database/StreamNames.h>
 
 #include <IR/NorvaIRStream.h>
+#include <NorvaGlobal/Vocabulary.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
 namespace norva {
@@ -37,23 +38,31 @@ const TStreamName* TStreamNameIndex::Find(const TIRStreamData& data) const {
   return found == mNames.constEnd() ? nullptr : &found.value();
 }
 
+bool ForEachNativeCode(const std::function<bool(const TNorvaIRStream&)>& visit) {
+  // Making codes is no edit of a document: nothing of it belongs in the undo history.
+  const TUndoSuspended undoOff;
+  TNorvaIRStream stream;
+  for (int type = AmpCommand; type <= VideoSwitcherCommand; ++type) {
+    for (int zone = -1; zone <= MaxZone; ++zone) {
+      for (int command = nvStandbyCmd; command <= nvAlarmSleep; ++command) {
+        const auto native = static_cast<TNorvaCommand>(command);
+        const auto kind = static_cast<TNorvaCommandType>(type);
+        if (!NorvaFunctionUseful(native, zone, kind)) continue;
+        stream.SetNorva(zone, native, kind);
+        if (visit(stream)) return true;
+      }
+    }
+  }
+  return false;
+}
+
 const TStreamNameIndex& NativeStreamNames() {
   static const TStreamNameIndex names = [] {
     TStreamNameIndex index;
-    DisableUndo();
-    TNorvaIRStream stream;
-    for (int type = AmpCommand; type <= VideoSwitcherCommand; ++type) {
-      for (int zone = -1; zone <= 95; ++zone) {
-        for (int command = nvStandbyCmd; command <= nvAlarmSleep; ++command) {
-          const auto native = static_cast<TNorvaCommand>(command);
-          const auto kind = static_cast<TNorvaCommandType>(type);
-          if (!NorvaFunctionUseful(native, zone, kind)) continue;
-          stream.SetNorva(zone, native, kind);
-          index.Add(stream.Data(), {stream.GetName(), stream.GetCategory()});
-        }
-      }
-    }
-    EnableUndo();
+    ForEachNativeCode([&index](const TNorvaIRStream& stream) {
+      index.Add(stream.Data(), {stream.GetName(), stream.GetCategory()});
+      return false;
+    });
     return index;
   }();
   return names;

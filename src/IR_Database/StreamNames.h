@@ -9,6 +9,8 @@
 #include <QHash>
 #include <QString>
 
+#include <functional>
+
 namespace norva {
 
 struct TStreamName {
@@ -30,9 +32,15 @@ class TStreamNameIndex {
   QHash<QByteArray, TStreamName> mNames;
 };
 
+class TNorvaIRStream;
+
 // Every native code the installation's devices understand, in the order they are tried: command
 // types in order, then zones from all zones (-1) to 95, then commands, where the command is
-// useful for that zone and type. Built once per process.
+// useful for that zone and type. `visit` sees each code in turn until it returns true; the result
+// is whether it did. The codes are made without undo records.
+bool ForEachNativeCode(const std::function<bool(const TNorvaIRStream&)>& visit);
+
+// The names of all native codes (ForEachNativeCode). Built once per process.
 const TStreamNameIndex& NativeStreamNames();
 
 }  // namespace norva

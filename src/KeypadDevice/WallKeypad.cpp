@@ -108,18 +108,18 @@ void TWallKeypad::LoadContents(pugi::xml_node root) {
   const QString zoneText = norva::GetElementText(root.child("zone_type"));
   const auto zoneType = norva::EnumFromName<norva::tKeypadZoneType>(zoneText);
   if (!zoneType) throw ENorvaError(QStringLiteral("Unknown zone type '%1'").arg(zoneText));
-  bool ok = false;
-  const int firmware = norva::GetElementText(root.child("firmware")).toInt(&ok);
-  if (!ok) throw ENorvaError(QStringLiteral("The firmware version is not a number"));
+  const std::optional<int> firmware = norva::ElementNumber<int>(root.child("firmware"));
+  if (!firmware) throw ENorvaError(QStringLiteral("The firmware version is not a number"));
   SetZoneType(*zoneType);
-  SetFirmwareVersion(firmware);
+  SetFirmwareVersion(*firmware);
   for (pugi::xml_node element : root.children("button")) {
-    const QString indexText = QString::fromUtf8(element.attribute("index").value());
-    const int index = indexText.toInt(&ok);
-    if (!ok || index < 0 || index >= ButtonCount) {
-      throw ENorvaError(QStringLiteral("No button %1 on this keypad").arg(indexText));
+    const pugi::xml_attribute index = element.attribute("index");
+    const std::optional<int> number = norva::AttributeNumber<int>(index);
+    if (!number || *number < 0 || *number >= ButtonCount) {
+      throw ENorvaError(
+          QStringLiteral("No button %1 on this keypad").arg(QString::fromUtf8(index.value())));
     }
-    Button(index).Load(element);
+    Button(*number).Load(element);
   }
 }
 

@@ -1,16 +1,15 @@
 #include <NorvaBusComms/CommandPacket.h>
 #include <NorvaGlobal/DebugOutput.h>
+#include <NorvaGlobal/HexDigits.h>
 
 #include <atomic>
 
 namespace norva {
 
 namespace {
-constexpr char HexDigits[] = "0123456789ABCDEF";
-
 void AppendHex(QByteArray& out, std::uint8_t value) {
-  out.append(HexDigits[value >> 4]);
-  out.append(HexDigits[value & 0x0F]);
+  out.append(HexDigitChar(value >> 4));
+  out.append(HexDigitChar(value));
 }
 
 // "0B,05,23": the packet's bytes as hex pairs joined by commas.

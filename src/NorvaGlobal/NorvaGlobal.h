@@ -9,6 +9,7 @@
 #include <NorvaGlobal/ErrorMessages.h>
 #include <NorvaGlobal/EventPump.h>
 #include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/HexDigits.h>
 #include <NorvaGlobal/PlatformResult.h>
 #include <NorvaGlobal/SourceTables.h>
 #include <NorvaGlobal/TickCount.h>

@@ -14,7 +14,7 @@ constexpr std::uint8_t ZoneInBankMask = 0x1F;
 std::uint8_t EncodeZone(std::int8_t zone, bool preamp, bool pagePreset) {
   if (zone == -1) return NoZoneByte;
   std::uint8_t result;
-  if (zone <= 31)
+  if (zone <= LastPreampZone)
     result = static_cast<std::uint8_t>(zone) | (preamp ? PreampBank : 0);
   else if (zone <= 63)
     result = static_cast<std::uint8_t>(Bank1 + (zone - 32));
@@ -40,6 +40,14 @@ bool IsPreampZone(std::uint8_t zoneByte) {
 
 bool IsPagePresetZone(std::uint8_t zoneByte) {
   return zoneByte != NoZoneByte && (zoneByte & PagePresetBit) != 0;
+}
+
+QString ZoneByteText(std::uint8_t zoneByte) {
+  if (zoneByte == NoZoneByte) return QStringLiteral("no zone");
+  QString text = QStringLiteral("zone %1").arg(GetDecodedZone(zoneByte));
+  if (IsPreampZone(zoneByte)) text += QStringLiteral(", preamp output");
+  if (IsPagePresetZone(zoneByte)) text += QStringLiteral(", page preset");
+  return text;
 }
 
 }  // namespace norva

@@ -1,5 +1,7 @@
 #include <Utils/StringUtils.h>
 
+#include <NorvaGlobal/HexDigits.h>
+
 namespace norva {
 
 namespace {
@@ -40,13 +42,12 @@ QString SelectSubString(const QString& text, const QString& delimiter, int index
 }
 
 QByteArray UpperHex(QByteArrayView bytes) {
-  constexpr char Digits[] = "0123456789ABCDEF";
   QByteArray text(2 * bytes.size(), Qt::Uninitialized);
   char* out = text.data();
   for (const char byte : bytes) {
     const auto value = static_cast<unsigned char>(byte);
-    *out++ = Digits[value >> 4];
-    *out++ = Digits[value & 0xF];
+    *out++ = HexDigitChar(value >> 4);
+    *out++ = HexDigitChar(value);
   }
   return text;
 }

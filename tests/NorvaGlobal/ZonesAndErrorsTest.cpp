@@ -43,6 +43,21 @@ TEST(Zones, EveryZoneSurvivesTheRoundTrip) {
   }
 }
 
+TEST(Zones, TextOfAZoneByteNamesTheZoneAndItsFlags) {
+  const struct {
+    std::uint8_t Byte;
+    const char* Text;
+  } cases[] = {
+      {0xFF, "no zone"},
+      {0x00, "zone 0"},
+      {0x45, "zone 5, preamp output"},
+      {0x65, "zone 5, preamp output, page preset"},
+      {0xA0, "zone 32, page preset"},
+      {0xDF, "zone 95"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ZoneByteText(c.Byte), c.Text) << int{c.Byte};
+}
+
 TEST(NorvaErrorMsg, TextsAndNumbers) {
   EXPECT_EQ(NorvaErrorMsg(errNoAck, -1, -1), "Error 0x01");
   EXPECT_EQ(NorvaErrorMsg(errBusReceiveError, -1, -1), "Error 0x08");

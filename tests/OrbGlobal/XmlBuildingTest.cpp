@@ -2,6 +2,10 @@
 #include <OrbGlobal/Xml/XmlDocument.h>
 #include <OrbGlobal/Xml/XmlErrors.h>
 
+#include <NorvaGlobal/Vocabulary.h>
+
+#include <limits>
+
 #include <gtest/gtest.h>
 
 namespace norva {
@@ -51,6 +55,22 @@ TEST(SetXMLDOMText, ReplacesChildrenWritingCarriageReturnsRaw) {
   EXPECT_EQ(SaveXMLDocument(document), "<root>a\r\nb &lt;&amp;&gt; \xC3\xBC</root>");
   SetXMLDOMText(root, QString());
   EXPECT_FALSE(root.first_child());
+}
+
+TEST(ValueElements, NumbersInDecimalEnumerationsByNameAndTheNameAttribute) {
+  pugi::xml_document document;
+  pugi::xml_node root = document.append_child("root");
+  SetNameAttribute(root, QStringLiteral("K\u00fcche & <Bad>"));
+  AddTextElement(root, "t", QStringLiteral("\u00fc"));
+  AddNumberElement(root, "n", std::numeric_limits<long long>::min());
+  AddNumberElement(root, "z", 0);
+  AddEnumElement(root, "e", errEEPROMFull);
+  AddEnumElement(root, "u", static_cast<TError>(200));
+  EXPECT_EQ(SaveXMLDocument(document).toStdString(),
+            "<root name=\"K\xC3\xBC"
+            "che &amp; &lt;Bad>\">\r\n\t<t>\xC3\xBC</t>"
+            "\r\n\t<n>-9223372036854775808</n>\r\n\t<z>0</z>\r\n\t<e>errEEPROMFull</e>"
+            "\r\n\t<u/></root>");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <OrbGlobal/Xml/XmlLookup.h>
 
 #include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/Vocabulary.h>
 
 #include <gtest/gtest.h>
 
@@ -99,6 +100,65 @@ TEST(XmlLookupText, DecimalsReadAsQtReadsThem) {
       {"0x10", std::nullopt},
   };
   for (const auto& c : cases) EXPECT_EQ(DecimalOf(c.Text), c.Value) << c.Text;
+}
+
+// A number the value's type cannot hold reads as none, so a reader falls back rather than wraps.
+TEST(XmlLookupText, NumbersOnlyWhereTheTypeHoldsThem) {
+  EXPECT_EQ(NumberOf<quint8>("255"), 255);
+  EXPECT_EQ(NumberOf<quint8>("256"), std::nullopt);
+  EXPECT_EQ(NumberOf<quint8>("-1"), std::nullopt);
+  EXPECT_EQ(NumberOf<qint16>("-32768"), -32768);
+  EXPECT_EQ(NumberOf<qint16>("32768"), std::nullopt);
+  EXPECT_EQ(NumberOf<quint32>("4294967295"), 4294967295u);
+  EXPECT_EQ(NumberOf<int>(" 12 "), 12);
+}
+
+class XmlValues : public testing::Test {
+ protected:
+  void SetUp() override {
+    LoadXMLDocument(mDocument,
+                    "<root name='K\xC3\xBC"
+                    "che' index='7' group='x'><n>300</n><b>-1</b>"
+                    "<b>0</b><b>TRUE</b><b>False</b><b>yes</b><e>errNoAck</e><e>errNone</e>"
+                    "<e/></root>");
+    mRoot = mDocument.document_element();
+  }
+  pugi::xml_node Nth(const char* name, int n) {
+    pugi::xml_node node = mRoot.child(name);
+    while (n-- > 0) node = node.next_sibling(name);
+    return node;
+  }
+
+  pugi::xml_document mDocument;
+  pugi::xml_node mRoot;
+};
+
+TEST_F(XmlValues, NumbersFromElementsAndAttributes) {
+  EXPECT_EQ(ElementNumber<int>(mRoot.child("n")), 300);
+  EXPECT_EQ(ElementNumber<quint8>(mRoot.child("n"), 9), 9);
+  EXPECT_EQ(ElementNumber<int>(mRoot.child("missing")), std::nullopt);
+  EXPECT_EQ(AttributeNumber<int>(mRoot.attribute("index")), 7);
+  EXPECT_EQ(AttributeNumber<int>(mRoot.attribute("group")), std::nullopt);
+  EXPECT_EQ(AttributeNumber<int>(mRoot.attribute("missing")), std::nullopt);
+}
+
+TEST_F(XmlValues, BooleansAreNumbersOrTrueAndFalseInAnyCase) {
+  EXPECT_TRUE(ElementBoolean(Nth("b", 0)));
+  EXPECT_FALSE(ElementBoolean(Nth("b", 1)));
+  EXPECT_TRUE(ElementBoolean(Nth("b", 2)));
+  EXPECT_FALSE(ElementBoolean(Nth("b", 3)));
+  EXPECT_THROW(ElementBoolean(Nth("b", 4)), EConvertError);
+}
+
+TEST_F(XmlValues, EnumerationsByTheirValueNamesOnly) {
+  EXPECT_EQ(ElementEnum<TError>(Nth("e", 0)), errNoAck);
+  EXPECT_THROW(ElementEnum<TError>(Nth("e", 1)), EConvertError);
+  EXPECT_THROW(ElementEnum<TError>(Nth("e", 2)), EConvertError);
+}
+
+TEST_F(XmlValues, NameAttributeKeepsEveryCharacter) {
+  EXPECT_EQ(NameAttribute(mRoot), QStringLiteral("K\u00fcche"));
+  EXPECT_EQ(NameAttribute(mRoot.child("n")), QString());
 }
 
 }  // namespace

@@ -299,7 +299,7 @@ TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus)
   EXPECT_EQ(cell(0, TPacketLog::EchoColumn), "sent");
   EXPECT_EQ(cell(1, TPacketLog::EchoColumn), "echo");
   EXPECT_EQ(cell(1, TPacketLog::DataColumn), "04");
-  EXPECT_EQ(cell(1, TPacketLog::ZoneColumn), "all");
+  EXPECT_EQ(cell(1, TPacketLog::ZoneColumn), "no zone");
   EXPECT_EQ(cell(2, TPacketLog::CommandColumn), "81");
   window->BusView()->Filter()->setText("echo");
   EXPECT_EQ(window->BusView()->ShownRows(), 1);

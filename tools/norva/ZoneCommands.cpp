@@ -21,14 +21,7 @@ int RunZoneDecode(TArguments& arguments, QTextStream& out) {
   if (values.size() != 1) throw EUsage(QStringLiteral("zone decode needs one BYTE"));
   const auto byte =
       static_cast<std::uint8_t>(ParseInteger(values[0], 0, 255, QStringLiteral("BYTE")));
-  if (byte == NoZoneByte) {
-    out << "no zone\n";
-    return 0;
-  }
-  out << "zone " << GetDecodedZone(byte);
-  if (IsPreampZone(byte)) out << ", preamp output";
-  if (IsPagePresetZone(byte)) out << ", page preset";
-  out << '\n';
+  out << ZoneByteText(byte) << '\n';
   return 0;
 }
 

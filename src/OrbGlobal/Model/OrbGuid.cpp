@@ -1,5 +1,6 @@
 #include <OrbGlobal/Model/OrbGuid.h>
 
+#include <NorvaGlobal/HexDigits.h>
 #include <OrbGlobal/Model/OrbErrors.h>
 
 #include <cstdint>
@@ -11,10 +12,6 @@ namespace {
 constexpr qsizetype RegistryFormLength = 38;
 
 bool IsHyphenPosition(qsizetype i) { return i == 9 || i == 14 || i == 19 || i == 24; }
-
-bool IsHexDigit(char32_t c) {
-  return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
-}
 
 char32_t CodeAt(QStringView text, qsizetype i) { return text[i].unicode(); }
 char32_t CodeAt(QLatin1StringView text, qsizetype i) { return text[i].unicode(); }
@@ -29,7 +26,7 @@ bool IsRegistryForm(TView text) {
   const auto at = [&text](qsizetype i) { return CodeAt(text, i); };
   if (at(0) != u'{' || at(RegistryFormLength - 1) != u'}') return false;
   for (qsizetype i = 1; i < RegistryFormLength - 1; ++i) {
-    const bool ok = IsHyphenPosition(i) ? at(i) == u'-' : IsHexDigit(at(i));
+    const bool ok = IsHyphenPosition(i) ? at(i) == u'-' : HexDigitValue(at(i)) >= 0;
     if (!ok) return false;
   }
   return true;
@@ -37,8 +34,7 @@ bool IsRegistryForm(TView text) {
 
 // `digits` upper-case hexadecimal digits of `value`, most significant first; returns the end.
 char* PutHex(char* out, std::uint32_t value, int digits) {
-  constexpr char Digits[] = "0123456789ABCDEF";
-  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) *out++ = Digits[value >> shift & 0xF];
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) *out++ = HexDigitChar(value >> shift);
   return out;
 }
 

@@ -3,6 +3,8 @@
 #include <OrbGlobal/Xml/XmlErrors.h>
 #include <OrbGlobal/Xml/XmlNames.h>
 
+#include <array>
+#include <charconv>
 #include <string>
 
 namespace norva {
@@ -98,6 +100,24 @@ void SetXMLDOMText(pugi::xml_node node, const char* utf8) {
   if (!textNode || !textNode.set_value(utf8)) {
     throw EXMLError(QStringLiteral("Cannot set text: out of memory"));
   }
+}
+
+void AddTextElement(pugi::xml_node parent, const char* name, const QString& text) {
+  SetXMLDOMText(AddXMLDOMElement(parent, name), text);
+}
+
+void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8) {
+  SetXMLDOMText(AddXMLDOMElement(parent, name), utf8);
+}
+
+void AddNumberElement(pugi::xml_node parent, const char* name, long long value) {
+  std::array<char, 24> digits{};
+  std::to_chars(digits.data(), digits.data() + digits.size() - 1, value);
+  AddTextElement(parent, name, digits.data());
+}
+
+void SetNameAttribute(pugi::xml_node element, const QString& name) {
+  element.append_attribute("name") = name.toUtf8().constData();
 }
 
 }  // namespace norva

@@ -2,6 +2,8 @@
 // Building elements so that every file looks alike: one element per value, each child on its own
 // line indented with tabs, values as element text.
 
+#include <NorvaGlobal/EnumNames.h>
+
 #include <QString>
 
 #include <pugixml.hpp>
@@ -26,5 +28,20 @@ pugi::xml_node AddXMLDOMElement(pugi::xml_node parent, const char* name);
 void SetXMLDOMText(pugi::xml_node node, const QString& text);
 // The same for text already in UTF-8.
 void SetXMLDOMText(pugi::xml_node node, const char* utf8);
+
+// Appends an element `name` holding `text`.
+void AddTextElement(pugi::xml_node parent, const char* name, const QString& text);
+void AddTextElement(pugi::xml_node parent, const char* name, const char* utf8);
+// Appends an element holding the decimal number.
+void AddNumberElement(pugi::xml_node parent, const char* name, long long value);
+// Appends an element holding the value name ("" for a value E does not name).
+template <typename E>
+void AddEnumElement(pugi::xml_node parent, const char* name, E value) {
+  const char* key = MetaEnumOf<E>().valueToKey(static_cast<int>(value));
+  AddTextElement(parent, name, key ? key : "");
+}
+
+// Appends the "name" attribute that makes, models and commands carry.
+void SetNameAttribute(pugi::xml_node element, const QString& name);
 
 }  // namespace norva

@@ -63,6 +63,19 @@ std::optional<long long> DecimalOf(const char* utf8) {
   return ok ? std::optional<long long>(parsed) : std::nullopt;
 }
 
+bool ElementBoolean(pugi::xml_node element) {
+  if (const std::optional<long long> number = DecimalOf(element.first_child().value()))
+    return *number != 0;
+  const QString text = GetElementText(element);
+  if (text.compare(QStringLiteral("true"), Qt::CaseInsensitive) == 0) return true;
+  if (text.compare(QStringLiteral("false"), Qt::CaseInsensitive) == 0) return false;
+  throw EConvertError(QStringLiteral("'%1' is not a valid boolean value").arg(text));
+}
+
+QString NameAttribute(pugi::xml_node element) {
+  return XMLValue(element.attribute("name").value());
+}
+
 QString XMLValue(QByteArrayView utf8) {
   // A value may begin with U+FEFF like any other character: it is no byte-order mark here.
   if (!utf8.startsWith("\xEF\xBB\xBF")) return QString::fromUtf8(utf8);

@@ -2,13 +2,18 @@
 // Reading values back: required elements are looked up with mustExist true and raise when absent,
 // optional ones with false. Names match exactly (case-sensitive), among direct children only.
 
+#include <NorvaGlobal/EnumNames.h>
+#include <OrbGlobal/Model/OrbErrors.h>
+
 #include <QByteArrayView>
 #include <QString>
 
 #include <pugixml.hpp>
 
+#include <concepts>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace norva {
 
@@ -44,5 +49,48 @@ QString GetXMLDOMText(pugi::xml_node node);
 // A text or attribute value of the DOM (UTF-8) as a string, every character kept, a leading U+FEFF
 // too (the plain UTF-8 conversion would take it for a byte-order mark and drop it).
 QString XMLValue(QByteArrayView utf8);
+
+// The whole number a value holds in decimal (DecimalOf) when it fits T; nothing for a number T
+// cannot hold.
+template <std::integral T>
+std::optional<T> NumberOf(const char* utf8) {
+  const std::optional<long long> value = DecimalOf(utf8);
+  if (!value || !std::in_range<T>(*value)) return std::nullopt;
+  return static_cast<T>(*value);
+}
+
+// An element's text as a number (NumberOf).
+template <std::integral T>
+std::optional<T> ElementNumber(pugi::xml_node element) {
+  return NumberOf<T>(element.first_child().value());
+}
+
+// An element's text as a number, `fallback` when it is not one or does not fit.
+template <std::integral T>
+T ElementNumber(pugi::xml_node element, T fallback) {
+  return ElementNumber<T>(element).value_or(fallback);
+}
+
+// An attribute's value as a number (NumberOf); nothing for a missing attribute.
+template <std::integral T>
+std::optional<T> AttributeNumber(pugi::xml_attribute attribute) {
+  return NumberOf<T>(attribute.value());
+}
+
+// The boolean text of files: "0" false, any other number true, and "true" and "false" in any
+// case. Raises EConvertError for other text.
+bool ElementBoolean(pugi::xml_node element);
+
+// An element's text as the value name of E; raises EConvertError for a name E does not have.
+template <typename E>
+E ElementEnum(pugi::xml_node element) {
+  const char* text = element.first_child().value();
+  if (const auto value = EnumFromName<E>(text)) return *value;
+  throw EConvertError(QStringLiteral("'%1' is not a valid %2 value")
+                          .arg(XMLValue(text), QString::fromLatin1(MetaEnumOf<E>().name())));
+}
+
+// The "name" attribute that makes, models and commands carry; "" when it is missing.
+QString NameAttribute(pugi::xml_node element);
 
 }  // namespace norva
