@@ -17,7 +17,7 @@ struct TLearntCode {
 };
 
 // Two codes of a real TV remote and one with a typing slip.
-constexpr TLearntCode kCodes[] = {
+constexpr TLearntCode Codes[] = {
     {"Vol+",
      "0000 006D 0000 0022 0157 00AC 0015 0016 0015 0016 0015 0041 0015 0016 0015 0016 "
      "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0016 0015 0041 0015 0041 "
@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
   norva::RegisterCommandClasses();
 
   norva::TCommandObjectList commands;
-  for (const TLearntCode& code : kCodes) {
+  for (const TLearntCode& code : Codes) {
     auto* stream = static_cast<norva::TIRStream*>(
         commands.AddNewCommandObject(&norva::TIRStream::staticMetaObject));
     stream->SetName(QString::fromLatin1(code.Name));

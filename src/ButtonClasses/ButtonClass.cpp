@@ -16,8 +16,8 @@ namespace norva {
 
 namespace {
 
-constexpr int kNorvaLastValue = 99;
-constexpr int kNvZr900LastValue = 107;
+constexpr int NorvaLastValue = 99;
+constexpr int NvZr900LastValue = 107;
 
 // The pairs Similar looks up: (first, second) means first is similar to second.
 const std::array<std::pair<TButtonClass, TButtonClass>, 5>& SimilarityPairs() {
@@ -175,7 +175,7 @@ std::uint16_t TButtonClass::GetOrdValueWk3() const {
 
 void TButtonClass::SetOrdValueWk3(std::uint16_t ordinal) {
   *this = TButtonClass();
-  if (ordinal <= kNorvaLastValue)
+  if (ordinal <= NorvaLastValue)
     ClassID = static_cast<std::uint8_t>(ordinal);
   else
     SetFamilyOrdinal(*this, Wk3AppletClassGroups, ordinal);
@@ -189,7 +189,7 @@ std::uint16_t TButtonClass::GetOrdValueNvZr900() const {
 
 void TButtonClass::SetOrdValueNvZr900(std::uint16_t ordinal) {
   *this = TButtonClass(NvZr900GUIClassGroup, 0);
-  if (ordinal <= kNvZr900LastValue)
+  if (ordinal <= NvZr900LastValue)
     ClassID = static_cast<std::uint8_t>(ordinal);
   else
     SetFamilyOrdinal(*this, NvZr900AppletClassGroups, ordinal);

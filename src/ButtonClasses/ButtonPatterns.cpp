@@ -14,7 +14,7 @@ namespace {
 // clang-format off
 
 // Indexed by TTransportButtonClass.
-constexpr const char16_t* kTransportPatterns[] = {
+constexpr const char16_t* TransportPatterns[] = {
     u"",
     u"Play",
     u"Stop",
@@ -29,7 +29,7 @@ constexpr const char16_t* kTransportPatterns[] = {
 };
 
 // Indexed by TNumericButtonClass; the four reserved values have none.
-constexpr const char16_t* kNumericPatterns[] = {
+constexpr const char16_t* NumericPatterns[] = {
     u"",
     u"0;Number 0;0/10;0/10 *",
     u"1;Number 1", u"2;Number 2", u"3;Number 3", u"4;Number 4", u"5;Number 5",
@@ -42,7 +42,7 @@ constexpr const char16_t* kNumericPatterns[] = {
 };
 
 // Indexed by TCursorButtonClass.
-constexpr const char16_t* kCursorPatterns[] = {
+constexpr const char16_t* CursorPatterns[] = {
     u"",
     u"Up;cur* up;arrow up",
     u"Down;cur* down;arrow down",
@@ -57,7 +57,7 @@ constexpr const char16_t* kCursorPatterns[] = {
 };
 
 // Indexed by TSystemButtonClass. "satelite" is spelt as installers have always typed it.
-constexpr const char16_t* kSystemPatterns[] = {
+constexpr const char16_t* SystemPatterns[] = {
     u"",
     u"Standby;Power;on/off;on / off;Power on/off",
     u"Mute",
@@ -80,11 +80,11 @@ struct TGroupPatterns {
 };
 
 // The order the finder tries them in.
-constexpr TGroupPatterns kSearchOrder[] = {
-    {TransportClassGroup, kTransportPatterns},
-    {NumericClassGroup, kNumericPatterns},
-    {CursorClassGroup, kCursorPatterns},
-    {SystemClassGroup, kSystemPatterns},
+constexpr TGroupPatterns SearchOrder[] = {
+    {TransportClassGroup, TransportPatterns},
+    {NumericClassGroup, NumericPatterns},
+    {CursorClassGroup, CursorPatterns},
+    {SystemClassGroup, SystemPatterns},
 };
 
 struct TCompiledPattern {
@@ -96,7 +96,7 @@ struct TCompiledPattern {
 // ending in ";" ends with an empty pattern.
 std::vector<TCompiledPattern> CompilePatterns() {
   std::vector<TCompiledPattern> compiled;
-  for (const TGroupPatterns& group : kSearchOrder) {
+  for (const TGroupPatterns& group : SearchOrder) {
     for (std::size_t value = 1; value < group.Lists.size(); ++value) {
       QString list = QString::fromUtf16(group.Lists[value]);
       while (!list.isEmpty()) {
@@ -117,7 +117,7 @@ const std::vector<TCompiledPattern>& Patterns() {
 }  // namespace
 
 QString ButtonClassPatterns(TButtonClassGroup group, int classId) {
-  for (const TGroupPatterns& patterns : kSearchOrder) {
+  for (const TGroupPatterns& patterns : SearchOrder) {
     if (patterns.Group == group && classId >= 0 &&
         static_cast<std::size_t>(classId) < patterns.Lists.size())
       return QString::fromUtf16(patterns.Lists[static_cast<std::size_t>(classId)]);

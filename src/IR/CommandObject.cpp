@@ -14,15 +14,15 @@ namespace norva {
 
 namespace {
 
-constexpr int kRecordDigits = 2 * static_cast<int>(sizeof(TButtonClass::TRecordBytes));
+constexpr int RecordDigits = 2 * static_cast<int>(sizeof(TButtonClass::TRecordBytes));
 
 TButtonClasses ClassesOfData(const QString& data) {
-  TButtonClasses classes(data.size() / kRecordDigits);
+  TButtonClasses classes(data.size() / RecordDigits);
   bool valid = true;
   for (qsizetype i = 0; i < classes.size(); ++i) {
     TButtonClass::TRecordBytes bytes{};
     for (std::size_t b = 0; valid && b < bytes.size(); ++b) {
-      const qsizetype at = i * kRecordDigits + 2 * static_cast<qsizetype>(b);
+      const qsizetype at = i * RecordDigits + 2 * static_cast<qsizetype>(b);
       const int byte = HexPairValue(data[at].unicode(), data[at + 1].unicode());
       valid = byte >= 0;
       if (valid) bytes[b] = static_cast<std::uint8_t>(byte);
@@ -69,7 +69,7 @@ void TCommandObject::SetButtonClasses(const TButtonClasses& classes) {
 
 QString TCommandObject::GetButtonClassData() const {
   QByteArray bytes;
-  bytes.reserve(mButtonClasses.size() * kRecordDigits / 2);
+  bytes.reserve(mButtonClasses.size() * RecordDigits / 2);
   for (const TButtonClass& c : mButtonClasses) {
     const TButtonClass::TRecordBytes record = c.GetRecordBytes();
     bytes.append(reinterpret_cast<const char*>(record.data()),

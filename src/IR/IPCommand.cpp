@@ -9,7 +9,7 @@ namespace norva {
 
 namespace {
 
-constexpr const char* kBinaryElement = "binary";
+constexpr const char* BinaryElement = "binary";
 
 }  // namespace
 
@@ -39,12 +39,12 @@ void TIPCommand::Save(pugi::xml_node element) const {
   TDataCommand::Save(element);
   AddEnumElement(element, "ip_protocol", mProtocol);
   AddNumberElement(element, "port", mPort);
-  SaveData(element, kBinaryElement);
+  SaveData(element, BinaryElement);
 }
 
 void TIPCommand::LoadElement(pugi::xml_node child) {
   TDataCommand::LoadElement(child);
-  if (LoadDataElement(child, kBinaryElement)) return;
+  if (LoadDataElement(child, BinaryElement)) return;
   if (IsNamed(child, "ip_protocol"))
     SetIPProtocol(ElementEnum<TIPProtocol>(child));
   else if (IsNamed(child, "port"))

@@ -14,13 +14,13 @@ namespace {
 
 // The stream's units per frequency word: carrier ticks, 1/3 us lengths, 256/3 us lengths, and
 // microseconds.
-constexpr double kTicksPerF = 2.894952;
-constexpr double kThirdsPerF = 0.723738;
-constexpr double kWordEndUnitsPerF = 0.0028271015625;
-constexpr double kMicrosecondsPerF = 0.241246;
-constexpr int kMaxLastWord = 320;
+constexpr double TicksPerF = 2.894952;
+constexpr double ThirdsPerF = 0.723738;
+constexpr double WordEndUnitsPerF = 0.0028271015625;
+constexpr double MicrosecondsPerF = 0.241246;
+constexpr int MaxLastWord = 320;
 // The preamble of a learnt code sent without carrier; its frequency word is only the time base.
-constexpr std::uint32_t kUnmodulatedPreamble = 0x0100;
+constexpr std::uint32_t UnmodulatedPreamble = 0x0100;
 
 // Upper-case hexadecimal with at least four digits, appended.
 void AppendHexWord(QString& text, std::uint32_t value) {
@@ -80,13 +80,13 @@ TWordEnds FindWordEnds(const QList<std::uint32_t>& words, std::uint32_t f) {
   if (once == 0 && repeat == 0) Fail("Stream has zero length");
   if (once != 0 && repeat != 0) {
     if (last != 2 * once + 2 * repeat + 3) Fail("Invalid Total number of tokens detected.");
-    if (last > kMaxLastWord) Fail("Hex code is too long.");
+    if (last > MaxLastWord) Fail("Hex code is too long.");
     return {{2 * once + 3, last}, RepeatWord2};
   }
   if (last != 2 * std::max(once, repeat) + 3) Fail("Invalid Total number of tokens detected.");
-  if (last > kMaxLastWord) Fail("Hex code is too long.");
+  if (last > MaxLastWord) Fail("Hex code is too long.");
   for (int i = 5; i <= last - 2; i += 2) {
-    if (words[i] * kMicrosecondsPerF * f > WordSplitMicroseconds)
+    if (words[i] * MicrosecondsPerF * f > WordSplitMicroseconds)
       return {{i, last}, RepeatBothWords};
   }
   return {{last}, RepeatWord1};
@@ -96,7 +96,7 @@ TWordEnds FindWordEnds(const QList<std::uint32_t>& words, std::uint32_t f) {
 
 QString HexCodeOf(const TIRStreamData& stream) {
   if (stream.IsEmpty()) return QString();
-  const std::uint32_t f = ToWord(stream.ModulationPeriod / kTicksPerF);
+  const std::uint32_t f = ToWord(stream.ModulationPeriod / TicksPerF);
   if (f == 0) Fail("Hex code unavailable for non-modulated IR codes.");
   // Without an end the counts would come out negative: refuse rather than write nonsense.
   if (stream.GetEndPos(false) < 0)
@@ -113,9 +113,9 @@ QString HexCodeOf(const TIRStreamData& stream) {
   }
   for (int i = 0; i <= end; ++i) {
     const TPeriodIDPair& pair = stream.Pairs[static_cast<std::size_t>(i)];
-    const double offUnit = pair.IsWordEnd() ? kWordEndUnitsPerF : kThirdsPerF;
+    const double offUnit = pair.IsWordEnd() ? WordEndUnitsPerF : ThirdsPerF;
     text += u' ';
-    AppendHexWord(text, ToWord(stream.Lengths[pair.OnID] / (f * kThirdsPerF)));
+    AppendHexWord(text, ToWord(stream.Lengths[pair.OnID] / (f * ThirdsPerF)));
     text += u' ';
     AppendHexWord(text, ToWord(stream.Lengths[pair.OffID] / (f * offUnit)));
   }
@@ -140,18 +140,18 @@ std::optional<TIRStreamData> ParseHexCode(QStringView text) {
   TIRStreamData stream;
   const TWordEnds ends = FindWordEnds(words, f);
   stream.Format = ends.Format;
-  const double period = RoundToEven(f * kTicksPerF);
+  const double period = RoundToEven(f * TicksPerF);
   // The period must fit its field without meaning "no stream".
   if (period >= NoModulationPeriod)
     throw ENorvaError(QStringLiteral("Carrier frequency word %1 is out of range (at most %2).")
                           .arg(HexWord(f), HexWord(static_cast<std::uint32_t>(
-                                               (NoModulationPeriod - 1) / kTicksPerF))));
+                                               (NoModulationPeriod - 1) / TicksPerF))));
   stream.ModulationPeriod =
-      words[0] == kUnmodulatedPreamble ? 0 : static_cast<std::uint16_t>(period);
+      words[0] == UnmodulatedPreamble ? 0 : static_cast<std::uint16_t>(period);
   TIRPeriodsLoadHelper periods;
   std::uint32_t on = 0;
   for (int i = 4; i < wordCount; ++i) {
-    const std::uint32_t value = ToWord(words[i] * kThirdsPerF * f);
+    const std::uint32_t value = ToWord(words[i] * ThirdsPerF * f);
     if (i % 2 == 0)
       on = value;
     else

@@ -7,18 +7,18 @@ namespace norva {
 
 namespace {
 
-constexpr int kAlternatingCount = 2;
+constexpr int AlternatingCount = 2;
 
 }  // namespace
 
 TIRMacro::TIRMacro(TOrbObject* owner) : TCommandObjectList(owner) {}
 
 bool TIRMacro::GetAlternating() const {
-  return mAlternating && GetCommandCount() == kAlternatingCount;
+  return mAlternating && GetCommandCount() == AlternatingCount;
 }
 
 void TIRMacro::SetAlternating(bool alternating) {
-  const bool stored = alternating && GetCommandCount() == kAlternatingCount;
+  const bool stored = alternating && GetCommandCount() == AlternatingCount;
   if (stored == GetAlternating()) return;
   Updating("Alternating");
   mAlternating = stored;

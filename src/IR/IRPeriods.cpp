@@ -8,21 +8,21 @@ namespace norva {
 
 namespace {
 
-constexpr std::uint32_t kMaxLength = std::numeric_limits<std::uint16_t>::max();
-constexpr int kOrdinaryIDCount = FirstWordEndID;
+constexpr std::uint32_t MaxLength = std::numeric_limits<std::uint16_t>::max();
+constexpr int OrdinaryIDCount = FirstWordEndID;
 
 // Lengths in 1/3 us as microseconds, for messages.
 QString Microseconds(std::uint64_t thirds) { return QString::number(thirds / 3); }
 
 [[noreturn]] void PulseTooLong(std::uint32_t d) {
   throw ENorvaError(QStringLiteral("Infra-red period of %1 us is too long (at most %2 us).")
-                        .arg(Microseconds(d), Microseconds(kMaxLength)));
+                        .arg(Microseconds(d), Microseconds(MaxLength)));
 }
 
 [[noreturn]] void GapTooLong(std::uint32_t off) {
   throw ENorvaError(
       QStringLiteral("Infra-red word gap of %1 us is too long (at most %2 us).")
-          .arg(Microseconds(off), Microseconds(std::uint64_t{kMaxLength} * WordEndUnitFactor +
+          .arg(Microseconds(off), Microseconds(std::uint64_t{MaxLength} * WordEndUnitFactor +
                                                WordEndUnitFactor - 1)));
 }
 
@@ -57,7 +57,7 @@ void TIRPeriodsLoadHelper::AddSample(TPeriodID id, std::uint32_t d) {
 }
 
 TPeriodID TIRPeriodsLoadHelper::FindID(std::uint32_t d) {
-  if (d > kMaxLength) PulseTooLong(d);
+  if (d > MaxLength) PulseTooLong(d);
   const std::uint32_t tolerance = d / 16;
   for (int id = 0; id < mIDCount; ++id) {
     const std::uint32_t average = GetPeriodLength(static_cast<TPeriodID>(id));
@@ -66,7 +66,7 @@ TPeriodID TIRPeriodsLoadHelper::FindID(std::uint32_t d) {
       return static_cast<TPeriodID>(id);
     }
   }
-  if (mIDCount == kOrdinaryIDCount)
+  if (mIDCount == OrdinaryIDCount)
     throw ENorvaError(QStringLiteral("Too many different period lengths in infra-red stream."));
   mSums[static_cast<std::size_t>(mIDCount)] = d;
   return static_cast<TPeriodID>(mIDCount++);
@@ -76,8 +76,8 @@ void TIRPeriodsLoadHelper::AddOnOffPeriod(std::uint32_t on, std::uint32_t off, b
   if (mPairCount == MaxPeriodIDPairs)
     throw ENorvaError(QStringLiteral("Infra-red stream is too long."));
   // Check both lengths before either takes an ID, so a failed pair leaves no trace.
-  if (on > kMaxLength) PulseTooLong(on);
-  if (wordEnd ? off / WordEndUnitFactor > kMaxLength : off > kMaxLength)
+  if (on > MaxLength) PulseTooLong(on);
+  if (wordEnd ? off / WordEndUnitFactor > MaxLength : off > MaxLength)
     wordEnd ? GapTooLong(off) : PulseTooLong(off);
   TPeriodIDPair& pair = mPairs[static_cast<std::size_t>(mPairCount)];
   pair.OnID = FindID(on);

@@ -16,7 +16,7 @@ namespace norva {
 
 namespace {
 
-constexpr int kPairIDMask = PeriodIDCount - 1;
+constexpr int PairIDMask = PeriodIDCount - 1;
 
 // A stored format number; one that names no format reads as the default.
 TIRStreamFormat FormatOf(quint8 number) {
@@ -66,11 +66,11 @@ void TIRStream::SetModulationFrequency(double hertz) {
 }
 
 quint16 TIRStream::GetPeriodLength(TPeriodID id) const {
-  return mData.Lengths[static_cast<std::size_t>(id & kPairIDMask)];
+  return mData.Lengths[static_cast<std::size_t>(id & PairIDMask)];
 }
 
 void TIRStream::SetPeriodLength(TPeriodID id, quint16 length) {
-  mData.Lengths[static_cast<std::size_t>(id & kPairIDMask)] = length;
+  mData.Lengths[static_cast<std::size_t>(id & PairIDMask)] = length;
   Updated();
 }
 
@@ -92,8 +92,8 @@ TPeriodIDPair TIRStream::GetPeriodIDPair(int index) const {
 
 void TIRStream::SetPeriodIDPair(int index, TPeriodIDPair pair) {
   if (index < 0 || index >= MaxPeriodIDPairs) return;
-  pair = {static_cast<TPeriodID>(pair.OnID & kPairIDMask),
-          static_cast<TPeriodID>(pair.OffID & kPairIDMask)};
+  pair = {static_cast<TPeriodID>(pair.OnID & PairIDMask),
+          static_cast<TPeriodID>(pair.OffID & PairIDMask)};
   TPeriodIDPair& stored = mData.Pairs[static_cast<std::size_t>(index)];
   if (stored.Equal(pair)) return;
   stored = pair;

@@ -12,20 +12,20 @@ namespace norva {
 namespace {
 
 // Frame lengths in 1/3 us (the word gap in 256/3 us).
-constexpr std::uint16_t kOneMs = 3000;
-constexpr std::uint16_t kTwoMs = 6000;
-constexpr std::uint16_t kThreeMs = 9000;
-constexpr std::uint16_t kFiveMs = 15000;
-constexpr std::uint16_t kVolumeWordGap = 938;           // about 80 ms: volume keys repeat slowly
-constexpr std::uint16_t kWordGap = 176;                 // about 15 ms
-constexpr std::uint16_t kNativeModulationPeriod = 272;  // 12 MHz / 272, about 44.1 kHz
-constexpr TPeriodID kZeroBitID = 2;
-constexpr TPeriodID kOneBitID = 3;
+constexpr std::uint16_t OneMs = 3000;
+constexpr std::uint16_t TwoMs = 6000;
+constexpr std::uint16_t ThreeMs = 9000;
+constexpr std::uint16_t FiveMs = 15000;
+constexpr std::uint16_t VolumeWordGap = 938;           // about 80 ms: volume keys repeat slowly
+constexpr std::uint16_t WordGap = 176;                 // about 15 ms
+constexpr std::uint16_t NativeModulationPeriod = 272;  // 12 MHz / 272, about 44.1 kHz
+constexpr TPeriodID ZeroBitID = 2;
+constexpr TPeriodID OneBitID = 3;
 
 // The byte of sources 1..16, in source order; video sources send the same.
-constexpr std::array<std::uint8_t, 16> kSourceBytes = {
+constexpr std::array<std::uint8_t, 16> SourceBytes = {
     0x05, 0x06, 0x07, 0x03, 0x00, 0x01, 0x02, 0x04, 0x08, 0x09, 0x0A, 0x0B, 0x0C, 0x0D, 0x0E, 0x0F};
-constexpr std::uint8_t kMediaSourceByte = 0x12;
+constexpr std::uint8_t MediaSourceByte = 0x12;
 
 bool Between(int value, int first, int last) { return first <= value && value <= last; }
 
@@ -71,7 +71,7 @@ bool IsPreamp(TNorvaCommandType type) {
 // The source byte of sources 1..16 counted from `first`, or of the media source at first + 16.
 std::uint8_t SourceByte(TNorvaCommand command, TNorvaCommand first) {
   const int index = command - first;
-  return index < 16 ? kSourceBytes[static_cast<std::size_t>(index)] : kMediaSourceByte;
+  return index < 16 ? SourceBytes[static_cast<std::size_t>(index)] : MediaSourceByte;
 }
 
 QList<std::uint8_t> CommandBytes(TNorvaCommand command, TNorvaCommandType type) {
@@ -119,8 +119,8 @@ bool IsIntegraCommand(TNorvaCommand command) {
 QString NorvaFunctionName(TNorvaCommand command) {
   const int c = command;
   if (c <= nvVolDownCmd) {
-    static const char* const kFirst[] = {"Standby", "Mute", "Vol Up", "Vol Down"};
-    return QString::fromLatin1(kFirst[c]);
+    static const char* const First[] = {"Standby", "Mute", "Vol Up", "Vol Down"};
+    return QString::fromLatin1(First[c]);
   }
   if (Between(c, nvSrc1Cmd, nvSrc16Cmd)) return QStringLiteral("Source %1").arg(c - nvSrc1Cmd + 1);
   if (c == nvSrcMediaCmd) return QStringLiteral("Source Media");
@@ -136,8 +136,8 @@ QString NorvaFunctionName(TNorvaCommand command) {
   if (c == nvOnSrcMediaCmd) return QStringLiteral("On and Source Media");
   if (Between(c, nvSelectPreset1Cmd, nvSelectPreset14Cmd))
     return QStringLiteral("Select preset %1").arg(c - nvSelectPreset1Cmd + 1);
-  static const char* const kAlarms[] = {"Alarms off", "Alarms on", "Alarm sleep"};
-  if (Between(c, nvAlarmOff, nvAlarmSleep)) return QString::fromLatin1(kAlarms[c - nvAlarmOff]);
+  static const char* const Alarms[] = {"Alarms off", "Alarms on", "Alarm sleep"};
+  if (Between(c, nvAlarmOff, nvAlarmSleep)) return QString::fromLatin1(Alarms[c - nvAlarmOff]);
   return QString();
 }
 
@@ -145,14 +145,14 @@ QString Sw6CommandName(TSw6Cmd command) {
   if (command < FirstSw6Cmd || command > LastSw6Cmd) return QString();
   const int index = command - FirstSw6Cmd;
   if (index < 18) {
-    static const char* const kActions[] = {"off", "on", "toggle"};
-    return QStringLiteral("Relay %1 %2").arg(index % 6 + 1).arg(QLatin1String(kActions[index / 6]));
+    static const char* const Actions[] = {"off", "on", "toggle"};
+    return QStringLiteral("Relay %1 %2").arg(index % 6 + 1).arg(QLatin1String(Actions[index / 6]));
   }
-  static const char* const kOthers[] = {
+  static const char* const Others[] = {
       "All relays off",    "All relays on",     "Relay 1 on, 2 off", "Relay 2 on, 1 off",
       "Relay 3 on, 4 off", "Relay 4 on, 3 off", "Relay 5 on, 6 off", "Relay 6 on, 5 off",
       "Relay 5/6 +1",      "Relay 5/6 -1"};
-  return QString::fromLatin1(kOthers[index - 18]);
+  return QString::fromLatin1(Others[index - 18]);
 }
 
 bool NorvaFunctionUseful(TNorvaCommand command, int zone, TNorvaCommandType type) {
@@ -173,13 +173,13 @@ bool NorvaFunctionUseful(TNorvaCommand command, int zone, TNorvaCommandType type
 
 TIRStreamData NorvaFrame(int zone, TNorvaCommand command, TNorvaCommandType type) {
   TIRStreamData frame;
-  frame.ModulationPeriod = kNativeModulationPeriod;
-  frame.Lengths[0] = kOneMs;
-  frame.Lengths[1] = kThreeMs;
-  frame.Lengths[kZeroBitID] = kOneMs;
-  frame.Lengths[kOneBitID] = kTwoMs;
+  frame.ModulationPeriod = NativeModulationPeriod;
+  frame.Lengths[0] = OneMs;
+  frame.Lengths[1] = ThreeMs;
+  frame.Lengths[ZeroBitID] = OneMs;
+  frame.Lengths[OneBitID] = TwoMs;
   const bool volume = command == nvVolUpCmd || command == nvVolDownCmd;
-  frame.Lengths[FirstWordEndID] = volume ? kVolumeWordGap : kWordGap;
+  frame.Lengths[FirstWordEndID] = volume ? VolumeWordGap : WordGap;
 
   TFrameWriter writer(frame);
   for (const TPeriodID off : {1, 2, 2, 3}) writer.Pair(off);
@@ -189,17 +189,17 @@ TIRStreamData NorvaFrame(int zone, TNorvaCommand command, TNorvaCommandType type
   std::uint8_t sum = 0;
   for (const std::uint8_t byte : bytes) sum = static_cast<std::uint8_t>(sum + byte);
   bytes.append(static_cast<std::uint8_t>(-sum));
-  for (const std::uint8_t byte : bytes) writer.Bits(byte, 8, kZeroBitID, kOneBitID);
+  for (const std::uint8_t byte : bytes) writer.Bits(byte, 8, ZeroBitID, OneBitID);
   writer.Pair(FirstWordEndID);
   return frame;
 }
 
 TIRStreamData LegacyRelayFrame(std::uint8_t a, std::uint8_t b) {
   TIRStreamData frame;
-  frame.ModulationPeriod = kNativeModulationPeriod;
-  frame.Lengths[0] = kOneMs;
-  frame.Lengths[1] = kThreeMs;
-  frame.Lengths[2] = kFiveMs;
+  frame.ModulationPeriod = NativeModulationPeriod;
+  frame.Lengths[0] = OneMs;
+  frame.Lengths[1] = ThreeMs;
+  frame.Lengths[2] = FiveMs;
   TFrameWriter writer(frame);
   writer.Pair(2);
   writer.Pair(0);
@@ -211,7 +211,7 @@ TIRStreamData LegacyRelayFrame(std::uint8_t a, std::uint8_t b) {
   const int pairs = writer.Count();
   const int last = frame.Lengths[FirstWordEndID];
   frame.Lengths[FirstWordEndID] =
-      static_cast<std::uint16_t>(1172 - (kOneMs + pairs * (kOneMs + last)) / 256);
+      static_cast<std::uint16_t>(1172 - (OneMs + pairs * (OneMs + last)) / 256);
   return frame;
 }
 
@@ -233,7 +233,7 @@ QString NorvaFrameText(const TIRStreamData& frame) {
   const int last = frame.GetEndPos(true) - 8;
   for (int i = 4; i <= last; ++i) {
     const TPeriodIDPair& pair = frame.Pairs[static_cast<std::size_t>(i)];
-    value = value << 1 | (frame.Lengths[pair.OffID] == kTwoMs ? 1 : 0);
+    value = value << 1 | (frame.Lengths[pair.OffID] == TwoMs ? 1 : 0);
     if (++bits == 8) {
       bytes << QStringLiteral("%1").arg(value, 2, 16, QLatin1Char('0')).toUpper();
       value = 0;
@@ -244,25 +244,25 @@ QString NorvaFrameText(const TIRStreamData& frame) {
 }
 
 std::optional<TCommandPacket> NorvaFramePacket(const TIRStreamData& frame) {
-  constexpr std::array<TPeriodID, 4> leadIn = {1, 2, 2, 3};
-  if (frame.ModulationPeriod != kNativeModulationPeriod || frame.Lengths[0] != kOneMs ||
-      frame.Lengths[1] != kThreeMs || frame.Lengths[kZeroBitID] != kOneMs ||
-      frame.Lengths[kOneBitID] != kTwoMs)
+  constexpr std::array<TPeriodID, 4> LeadIn = {1, 2, 2, 3};
+  if (frame.ModulationPeriod != NativeModulationPeriod || frame.Lengths[0] != OneMs ||
+      frame.Lengths[1] != ThreeMs || frame.Lengths[ZeroBitID] != OneMs ||
+      frame.Lengths[OneBitID] != TwoMs)
     return std::nullopt;
   const int end = frame.GetEndPos(true);
-  const int bits = end - static_cast<int>(leadIn.size());
+  const int bits = end - static_cast<int>(LeadIn.size());
   if (bits < 3 * 8 || bits % 8 != 0) return std::nullopt;
-  for (std::size_t i = 0; i < leadIn.size(); ++i) {
-    if (frame.Pairs[i].OnID != 0 || frame.Pairs[i].OffID != leadIn[i]) return std::nullopt;
+  for (std::size_t i = 0; i < LeadIn.size(); ++i) {
+    if (frame.Pairs[i].OnID != 0 || frame.Pairs[i].OffID != LeadIn[i]) return std::nullopt;
   }
   QByteArray bytes;
   int value = 0;
-  for (int i = static_cast<int>(leadIn.size()); i < end; ++i) {
+  for (int i = static_cast<int>(LeadIn.size()); i < end; ++i) {
     const TPeriodIDPair& pair = frame.Pairs[static_cast<std::size_t>(i)];
-    if (pair.OnID != 0 || (pair.OffID != kZeroBitID && pair.OffID != kOneBitID))
+    if (pair.OnID != 0 || (pair.OffID != ZeroBitID && pair.OffID != OneBitID))
       return std::nullopt;
-    value = value << 1 | (pair.OffID == kOneBitID ? 1 : 0);
-    if ((i - static_cast<int>(leadIn.size())) % 8 == 7) {
+    value = value << 1 | (pair.OffID == OneBitID ? 1 : 0);
+    if ((i - static_cast<int>(LeadIn.size())) % 8 == 7) {
       bytes.append(static_cast<char>(value));
       value = 0;
     }

@@ -9,7 +9,7 @@ namespace norva {
 
 namespace {
 
-constexpr const char* kBinaryElement = "use_hex";
+constexpr const char* BinaryElement = "use_hex";
 
 }  // namespace
 
@@ -43,12 +43,12 @@ void TRS232Command::Save(pugi::xml_node element) const {
   AddNumberElement(element, "databits", mDatabits);
   AddEnumElement(element, "stopbits", mStopbits);
   AddEnumElement(element, "parity", mParity);
-  SaveData(element, kBinaryElement);
+  SaveData(element, BinaryElement);
 }
 
 void TRS232Command::LoadElement(pugi::xml_node child) {
   TDataCommand::LoadElement(child);
-  if (LoadDataElement(child, kBinaryElement)) return;
+  if (LoadDataElement(child, BinaryElement)) return;
   if (IsNamed(child, "baud_rate"))
     SetBaudRate(ElementNumber<qint32>(child, 9600));
   else if (IsNamed(child, "databits"))

@@ -10,7 +10,7 @@ namespace norva {
 
 namespace {
 
-constexpr int kRelayModules = 16;
+constexpr int RelayModules = 16;
 
 // The built-in codes are made anew in every run; a GUID made from what a code is (kind of device,
 // zone, command) keeps a keypad button's reference to it valid from one run to the next.
@@ -99,7 +99,7 @@ TNorvaMake::TNorvaMake(TOrbObject* owner) : TNorvaIntegraMake(owner) {
   AddZones(amplifier->AddGroup(QStringLiteral("Amp zones 64..95")), AmpCommand, 64, MaxZone);
   AddZones(AddGroup(QStringLiteral("V2HD Video switch")), VideoSwitcherCommand, 0, MaxZone);
   TNorvaGroup* relays = AddGroup(QStringLiteral("Sw6"));
-  for (int module = 0; module < kRelayModules; ++module)
+  for (int module = 0; module < RelayModules; ++module)
     relays->AddChild(TNorvaCommandGroup::RelayModule(relays, module));
 }
 

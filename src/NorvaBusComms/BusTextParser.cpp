@@ -1,28 +1,16 @@
 #include <NorvaBusComms/BusTextParser.h>
 
+#include <NorvaGlobal/HexDigits.h>
+
 #include <array>
 #include <cstring>
 
 namespace norva {
 
 namespace {
-constexpr int NotHex = -1;
-
-constexpr std::array<int, 256> MakeHexTable() {
-  std::array<int, 256> table{};
-  for (auto& entry : table) entry = NotHex;
-  for (int c = '0'; c <= '9'; ++c) table[c] = c - '0';
-  for (int c = 'A'; c <= 'F'; ++c) table[c] = c - 'A' + 10;
-  for (int c = 'a'; c <= 'f'; ++c) table[c] = c - 'a' + 10;
-  return table;
-}
-constexpr std::array<int, 256> HexValue = MakeHexTable();
-
 // The byte at `pair` (two characters), or -1 when either is not a hex digit.
 int HexPair(const char* pair) {
-  const int high = HexValue[static_cast<unsigned char>(pair[0])];
-  const int low = HexValue[static_cast<unsigned char>(pair[1])];
-  return (high | low) < 0 ? -1 : (high << 4) | low;
+  return HexPairValue(static_cast<unsigned char>(pair[0]), static_cast<unsigned char>(pair[1]));
 }
 
 // Reads one line of `length` characters (line feed excluded) into `packet`; false drops the line.

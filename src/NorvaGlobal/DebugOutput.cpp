@@ -29,7 +29,7 @@ bool TracerAttached() {
 }
 
 // Decided while the library loads, before any line is written.
-const bool gDefaultSinkEnabled =
+const bool DefaultSinkEnabled =
     DebuggerAttachedAtStartUp() || qEnvironmentVariableIntValue("NORVA_DEBUG_OUTPUT") == 1;
 }  // namespace
 
@@ -41,7 +41,7 @@ void DebugOutput(const QLoggingCategory& category, const QString& line) {
       return;
     }
   }
-  if (!gDefaultSinkEnabled && !category.isDebugEnabled()) return;
+  if (!DefaultSinkEnabled && !category.isDebugEnabled()) return;
   QMessageLogger(nullptr, 0, nullptr, category.categoryName()).debug().noquote() << line;
 }
 

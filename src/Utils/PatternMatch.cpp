@@ -75,12 +75,12 @@ class TWildcardPattern::TMatch {
 
   // The last text position (below the end) from which the tokens after star p match, or -1.
   int LastStart(int p) const {
-    return p < kInline ? mInline[static_cast<std::size_t>(p)]
-                       : mMore[static_cast<std::size_t>(p - kInline)];
+    return p < Inline ? mInline[static_cast<std::size_t>(p)]
+                       : mMore[static_cast<std::size_t>(p - Inline)];
   }
   int& LastStartSlot(int p) {
-    return p < kInline ? mInline[static_cast<std::size_t>(p)]
-                       : mMore[static_cast<std::size_t>(p - kInline)];
+    return p < Inline ? mInline[static_cast<std::size_t>(p)]
+                       : mMore[static_cast<std::size_t>(p - Inline)];
   }
 
   // From the right, so that each star's segment can rely on the next star's answer: the rest
@@ -88,7 +88,7 @@ class TWildcardPattern::TMatch {
   // can only succeed if the segment fits before q's last start, which bounds the search.
   void PrepareStars() {
     mPrepared = true;
-    if (mCount > kInline) mMore.resize(static_cast<std::size_t>(mCount - kInline));
+    if (mCount > Inline) mMore.resize(static_cast<std::size_t>(mCount - Inline));
     int q = mCount;
     for (int p = mCount - 1; p >= 0; --p) {
       if (!IsStar(p)) continue;
@@ -114,14 +114,14 @@ class TWildcardPattern::TMatch {
     return -1;
   }
 
-  static constexpr int kInline = 16;
+  static constexpr int Inline = 16;
 
   const std::vector<TToken>& mTokens;
   QStringView mText;
   bool mIgnoreCase;
   int mCount;
   int mLength;
-  std::array<int, kInline> mInline{};
+  std::array<int, Inline> mInline{};
   std::vector<int> mMore;
   bool mPrepared = false;
 };

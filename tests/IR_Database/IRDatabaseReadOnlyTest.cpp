@@ -27,7 +27,7 @@ const struct TUnloadable {
   const char* Box;
   // What the one-line failure holds after "Error loading <path>: ".
   const char* Failure;
-} kUnloadable[] = {
+} Unloadable[] = {
     {"malformed XML", "<ir_database>\n<make name=\"A\"><model name=\"B\"></make>\n</ir_database>",
      ".+\r\nLine: 2, position: \\d+", "(line 2, position "},
     {"an unknown parity",
@@ -82,8 +82,8 @@ TEST_F(ReadOnlyDatabase, GetOrAddModelAddsNothingWhereTheLibraryCannotChange) {
   SaveAcme("IR.xml");
   SaveAcme("locked.xml");
   ASSERT_TRUE(QFile::setPermissions(Path("locked.xml"), QFileDevice::ReadOwner));
-  WriteFile(Path("bad.xml"), kUnloadable[0].File);
-  WriteFile(Path("unknown.xml"), kUnloadable[2].File);
+  WriteFile(Path("bad.xml"), Unloadable[0].File);
+  WriteFile(Path("unknown.xml"), Unloadable[2].File);
   const struct {
     const char* Name;
     const char* File;
@@ -158,7 +158,7 @@ TEST_F(DatabaseFile, SaveAsRecordsNothingForUndo) {
 
 // Without a handler that takes it, the failure is shown in one "Error" box.
 TEST_F(LibraryThatDidNotLoad, IsReportedInOneBoxAndLoadsNothingOfTheFile) {
-  for (const TUnloadable& c : kUnloadable) {
+  for (const TUnloadable& c : Unloadable) {
     for (const bool isPublic : {false, true}) {
       SCOPED_TRACE(std::string(c.Name) + (isPublic ? ", public" : ""));
       WriteFile(Path("bad.xml"), c.File);
@@ -176,7 +176,7 @@ TEST_F(LibraryThatDidNotLoad, IsReportedInOneBoxAndLoadsNothingOfTheFile) {
 }
 
 TEST_F(LibraryThatDidNotLoad, GoesToTheHandlerInsteadOfABoxAndStaysAsOneLine) {
-  for (const TUnloadable& c : kUnloadable) {
+  for (const TUnloadable& c : Unloadable) {
     SCOPED_TRACE(c.Name);
     WriteFile(Path("bad.xml"), c.File);
     QStringList reported;
@@ -201,7 +201,7 @@ TEST_F(LibraryThatDidNotLoad, GoesToTheHandlerInsteadOfABoxAndStaysAsOneLine) {
 // A handler set after the database was opened hears of the next load; not taking the failure
 // leaves it to the box.
 TEST_F(LibraryThatDidNotLoad, ALaterHandlerHearsOfTheNextLoad) {
-  WriteFile(Path("bad.xml"), kUnloadable[0].File);
+  WriteFile(Path("bad.xml"), Unloadable[0].File);
   TIRDB database(Path("bad.xml"), true);
   ASSERT_EQ(services.Messages().size(), 1);
   int heard = 0;
@@ -212,7 +212,7 @@ TEST_F(LibraryThatDidNotLoad, ALaterHandlerHearsOfTheNextLoad) {
 }
 
 TEST_F(LibraryThatDidNotLoad, IsNeverWrittenOverUnderAnySpellingOfItsName) {
-  for (const TUnloadable& c : kUnloadable) {
+  for (const TUnloadable& c : Unloadable) {
     SCOPED_TRACE(c.Name);
     WriteFile(Path("bad.xml"), c.File);
     TIRDB database(Path("bad.xml"), false);
@@ -230,7 +230,7 @@ TEST_F(LibraryThatDidNotLoad, IsNeverWrittenOverUnderAnySpellingOfItsName) {
 }
 
 TEST_F(LibraryThatDidNotLoad, SavedElsewhereBecomesAWritableLibraryOfItsOwn) {
-  for (const TUnloadable& c : kUnloadable) {
+  for (const TUnloadable& c : Unloadable) {
     SCOPED_TRACE(c.Name);
     WriteFile(Path("bad.xml"), c.File);
     TIRDB database(Path("bad.xml"), false);
@@ -244,7 +244,7 @@ TEST_F(LibraryThatDidNotLoad, SavedElsewhereBecomesAWritableLibraryOfItsOwn) {
 }
 
 TEST_F(LibraryThatDidNotLoad, APublicOneSavedElsewhereStaysReadOnly) {
-  WriteFile(Path("bad.xml"), kUnloadable[0].File);
+  WriteFile(Path("bad.xml"), Unloadable[0].File);
   TIRDB database(Path("bad.xml"), true);
   database.SaveAs(Path("public.xml"));
   EXPECT_TRUE(database.GetLoadFailure().isEmpty());

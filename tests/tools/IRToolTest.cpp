@@ -5,7 +5,7 @@
 
 namespace {
 
-const QString kValid = QStringLiteral(
+const QString Valid = QStringLiteral(
     "0000 0073 0000 000A 0020 0020 0020 0020 0040 0020 0020 0020 0020 0020 0020 0040 0040 0040 "
     "0040 0040 0020 0020 0040 0CC8");
 
@@ -18,14 +18,14 @@ TEST(NorvaIRTool, HexExitsZeroOnlyForCodesThatReadIntoValidStreams) {
     int ExitCode;
     QString Says;
   } cases[] = {
-      {"valid", kValid, 0, "status: OK\n"},
+      {"valid", Valid, 0, "status: OK\n"},
       {"too few words", "0000 006D 0000 0001", 1, "ignored: fewer than five words"},
       {"not valid", "0000 006D 0000 0001 0010 0020", 1, "status: Too short to have meaning\n"},
-      {"one of several ignored", kValid + "\n0000 006D", 1, "ignored: fewer than five words"},
-      {"one of several not valid", "0000 006D 0000 0001 0010 0020\n" + kValid, 1,
+      {"one of several ignored", Valid + "\n0000 006D", 1, "ignored: fewer than five words"},
+      {"one of several not valid", "0000 006D 0000 0001 0010 0020\n" + Valid, 1,
        "status: Too short to have meaning\n"},
       {"refused", "0000 006D 0000 0000 0010 0020", 1, "error: Stream has zero length"},
-      {"unmodulated", "0100" + kValid.mid(4), 0, "carrier: none (unmodulated)\n"},
+      {"unmodulated", "0100" + Valid.mid(4), 0, "carrier: none (unmodulated)\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.What);

@@ -1,6 +1,7 @@
 // norva-sim: an amplifier on a pseudo-terminal and a TCP port, steered by lines on standard input.
 #include <Simulation/DeviceSimulator.h>
 
+#include <NorvaGlobal/Vocabulary.h>
 #include <NorvaGlobal/Zones.h>
 
 #include <QCommandLineParser>
@@ -27,7 +28,7 @@ const char* const ControlHelp =
 
 std::uint8_t ZoneByte(const QString& text, bool& ok) {
   const int zone = text.toInt(&ok);
-  ok = ok && zone >= 0 && zone <= 95;
+  ok = ok && zone >= 0 && zone <= norva::MaxZone;
   return norva::EncodeZone(static_cast<std::int8_t>(zone), false, false);
 }
 

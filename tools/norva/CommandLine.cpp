@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include <NorvaGlobal/Vocabulary.h>
 #include <NorvaGlobal/Zones.h>
 
 #include <algorithm>
@@ -106,7 +107,7 @@ TCommandPacket TakePacket(TArguments& arguments, const QString& command) {
   const QStringList values = arguments.Positional();
   if (values.size() < 2) throw EUsage(command + QStringLiteral(" needs CMD and ZONE"));
   const int cmd = ParseInteger(values[0], 0, 255, QStringLiteral("CMD"));
-  const int zone = ParseInteger(values[1], -1, 95, QStringLiteral("ZONE"));
+  const int zone = ParseInteger(values[1], -1, MaxZone, QStringLiteral("ZONE"));
   std::vector<int> data;
   for (qsizetype i = 2; i < values.size(); ++i)
     data.push_back(ParseInteger(values[i], -255, 255, QStringLiteral("a data byte")));

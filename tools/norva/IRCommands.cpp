@@ -6,6 +6,7 @@
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/Exceptions.h>
+#include <NorvaGlobal/Vocabulary.h>
 
 #include <QFile>
 
@@ -129,7 +130,7 @@ int RunIRNative(TArguments& arguments, QTextStream& out) {
     out << "name: " << Sw6CommandName(letter) << '\n';
     out << "category: Norva Sw6, zone " << module << '\n';
   } else {
-    const int zone = ParseInteger(values[0], -1, 95, QStringLiteral("ZONE"));
+    const int zone = ParseInteger(values[0], -1, MaxZone, QStringLiteral("ZONE"));
     const auto command =
         ParseEnum<TNorvaCommand>(values[1], nvAlarmSleep, QStringLiteral("COMMAND"));
     const auto kind =

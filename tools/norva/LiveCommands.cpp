@@ -279,7 +279,7 @@ int RunKeypress(TArguments& arguments, QTextStream& out) {
   const QStringList values = arguments.Positional();
   if (values.size() < 2 || values.size() > 3)
     throw EUsage(QStringLiteral("keypress needs ZONE KEY [REPEATS]"));
-  const int zone = ParseInteger(values[0], 0, 95, QStringLiteral("ZONE"));
+  const int zone = ParseInteger(values[0], 0, MaxZone, QStringLiteral("ZONE"));
   const int key = ParseInteger(values[1], 0, 31, QStringLiteral("KEY"));
   const int repeats =
       values.size() == 3 ? ParseInteger(values[2], 0, 7, QStringLiteral("REPEATS")) : 0;

@@ -10,7 +10,7 @@ int RunZoneEncode(TArguments& arguments, QTextStream& out) {
   const bool pagePreset = arguments.TakeFlag(QStringLiteral("--page-preset"));
   const QStringList values = arguments.Positional();
   if (values.size() != 1) throw EUsage(QStringLiteral("zone encode needs one ZONE"));
-  const int zone = ParseInteger(values[0], -1, 95, QStringLiteral("ZONE"));
+  const int zone = ParseInteger(values[0], -1, MaxZone, QStringLiteral("ZONE"));
   const std::uint8_t byte = EncodeZone(static_cast<std::int8_t>(zone), preamp, pagePreset);
   out << "0x" << QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')).toUpper() << '\n';
   return 0;

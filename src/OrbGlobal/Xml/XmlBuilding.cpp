@@ -24,12 +24,12 @@ std::string IndentationFor(pugi::xml_node parent) {
 }
 
 bool SetIndentation(pugi::xml_node indentation, pugi::xml_node parent) {
-  static const std::string kCommon = "\r\n" + std::string(32, '\t');
+  static const std::string Common = "\r\n" + std::string(32, '\t');
   std::size_t depth = 0;
   for (pugi::xml_node ancestor = parent.parent(); ancestor && depth <= 32;
        ancestor = ancestor.parent())
     ++depth;
-  if (depth <= 32) return indentation.set_value(kCommon.c_str(), 2 + depth);
+  if (depth <= 32) return indentation.set_value(Common.c_str(), 2 + depth);
   return indentation.set_value(IndentationFor(parent).c_str());
 }
 

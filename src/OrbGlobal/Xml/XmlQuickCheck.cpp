@@ -13,7 +13,7 @@ namespace {
 
 // More attributes on one element than this are left to the conforming reader, so that the
 // duplicate check stays cheap.
-constexpr std::size_t kMaxAttributes = 64;
+constexpr std::size_t MaxAttributes = 64;
 
 bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
@@ -209,7 +209,7 @@ class TQuickCheck {
       }
       std::string_view attribute;
       if (!spaced || !Name(attribute) || !Equals() || !AttributeValue()) return false;
-      if (mAttributes.size() == kMaxAttributes ||
+      if (mAttributes.size() == MaxAttributes ||
           std::find(mAttributes.begin(), mAttributes.end(), attribute) != mAttributes.end())
         return false;
       mAttributes.push_back(attribute);
