@@ -2,8 +2,9 @@
 // The bus object: the one connection between the application and a device, and the packet engine
 // that talks over it. It picks the link for the selected interface and path (a serial port, a USB
 // adapter that presents itself as one, Ethernet, or a WinUSB-style USB device), opens and closes
-// it, forwards the links' worker messages to its owner client, and is the one place where
-// failures become OnError calls, signals and message boxes. Bus client objects share it; the last
+// it, forwards the links' worker messages to its owner client, and is where link failures become
+// OnError calls, signals and message boxes (the USB object exchange asks its own questions in
+// boxes while it waits). Bus client objects share it; the last
 // one to let go frees it (later, when it lets go from inside a call the bus made to it). Runs on
 // the UI thread.
 
