@@ -52,6 +52,7 @@ class Studio : public ::testing::Test {
     mPreviousAutoSave = norva::SetAutoSaveDir(mFolder.filePath("autosave"));
   }
   void TearDown() override {
+    mWindow.reset();
     norva::SetAutoSaveDir(mPreviousAutoSave);
     norva::Undo().Empty();
     norva::Redo().Empty();
@@ -108,20 +109,6 @@ class Studio : public ::testing::Test {
     QTest::keyClicks(editor, caption);
   }
 
-  // The volume-up code pasted into User / Learnt codes and dropped on button 2.
-  static norva::TCommandObject* PasteAndBindVolumeUp(TStudioWindow& window,
-                                                     norva::TRecordingUIServices& services) {
-    services.SetClipboardText(VolumeUp);
-    window.ShowState();
-    window.PasteAction()->trigger();
-    const norva::TMake* user = window.Library()->Database()->GetMakeByName("User");
-    const norva::TModel* learnt = user ? user->GetModelByName("Learnt codes") : nullptr;
-    if (!learnt || learnt->GetCommandCount() != 1) return nullptr;
-    norva::TCommandObject* code = learnt->GetCommand(0);
-    DropOnButton(window, *code, 2);
-    return code;
-  }
-
   // Waits, letting events run, until `done` or five seconds passed.
   template <typename Predicate>
   static bool WaitFor(Predicate done) {
@@ -132,7 +119,8 @@ class Studio : public ::testing::Test {
   }
 
   QTemporaryDir mFolder;
-  QStringList mAnswers;  // what the installer types, in turn
+  std::unique_ptr<TStudioWindow> mWindow;  // for fixtures that open it in SetUp
+  QStringList mAnswers;                    // what the installer types, in turn
   QString mPreviousAutoSave;
   norva::TRecordingUIServices mServices;
   norva::TScopedUIServices mInstalled{mServices};
@@ -168,57 +156,64 @@ TEST_F(Studio, PasteAddsOnlyAWholeCodeNamedCodeNWhenTheLibraryDoesNotKnowIt) {
   EXPECT_NE(window->Library()->ItemOf(learnt->GetCommand(0)), nullptr) << "it shows in the tree";
 }
 
-TEST_F(Studio, ACommandDroppedOnAButtonIsBoundAndUndoAndRedoTakeItOffAndBack) {
-  auto window = OpenWindow();
-  const norva::TCommandObject* code = PasteAndBindVolumeUp(*window, mServices);
-  ASSERT_NE(code, nullptr);
-  const norva::TWallKeypadButton& button = window->Keypad().Button(2);
-  EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
-  EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), code->GetName());
-  EXPECT_TRUE(window->isWindowModified());
+// The volume-up code pasted into User / Learnt codes and dropped on button 2.
+class ALearntCodeOnAButton : public Studio {
+ protected:
+  void SetUp() override {
+    Studio::SetUp();
+    mWindow = OpenWindow();
+    mServices.SetClipboardText(VolumeUp);
+    mWindow->ShowState();
+    mWindow->PasteAction()->trigger();
+    const norva::TModel* learnt =
+        mWindow->Library()->Database()->GetMakeByName("User")->GetModelByName("Learnt codes");
+    ASSERT_EQ(learnt->GetCommandCount(), 1);
+    mCode = learnt->GetCommand(0);
+    DropOnButton(*mWindow, *mCode, 2);
+  }
+  norva::TCommandObject* mCode = nullptr;
+};
 
-  window->UndoAction()->trigger();
+TEST_F(ALearntCodeOnAButton, IsBoundAndUndoAndRedoTakeItOffAndBack) {
+  const norva::TWallKeypadButton& button = mWindow->Keypad().Button(2);
+  EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
+  EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), mCode->GetName());
+  EXPECT_TRUE(mWindow->isWindowModified());
+
+  mWindow->UndoAction()->trigger();
   EXPECT_TRUE(button.GetCommandGUID().isEmpty());
-  EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), "no command");
-  window->RedoAction()->trigger();
-  EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
+  EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), "no command");
+  mWindow->RedoAction()->trigger();
+  EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
 }
 
-TEST_F(Studio, AButtonCopiedPastedAndCutTravelsThroughTheClipboardAndUndoBringsItBack) {
-  auto window = OpenWindow();
-  const norva::TCommandObject* code = PasteAndBindVolumeUp(*window, mServices);
-  ASSERT_NE(code, nullptr);
-  window->KeypadView()->Select(2);
-  window->CopyAction()->trigger();
-  window->KeypadView()->Select(4);
-  window->ShowState();
-  ASSERT_TRUE(window->PasteAction()->isEnabled()) << "a button waits in the clipboard";
-  window->PasteAction()->trigger();
-  EXPECT_EQ(window->Keypad().Button(4).GetCommandGUID(), code->GetGUIDString());
-  window->CutAction()->trigger();
-  EXPECT_TRUE(window->Keypad().Button(4).IsBlank());
-  window->UndoAction()->trigger();
-  EXPECT_EQ(window->Keypad().Button(4).GetCommandGUID(), code->GetGUIDString());
+TEST_F(ALearntCodeOnAButton, TravelsToAnotherButtonThroughTheClipboardAndUndoBringsACutBack) {
+  mWindow->KeypadView()->Select(2);
+  mWindow->CopyAction()->trigger();
+  mWindow->KeypadView()->Select(4);
+  mWindow->ShowState();
+  ASSERT_TRUE(mWindow->PasteAction()->isEnabled()) << "a button waits in the clipboard";
+  mWindow->PasteAction()->trigger();
+  EXPECT_EQ(mWindow->Keypad().Button(4).GetCommandGUID(), mCode->GetGUIDString());
+  mWindow->CutAction()->trigger();
+  EXPECT_TRUE(mWindow->Keypad().Button(4).IsBlank());
+  mWindow->UndoAction()->trigger();
+  EXPECT_EQ(mWindow->Keypad().Button(4).GetCommandGUID(), mCode->GetGUIDString());
 }
 
-TEST_F(Studio, ALearntCodeOnAButtonHasNoBusPacketToSend) {
-  auto window = OpenWindow();
-  ASSERT_NE(PasteAndBindVolumeUp(*window, mServices), nullptr);
-  window->KeypadView()->Select(2);
-  EXPECT_FALSE(window->SendSelectedCommand());
+TEST_F(ALearntCodeOnAButton, HasNoBusPacketToSend) {
+  mWindow->KeypadView()->Select(2);
+  EXPECT_FALSE(mWindow->SendSelectedCommand());
   ASSERT_FALSE(mServices.Messages().isEmpty());
   EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
 }
 
-TEST_F(Studio, ASavedKeypadOpensAgainWithItsCommandsNamedFromTheLibrary) {
-  auto window = OpenWindow();
-  const norva::TCommandObject* code = PasteAndBindVolumeUp(*window, mServices);
-  ASSERT_NE(code, nullptr);
-  const QString guid = code->GetGUIDString();  // the code goes with the window
-  ASSERT_TRUE(window->FileSave());
-  EXPECT_FALSE(window->isWindowModified());
-  EXPECT_TRUE(window->close()) << "nothing to ask";
-  window.reset();
+TEST_F(ALearntCodeOnAButton, IsSavedAndOpensAgainNamedFromTheLibrary) {
+  const QString guid = mCode->GetGUIDString();  // the code goes with the window
+  ASSERT_TRUE(mWindow->FileSave());
+  EXPECT_FALSE(mWindow->isWindowModified());
+  EXPECT_TRUE(mWindow->close()) << "nothing to ask";
+  mWindow.reset();
 
   auto reopened = OpenWindow();
   ASSERT_TRUE(reopened->FileOpen());
@@ -290,7 +285,7 @@ TEST_F(Studio, ACaptionTypedWithoutEnterIsKeptWhateverTheInstallerDoesNext) {
     EXPECT_EQ(reopened->Keypad().Button(c.Button).GetCaption(), c.Caption) << c.Caption;
 }
 
-class StudioBrokenLibrary : public Studio {
+class ALibraryThatDidNotLoad : public Studio {
  protected:
   // Well-formed, but holding a value no command can hold.
   void SetUp() override {
@@ -307,7 +302,7 @@ class StudioBrokenLibrary : public Studio {
   const QString mBroken = mFolder.filePath("Broken.xml");
 };
 
-TEST_F(StudioBrokenLibrary, IsToldInOneBoxAndOpenedReadOnly) {
+TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxAndOpenedReadOnly) {
   auto window = OpenWindow();
   mServices.ClearMessages();
   mServices.ScriptAnswers({norva::TMessageResult::No});
@@ -319,7 +314,7 @@ TEST_F(StudioBrokenLibrary, IsToldInOneBoxAndOpenedReadOnly) {
   EXPECT_FALSE(window->LibraryPanel()->toolTip().isEmpty()) << "the reason, at hand";
 }
 
-TEST_F(StudioBrokenLibrary, TakesNoCodeAndIsLeftUntouched) {
+TEST_F(ALibraryThatDidNotLoad, TakesNoCodeAndIsLeftUntouched) {
   auto window = OpenWindow();
   mServices.ScriptAnswers({norva::TMessageResult::No});
   window->OpenLibrary(mBroken, false);
@@ -334,7 +329,7 @@ TEST_F(StudioBrokenLibrary, TakesNoCodeAndIsLeftUntouched) {
   EXPECT_EQ(file.readAll(), Content);
 }
 
-TEST_F(StudioBrokenLibrary, IsSavedUnderAnotherNameOnRequestAndEditableThere) {
+TEST_F(ALibraryThatDidNotLoad, IsSavedUnderAnotherNameOnRequestAndEditableThere) {
   auto window = std::make_unique<TStudioWindow>();
   window->SetFileChooser([this](TStudioWindow::TFileRole role) {
     return role == TStudioWindow::TFileRole::SaveLibrary ? mFolder.filePath("Rescued.xml")
@@ -448,59 +443,55 @@ TEST_F(Studio, AnEthernetDeviceThatHangsUpAtOnceIsNotConnectedAndOneThatAnswersI
   EXPECT_EQ(log.index(1, TPacketLog::CommandColumn).data(), "82") << "no echo on the network";
 }
 
-class StudioImport : public Studio {
+// remote.tsv (two codes and a line without a TAB) imported into the new model Acme / TV.
+class ImportedCodes : public Studio {
  protected:
-  // remote.tsv (two codes and a line without a TAB) imported into the new model Acme / TV.
-  const norva::TModel* ImportIntoNewModel(TStudioWindow& window) {
+  void SetUp() override {
+    Studio::SetUp();
     QFile codes(mFolder.filePath("remote.tsv"));
-    if (!codes.open(QIODevice::WriteOnly)) return nullptr;
+    ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
     codes.write("Vol+\t" + VolumeUp.toUtf8() + "\nno tab here\nPower\t" +
                 "0000 006D 0000 0002 0157 00AC 0015 05ED\n");
     codes.close();
+    mWindow = OpenWindow();
     mAnswers = {"Acme", "TV"};
-    window.AddModel();
-    const QList<QTreeWidgetItem*> tv = window.Library()->findItems("TV", Qt::MatchRecursive);
-    if (tv.size() != 1) return nullptr;
-    window.Library()->setCurrentItem(tv.first());
-    window.ImportCodes();
-    return window.Library()->Database()->GetMakeByName("Acme")->GetModelByName("TV");
+    mWindow->AddModel();
+    const QList<QTreeWidgetItem*> tv = mWindow->Library()->findItems("TV", Qt::MatchRecursive);
+    ASSERT_EQ(tv.size(), 1);
+    mWindow->Library()->setCurrentItem(tv.first());
+    mWindow->ImportCodes();
+    mModel = mWindow->Library()->Database()->GetMakeByName("Acme")->GetModelByName("TV");
+    ASSERT_EQ(mModel->GetCommandCount(), 2);
   }
+
+  const norva::TModel* mModel = nullptr;
 };
 
-TEST_F(StudioImport, NamedCodesGoIntoTheModelWithButtonClassesAndBadLinesAreTold) {
-  auto window = OpenWindow();
-  const norva::TModel* model = ImportIntoNewModel(*window);
-  ASSERT_NE(model, nullptr);
+TEST_F(ImportedCodes, GoIntoTheChosenModelWithButtonClassesAndBadLinesAreTold) {
   ASSERT_EQ(mServices.Messages().size(), 1);
   EXPECT_TRUE(mServices.Messages().first().Text.contains("line 2: no TAB between name and code"))
       << mServices.Messages().first().Text.toStdString();
-  ASSERT_EQ(model->GetCommandCount(), 2);
-  QTreeWidgetItem* volume = window->Library()->ItemOf(model->GetCommand(0));
+  QTreeWidgetItem* volume = mWindow->Library()->ItemOf(mModel->GetCommand(0));
   ASSERT_NE(volume, nullptr);
   EXPECT_FALSE(volume->text(2).isEmpty()) << "a volume code gets its button class";
 }
 
-TEST_F(StudioImport, ARenameIsOneUndoStepAndTheTreeShowsTheUndoneName) {
-  auto window = OpenWindow();
-  const norva::TModel* model = ImportIntoNewModel(*window);
-  ASSERT_NE(model, nullptr);
-  ASSERT_EQ(model->GetCommandCount(), 2);
-  window->Library()->setCurrentItem(window->Library()->ItemOf(model->GetCommand(1)));
+TEST_F(ImportedCodes, AreRenamedInOneUndoStepAndTheTreeFollowsTheUndo) {
+  mWindow->Library()->setCurrentItem(mWindow->Library()->ItemOf(mModel->GetCommand(1)));
   mAnswers = {"TV power"};
-  window->RenameCode();
-  EXPECT_EQ(model->GetCommand(1)->GetName(), "TV power");
-  window->UndoAction()->trigger();
-  EXPECT_EQ(model->GetCommand(1)->GetName(), "Power");
+  mWindow->RenameCode();
+  EXPECT_EQ(mModel->GetCommand(1)->GetName(), "TV power");
+  mWindow->UndoAction()->trigger();
+  EXPECT_EQ(mModel->GetCommand(1)->GetName(), "Power");
   ASSERT_TRUE(WaitFor([&] {
-    return window->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() == 1;
+    return mWindow->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() ==
+           1;
   })) << "the tree shows the undone name";
 }
 
-TEST_F(StudioImport, ImportedCodesAreInTheLibraryTheNextWindowOpens) {
-  auto window = OpenWindow();
-  ASSERT_NE(ImportIntoNewModel(*window), nullptr);
-  EXPECT_TRUE(window->close());
-  window.reset();
+TEST_F(ImportedCodes, AreInTheLibraryTheNextWindowOpens) {
+  EXPECT_TRUE(mWindow->close());
+  mWindow.reset();
   auto reopened = OpenWindow();
   EXPECT_EQ(reopened->Library()->findItems("Vol+", Qt::MatchRecursive).size(), 1)
       << "the library was saved";
