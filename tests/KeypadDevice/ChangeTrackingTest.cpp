@@ -5,13 +5,30 @@
 namespace norva {
 namespace {
 
-using ChangeTracking = KeypadFixture;
+class ChangeTracking : public KeypadFixture {
+ protected:
+  // Bound, saved as Lounge.keycfg, then button 2 renamed "Tuner" in an undo step of its own.
+  void SaveThenRenameButton2() {
+    mKeypad.SetName(Path("Lounge.keycfg"));
+    Bind(mKeypad);
+    ASSERT_TRUE(mKeypad.FileSave());
+    mKeypad.Button(2).SetCaption("Tuner");
+    MaintainUndo();
+  }
+  static void Revert(TUndo& history) {
+    history.Revert();
+    MaintainUndo();
+  }
+};
 
-TEST_F(ChangeTracking, EditsMarkTheDocumentAndASaveWritesItAndClearsBoth) {
+TEST_F(ChangeTracking, ANewDocumentIsCleanAndAnEditMarksBothFlags) {
   ExpectFlags(mKeypad, false, false);
   Bind(mKeypad);
   ExpectFlags(mKeypad, true, true);
+}
 
+TEST_F(ChangeTracking, ASaveWritesAFileThatReadsBackTheSameAndClearsBothFlags) {
+  Bind(mKeypad);
   mKeypad.SetName(Path("Lounge.keycfg"));
   ASSERT_TRUE(mKeypad.FileSave());
   ExpectFlags(mKeypad, false, false);
@@ -25,42 +42,44 @@ TEST_F(ChangeTracking, EditsMarkTheDocumentAndASaveWritesItAndClearsBoth) {
   EXPECT_EQ(reread.GetName(), Path("Lounge.keycfg"));
 }
 
-TEST_F(ChangeTracking, UndoingBackToTheSavePointRestoresTheCleanStateAndRedoMarksItAgain) {
-  mKeypad.SetName(Path("Lounge.keycfg"));
-  Bind(mKeypad);
-  ASSERT_TRUE(mKeypad.FileSave());
-
-  mKeypad.Button(2).SetCaption("Tuner");
-  MaintainUndo();
+TEST_F(ChangeTracking, UndoingBackToTheSavePointMakesTheDocumentCleanAgain) {
+  SaveThenRenameButton2();
   ExpectFlags(mKeypad, true, true);
-  Undo().Revert();
-  MaintainUndo();
+  Revert(Undo());
   EXPECT_EQ(mKeypad.Button(2).GetCaption(), "Radio");
   ExpectFlags(mKeypad, false, false);  // the change made by the undo itself marks nothing
+}
 
-  Redo().Revert();
-  MaintainUndo();
+TEST_F(ChangeTracking, RedoingPastTheSavePointMarksTheDocumentAgain) {
+  SaveThenRenameButton2();
+  Revert(Undo());
+  Revert(Redo());
   EXPECT_EQ(mKeypad.Button(2).GetCaption(), "Tuner");
   ExpectFlags(mKeypad, true, true);
+}
 
-  // After an auto-save only the auto-save flag was clear, and only it comes back.
+TEST_F(ChangeTracking, UndoingBackToAnAutoSaveBringsBackOnlyTheAutoSaveFlag) {
+  SaveThenRenameButton2();
   ASSERT_TRUE(mKeypad.FileAutoSave());
   mKeypad.Button(0).SetCaption("Standby");
   MaintainUndo();
-  Undo().Revert();
-  MaintainUndo();
+  Revert(Undo());
   ExpectFlags(mKeypad, true, false);
 }
 
-TEST_F(ChangeTracking, AutoSavesAreStampedWithTheClockSecondAndChangeNothingElse) {
+TEST_F(ChangeTracking, AnAutoSaveClearsOnlyItsFlagAndLeavesTheNameAndTheDocumentsFile) {
   mKeypad.SetName(Path("Lounge.keycfg"));
   Bind(mKeypad);
   ASSERT_TRUE(mKeypad.FileAutoSave());
   ExpectFlags(mKeypad, true, false);
   EXPECT_EQ(mKeypad.GetName(), Path("Lounge.keycfg"));
   EXPECT_FALSE(QFile::exists(Path("Lounge.keycfg")));
+}
 
-  // Twice in one second: one file, holding the later state.
+TEST_F(ChangeTracking, AutoSavesWithinOneClockSecondShareAFileHoldingTheLaterState) {
+  mKeypad.SetName(Path("Lounge.keycfg"));
+  Bind(mKeypad);
+  ASSERT_TRUE(mKeypad.FileAutoSave());
   mKeypad.Button(0).SetCaption("Standby");
   mClock.AdvanceMilliseconds(900);
   ASSERT_TRUE(mKeypad.FileAutoSave());
@@ -68,9 +87,13 @@ TEST_F(ChangeTracking, AutoSavesAreStampedWithTheClockSecondAndChangeNothingElse
   norva::TWallKeypad autoSaved;
   ASSERT_TRUE(autoSaved.LoadFile(Path("autosave/Lounge_142530.keycfg")));
   EXPECT_EQ(autoSaved.Button(0).GetCaption(), "Standby");
+}
 
-  // The next second gets a file of its own; an unnamed document is "unnamed".
-  mClock.AdvanceMilliseconds(100);
+TEST_F(ChangeTracking, EachClockSecondGetsAnAutoSaveOfItsOwnAndAnUnnamedDocumentIsUnnamed) {
+  mKeypad.SetName(Path("Lounge.keycfg"));
+  Bind(mKeypad);
+  ASSERT_TRUE(mKeypad.FileAutoSave());
+  mClock.AdvanceMilliseconds(1000);
   ASSERT_TRUE(mKeypad.FileAutoSave());
   norva::TWallKeypad unnamed;
   Bind(unnamed);
@@ -82,30 +105,37 @@ TEST_F(ChangeTracking, AutoSavesAreStampedWithTheClockSecondAndChangeNothingElse
 }
 
 TEST_F(ChangeTracking, AutoSaveNamesFollowTheLastDotOfTheWholePath) {
-  const QTime time(14, 25, 30);
   const struct {
     const char* Folder;
     const char* Name;
+    QTime Time;
     const char* Expected;
   } cases[] = {
-      {"/auto", "", "/auto/unnamed_142530.keycfg"},
-      {"/auto", "/docs/Lounge.keycfg", "/auto/Lounge_142530.keycfg"},
-      {"/auto", "/docs/My.Lounge.keycfg", "/auto/My.Lounge_142530.keycfg"},
-      {"/auto", "Lounge.keycfg", "/auto/Lounge_142530.keycfg"},
+      {"/auto", "", QTime(14, 25, 30), "/auto/unnamed_142530.keycfg"},
+      {"/auto", "", QTime(0, 0, 5), "/auto/unnamed_000005.keycfg"},
+      {"/auto", "/docs/Lounge.keycfg", QTime(14, 25, 30), "/auto/Lounge_142530.keycfg"},
+      {"/auto", "/docs/My.Lounge.keycfg", QTime(14, 25, 30), "/auto/My.Lounge_142530.keycfg"},
+      {"/auto", "Lounge.keycfg", QTime(14, 25, 30), "/auto/Lounge_142530.keycfg"},
       // No extension: the time lands in a dotted folder's name, or nothing is saved.
-      {"/home/a.b/auto", "/docs/Lounge", "/home/a_142530.b/auto/Lounge"},
-      {"/auto", "/docs.old/Lounge", ""},
+      {"/home/a.b/auto", "/docs/Lounge", QTime(14, 25, 30), "/home/a_142530.b/auto/Lounge"},
+      {"/auto", "/docs.old/Lounge", QTime(14, 25, 30), ""},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(AutoSavePath(c.Folder, c.Name, time), QString::fromUtf8(c.Expected)) << c.Name;
+    EXPECT_EQ(AutoSavePath(c.Folder, c.Name, c.Time), QString::fromUtf8(c.Expected))
+        << c.Name << " at " << c.Time.toString().toStdString();
   }
-  EXPECT_EQ(AutoSavePath("/auto", "", QTime(0, 0, 5)), "/auto/unnamed_000005.keycfg");
+}
 
-  // Through the document: no dot, no file and the flag stays; a dotted folder, a failed write.
+TEST_F(ChangeTracking, AnAutoSaveWithNoDotInItsPathWritesNothingAndKeepsTheFlag) {
   ASSERT_FALSE(mFolder.path().contains(u'.')) << "needs a temporary folder without dots";
   mKeypad.SetName(Path("Lounge"));
   EXPECT_FALSE(mKeypad.FileAutoSave());
   ExpectFlags(mKeypad, true, true);
+}
+
+TEST_F(ChangeTracking, AnAutoSaveStampingADottedFolderFailsNamingThatPathAndKeepsTheFlags) {
+  ASSERT_FALSE(mFolder.path().contains(u'.')) << "needs a temporary folder without dots";
+  mKeypad.SetName(Path("Lounge"));
   SetAutoSaveDir(Path("auto.saves"));
   try {
     mKeypad.FileAutoSave();

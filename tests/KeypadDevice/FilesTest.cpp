@@ -9,12 +9,39 @@
 namespace norva {
 namespace {
 
-using KeypadFiles = KeypadFixture;
+class KeypadFiles : public KeypadFixture {
+ protected:
+  // How a load failed: raised at all, by the XML reader, and with what message.
+  struct TFailure {
+    bool Raised = false;
+    bool FromReader = false;
+    QString Message;
+  };
+  // A damaged file written as Damaged.keycfg and loaded into a bound document named Mine.keycfg,
+  // which counts its loads.
+  TFailure LoadDamaged(norva::TWallKeypad& keypad, const QByteArray& bytes) {
+    WriteFile(Path("Damaged.keycfg"), bytes);
+    keypad.SetName(Path("Mine.keycfg"));
+    Bind(keypad);
+    keypad.SetOnLoad([this](TOrbObject*) { ++mLoads; });
+    try {
+      keypad.LoadFile(Path("Damaged.keycfg"));
+    } catch (const ENorvaError& error) {
+      return {true, dynamic_cast<const EXMLError*>(&error) != nullptr, error.Message()};
+    }
+    return {};
+  }
 
-TEST_F(KeypadFiles, CanCloseAsksOnlyWhenThereIsSomethingToSave) {
+  static inline const QByteArray Head = "<?xml version='1.0'?><keypad_configuration>";
+  int mLoads = 0;
+};
+
+TEST_F(KeypadFiles, ACleanDocumentClosesWithoutAQuestion) {
   EXPECT_TRUE(mKeypad.CanClose(false));
-  EXPECT_TRUE(mServices.Messages().isEmpty()) << "a clean document closes without a question";
+  EXPECT_TRUE(mServices.Messages().isEmpty());
+}
 
+TEST_F(KeypadFiles, CanCloseAsksToSaveAndClosesAsAnswered) {
   const struct {
     bool MustClose;
     TMessageResult Answer;
@@ -34,6 +61,11 @@ TEST_F(KeypadFiles, CanCloseAsksOnlyWhenThereIsSomethingToSave) {
       {true, TMessageResult::Cancel, true, true, false},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(QStringLiteral("must close %1, answer %2, named %3")
+                     .arg(c.MustClose)
+                     .arg(static_cast<int>(c.Answer))
+                     .arg(c.Named)
+                     .toStdString());
     const QString path = Path("Lounge.keycfg");
     QFile::remove(path);
     norva::TWallKeypad keypad;
@@ -41,49 +73,59 @@ TEST_F(KeypadFiles, CanCloseAsksOnlyWhenThereIsSomethingToSave) {
     Bind(keypad);
     mServices.ClearMessages();
     mServices.ScriptAnswers({c.Answer});
-    const QString label = QStringLiteral("must close %1, answer %2, named %3")
-                              .arg(c.MustClose)
-                              .arg(static_cast<int>(c.Answer))
-                              .arg(c.Named);
 
-    EXPECT_EQ(keypad.CanClose(c.MustClose), c.Closes) << label.toStdString();
-    ASSERT_EQ(mServices.Messages().size(), 1) << label.toStdString();
+    EXPECT_EQ(keypad.CanClose(c.MustClose), c.Closes);
+    ASSERT_EQ(mServices.Messages().size(), 1);
     const TRecordingUIServices::TAskedMessage& box = mServices.Messages()[0];
     EXPECT_EQ(box.Text, "Save configuration?");
     EXPECT_EQ(box.Caption, "Save");
     EXPECT_EQ(box.Icon, TMessageIcon::Question);
     EXPECT_EQ(box.Buttons, c.MustClose ? TMessageButtons::YesNo : TMessageButtons::YesNoCancel);
     ExpectFlags(keypad, !c.Closes, !c.Closes);
-    EXPECT_EQ(QFile::exists(path), c.Written) << label.toStdString();
+    EXPECT_EQ(QFile::exists(path), c.Written);
   }
 }
 
-TEST_F(KeypadFiles, ASaveWithoutAUsableNameAsksTheClientForOne) {
-  const QString missing = Path("gone/Lounge.keycfg");
-  mKeypad.SetName(missing);
-  Bind(mKeypad);
-  EXPECT_FALSE(mKeypad.HasUsableName());
+TEST_F(KeypadFiles, ASaveWithoutAUsableNameGoesWhereTheClientChoosesAndNowhereElse) {
+  const struct {
+    const char* What;
+    bool HasClient;
+    const char* Chosen;  // "": the user chose no name
+    QStringList Files;
+  } cases[] = {
+      {"no client: nothing to ask", false, "", {}},
+      {"the user chose no name", true, "", {}},
+      {"a name chosen", true, "Chosen.keycfg", {"Chosen.keycfg"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.What);
+    norva::TWallKeypad keypad;
+    keypad.SetName(Path("gone/Lounge.keycfg"));
+    Bind(keypad);
+    EXPECT_FALSE(keypad.HasUsableName());
+    const QString chosen = *c.Chosen ? Path(c.Chosen) : QString();
+    TChoosingClient client(chosen);
+    SetKeypadClient(c.HasClient ? &client : nullptr);
+    const int changesBefore = Undo().Count();
 
-  EXPECT_FALSE(mKeypad.FileSave()) << "no client: nothing to ask";
-  TChoosingClient undecided{QString()};
-  SetKeypadClient(&undecided);
-  EXPECT_FALSE(mKeypad.FileSave()) << "the user chose no name";
-  EXPECT_EQ(undecided.Requests(), 1);
-  ExpectFlags(mKeypad, true, true);
-  EXPECT_EQ(FilesIn(mFolder.path()), QStringList());
+    const bool saved = keypad.FileSave();
+    SetKeypadClient(nullptr);
+    EXPECT_EQ(saved, !chosen.isEmpty());
+    EXPECT_EQ(client.Requests(), c.HasClient ? 1 : 0);
+    EXPECT_EQ(FilesIn(mFolder.path()), c.Files);
+    ExpectFlags(keypad, !saved, !saved);
+    EXPECT_EQ(keypad.GetName(), saved ? chosen : Path("gone/Lounge.keycfg"));
+    EXPECT_EQ(Undo().Count(), changesBefore) << "the name chosen is where the file is, not an edit";
+  }
+}
 
+TEST_F(KeypadFiles, ASaveWithAUsableNameDoesNotAskTheClient) {
   TChoosingClient chooser(Path("Chosen.keycfg"));
   SetKeypadClient(&chooser);
-  const int changesBefore = Undo().Count();
-  ASSERT_TRUE(mKeypad.FileSave());
-  EXPECT_EQ(mKeypad.GetName(), Path("Chosen.keycfg"));
-  EXPECT_EQ(FilesIn(mFolder.path()), QStringList{"Chosen.keycfg"});
-  ExpectFlags(mKeypad, false, false);
-  EXPECT_EQ(Undo().Count(), changesBefore) << "the name chosen is where the file is, not an edit";
-  // A usable name is used as it is.
+  mKeypad.SetName(Path("Lounge.keycfg"));
   Bind(mKeypad);
   ASSERT_TRUE(mKeypad.FileSave());
-  EXPECT_EQ(chooser.Requests(), 1);
+  EXPECT_EQ(chooser.Requests(), 0);
 }
 
 TEST_F(KeypadFiles, ASaveThatFailsHalfwayKeepsThePreviousFileAndTheFlags) {
@@ -129,100 +171,99 @@ TEST_F(KeypadFiles, LoadingReadsTheFileCleanAndLeavesNoHistory) {
   EXPECT_EQ(Undo().Count(), 0);
 }
 
-TEST_F(KeypadFiles, ADamagedFileIsReportedAndTheDocumentStaysUsable) {
-  const QByteArray head = "<?xml version='1.0'?><keypad_configuration>";
+TEST_F(KeypadFiles, AFileThatIsNoXMLIsReportedWithItsNameAndTheDocumentIsUntouched) {
+  for (const QByteArray& bytes :
+       {QByteArray("<keypad_configuration><button>"), Head + "\x01</keypad_configuration>"}) {
+    SCOPED_TRACE(bytes.toStdString());
+    norva::TWallKeypad keypad;
+    const TFailure failure = LoadDamaged(keypad, bytes);
+    ASSERT_TRUE(failure.Raised);
+    EXPECT_TRUE(failure.FromReader) << failure.Message.toStdString();
+    EXPECT_TRUE(failure.Message.contains(Path("Damaged.keycfg"))) << failure.Message.toStdString();
+    EXPECT_EQ(keypad.GetName(), Path("Mine.keycfg"));
+    EXPECT_EQ(keypad.Button(0).GetCaption(), "Off");
+    ExpectFlags(keypad, true, true);
+    EXPECT_EQ(mLoads, 0);
+  }
+}
+
+TEST_F(KeypadFiles,
+       ContentsTheKeypadCannotHoldAreRefusedAndLeaveItClearedCleanAndNamedAfterTheFile) {
   const struct {
     const char* What;
     QByteArray Bytes;
-    const char* Reason;  // nullptr: not XML, reported by the reader with the file's name
+    const char* Reason;
   } cases[] = {
-      {"no XML", "<keypad_configuration><button>", nullptr},
-      {"bytes XML cannot hold", head + "\x01</keypad_configuration>", nullptr},
-      {"unknown zone type", head + "<zone_type>Kitchen</zone_type></keypad_configuration>",
+      {"unknown zone type", Head + "<zone_type>Kitchen</zone_type></keypad_configuration>",
        "Unknown zone type 'Kitchen'"},
       {"no firmware number",
-       head + "<zone_type>AmpZone</zone_type><firmware>x</firmware></keypad_configuration>",
+       Head + "<zone_type>AmpZone</zone_type><firmware>x</firmware></keypad_configuration>",
        "The firmware version is not a number"},
       {"a button the keypad lacks",
-       head + "<zone_type>AmpZone</zone_type><firmware>3</firmware><button index='6'/>"
+       Head + "<zone_type>AmpZone</zone_type><firmware>3</firmware><button index='6'/>"
               "</keypad_configuration>",
        "No button 6 on this keypad"},
       {"a command that is no GUID",
-       head + "<zone_type>AmpZone</zone_type><firmware>3</firmware><button index='1'>"
+       Head + "<zone_type>AmpZone</zone_type><firmware>3</firmware><button index='1'>"
               "<caption>On</caption><command>{nonsense}</command></button></keypad_configuration>",
        "'{nonsense}' is not a valid GUID value"},
   };
   for (const auto& c : cases) {
-    const QString path = Path("Damaged.keycfg");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(c.Bytes);
-    file.close();
+    SCOPED_TRACE(c.What);
+    mLoads = 0;
     norva::TWallKeypad keypad;
-    keypad.SetName(Path("Mine.keycfg"));
-    Bind(keypad);
-    int loads = 0;
-    keypad.SetOnLoad([&](TOrbObject*) { ++loads; });
-
-    try {
-      keypad.LoadFile(path);
-      ADD_FAILURE() << c.What << ": no failure";
-    } catch (const ENorvaError& error) {
-      if (!c.Reason) {
-        EXPECT_NE(dynamic_cast<const EXMLError*>(&error), nullptr) << c.What;
-        EXPECT_TRUE(error.Message().contains(path)) << c.What << ": " << error.what();
-        // Untouched: still the user's unsaved document.
-        EXPECT_EQ(keypad.GetName(), Path("Mine.keycfg")) << c.What;
-        EXPECT_EQ(keypad.Button(0).GetCaption(), "Off") << c.What;
-        ExpectFlags(keypad, true, true);
-        EXPECT_EQ(loads, 0) << c.What;
-        continue;
-      }
-      EXPECT_EQ(error.Message(), QString::fromUtf8(c.Reason)) << c.What;
-    }
-    // Read but refused: cleared, clean, named after the file, and still editable and savable.
-    EXPECT_EQ(loads, 1) << c.What;
+    const TFailure failure = LoadDamaged(keypad, c.Bytes);
+    ASSERT_TRUE(failure.Raised);
+    EXPECT_EQ(failure.Message, QString::fromUtf8(c.Reason));
+    EXPECT_EQ(mLoads, 1);
     ExpectSameContents(keypad, norva::TWallKeypad());
-    EXPECT_EQ(keypad.GetName(), path) << c.What;
+    EXPECT_EQ(keypad.GetName(), Path("Damaged.keycfg"));
     ExpectFlags(keypad, false, false);
-    keypad.Button(1).SetCaption("On");
-    ExpectFlags(keypad, true, true);
-    EXPECT_TRUE(keypad.FileSave()) << c.What;
-    norva::TWallKeypad repaired;
-    ASSERT_TRUE(repaired.LoadFile(path)) << c.What;
-    EXPECT_EQ(repaired.Button(1).GetCaption(), "On") << c.What;
   }
+}
 
-  // Another kind of XML file is not taken at all.
-  QFile other(Path("Other.xml"));
-  ASSERT_TRUE(other.open(QIODevice::WriteOnly));
-  other.write("<ir_database/>");
-  other.close();
+TEST_F(KeypadFiles, ADocumentLeftByARefusedFileCanBeEditedAndSavedOverIt) {
+  ASSERT_TRUE(
+      LoadDamaged(mKeypad, Head + "<zone_type>Kitchen</zone_type></keypad_configuration>").Raised);
+  mKeypad.Button(1).SetCaption("On");
+  ExpectFlags(mKeypad, true, true);
+  EXPECT_TRUE(mKeypad.FileSave());
+  norva::TWallKeypad repaired;
+  ASSERT_TRUE(repaired.LoadFile(Path("Damaged.keycfg")));
+  EXPECT_EQ(repaired.Button(1).GetCaption(), "On");
+}
+
+TEST_F(KeypadFiles, AnotherKindOfXMLFileIsNotTaken) {
+  WriteFile(Path("Other.xml"), "<ir_database/>");
   mKeypad.Button(0).SetCaption("Mine");
   EXPECT_FALSE(mKeypad.LoadFile(Path("Other.xml")));
   EXPECT_EQ(mKeypad.Button(0).GetCaption(), "Mine");
   ExpectFlags(mKeypad, true, true);
 }
 
-TEST_F(KeypadFiles, TheExampleDeviceTakesUploadsAndGivesThemBack) {
+TEST_F(KeypadFiles, TheDeviceTakesAnUploadWhenConnectedAndADownloadGivesItBack) {
   Bind(mKeypad);
   EXPECT_FALSE(mKeypad.Upload()) << "not connected";
   ASSERT_TRUE(mKeypad.Connect());
   ASSERT_TRUE(mKeypad.Upload());
   EXPECT_TRUE(mKeypad.Verify());
   EXPECT_EQ(mKeypad.GetMemoryUsage(), mKeypad.DeviceImage().size());
-
   mKeypad.Button(0).SetCaption("Changed");
   EXPECT_FALSE(mKeypad.Verify());
   ASSERT_TRUE(mKeypad.Download());
   EXPECT_EQ(mKeypad.Button(0).GetCaption(), "Off");
   EXPECT_TRUE(mKeypad.Verify());
+}
 
+TEST_F(KeypadFiles, AnOlderFirmwareIsOldButStillCompatible) {
   mKeypad.SetFirmwareVersion(2);
   EXPECT_TRUE(mKeypad.IsFirmwareOld());
   EXPECT_FALSE(mKeypad.IsIncompatible());
   EXPECT_FALSE(mKeypad.IsFirmwardIncompatible());
+}
 
+TEST_F(KeypadFiles, AnExternalInstanceChangeCopiesTheOtherDocument) {
+  Bind(mKeypad);
   norva::TWallKeypad other;
   other.ExternalInstanceChange(&mKeypad);
   ExpectSameContents(other, mKeypad);

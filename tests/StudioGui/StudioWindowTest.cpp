@@ -31,6 +31,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace studio {
 namespace {
 
@@ -50,6 +52,7 @@ class Studio : public ::testing::Test {
     mPreviousAutoSave = norva::SetAutoSaveDir(mFolder.filePath("autosave"));
   }
   void TearDown() override {
+    mWindow.reset();
     norva::SetAutoSaveDir(mPreviousAutoSave);
     norva::Undo().Empty();
     norva::Redo().Empty();
@@ -87,6 +90,25 @@ class Studio : public ::testing::Test {
     QApplication::sendEvent(tile, &drop);
   }
 
+  // The public library opened and its built-in Standby code chosen in the tree.
+  const norva::TIRStream* ChooseBuiltInStandby(TStudioWindow& window) {
+    window.OpenLibrary(mFolder.filePath("public.xml"), true);
+    const QList<QTreeWidgetItem*> standby =
+        window.Library()->findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
+    if (standby.isEmpty()) return nullptr;
+    window.Library()->setCurrentItem(standby.first());
+    return qobject_cast<norva::TIRStream*>(window.Library()->CurrentCommand());
+  }
+
+  // Typed into the caption field of button `index`, without Enter.
+  static void TypeCaption(TStudioWindow& window, int index, const QString& caption) {
+    window.KeypadView()->Select(index);
+    QLineEdit* editor = window.KeypadView()->CaptionEditor();
+    editor->setFocus();
+    editor->selectAll();
+    QTest::keyClicks(editor, caption);
+  }
+
   // Waits, letting events run, until `done` or five seconds passed.
   template <typename Predicate>
   static bool WaitFor(Predicate done) {
@@ -97,186 +119,246 @@ class Studio : public ::testing::Test {
   }
 
   QTemporaryDir mFolder;
-  QStringList mAnswers;  // what the installer types, in turn
+  std::unique_ptr<TStudioWindow> mWindow;  // for fixtures that open it in SetUp
+  QStringList mAnswers;                    // what the installer types, in turn
   QString mPreviousAutoSave;
   norva::TRecordingUIServices mServices;
   norva::TScopedUIServices mInstalled{mServices};
 };
 
-TEST_F(Studio, APastedCodeIsBoundUndoneRedoneSavedAndFoundAgain) {
+TEST_F(Studio, PasteAddsOnlyAWholeCodeNamedCodeNWhenTheLibraryDoesNotKnowIt) {
   auto window = OpenWindow();
   window->ShowState();
   EXPECT_FALSE(window->PasteAction()->isEnabled()) << "nothing to paste yet";
-  // A code cut short: told in a box, nothing added.
-  mServices.SetClipboardText("0000 006D 0000 0022 0157 00AC");
-  window->ShowState();
-  ASSERT_TRUE(window->PasteAction()->isEnabled());
-  window->PasteAction()->trigger();
-  ASSERT_EQ(mServices.Messages().size(), 1);
-  EXPECT_TRUE(window->Library()->findItems("Learnt codes", Qt::MatchRecursive).isEmpty());
-  mServices.ClearMessages();
-  mServices.SetClipboardText(VolumeUp);
-  window->ShowState();
-  ASSERT_TRUE(window->PasteAction()->isEnabled());
-  window->PasteAction()->trigger();
-  ASSERT_EQ(window->Library()->findItems("Learnt codes", Qt::MatchRecursive).size(), 1);
+  const struct {
+    const char* What;
+    QString Text;
+    int Boxes;
+    int Learnt;
+  } cases[] = {
+      {"a code cut short", "0000 006D 0000 0022 0157 00AC", 1, 0},
+      {"a whole code", VolumeUp, 0, 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.What);
+    mServices.ClearMessages();
+    mServices.SetClipboardText(c.Text);
+    window->ShowState();
+    ASSERT_TRUE(window->PasteAction()->isEnabled());
+    window->PasteAction()->trigger();
+    EXPECT_EQ(mServices.Messages().size(), c.Boxes);
+    EXPECT_EQ(window->Library()->findItems("Learnt codes", Qt::MatchRecursive).size(), c.Learnt);
+  }
   const norva::TModel* learnt =
       window->Library()->Database()->GetMakeByName("User")->GetModelByName("Learnt codes");
   ASSERT_EQ(learnt->GetCommandCount(), 1);
-  norva::TCommandObject* code = learnt->GetCommand(0);
-  EXPECT_EQ(code->GetName(), "Code 1") << "a code the library does not know";
-  const QString guid = code->GetGUIDString();  // the code goes with the window
-  EXPECT_NE(window->Library()->ItemOf(code), nullptr) << "the new code shows in the tree";
+  EXPECT_EQ(learnt->GetCommand(0)->GetName(), "Code 1");
+  EXPECT_NE(window->Library()->ItemOf(learnt->GetCommand(0)), nullptr) << "it shows in the tree";
+}
 
-  DropOnButton(*window, *code, 2);
-  const norva::TWallKeypadButton& button = window->Keypad().Button(2);
-  EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
-  EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), code->GetName());
-  EXPECT_TRUE(window->isWindowModified());
+// The volume-up code pasted into User / Learnt codes and dropped on button 2.
+class ALearntCodeOnAButton : public Studio {
+ protected:
+  void SetUp() override {
+    Studio::SetUp();
+    mWindow = OpenWindow();
+    mServices.SetClipboardText(VolumeUp);
+    mWindow->ShowState();
+    mWindow->PasteAction()->trigger();
+    const norva::TModel* learnt =
+        mWindow->Library()->Database()->GetMakeByName("User")->GetModelByName("Learnt codes");
+    ASSERT_EQ(learnt->GetCommandCount(), 1);
+    mCode = learnt->GetCommand(0);
+    DropOnButton(*mWindow, *mCode, 2);
+  }
+  norva::TCommandObject* mCode = nullptr;
+};
 
-  window->UndoAction()->trigger();
+TEST_F(ALearntCodeOnAButton, IsBoundAndUndoAndRedoTakeItOffAndBack) {
+  const norva::TWallKeypadButton& button = mWindow->Keypad().Button(2);
+  EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
+  EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), mCode->GetName());
+  EXPECT_TRUE(mWindow->isWindowModified());
+
+  mWindow->UndoAction()->trigger();
   EXPECT_TRUE(button.GetCommandGUID().isEmpty());
-  EXPECT_EQ(window->KeypadView()->Tile(2)->CommandText(), "no command");
-  window->RedoAction()->trigger();
-  EXPECT_EQ(button.GetCommandGUID(), code->GetGUIDString());
-  // Copied onto button 4 and cut from there; the cut undone.
-  window->KeypadView()->Select(2);
-  window->CopyAction()->trigger();
-  window->KeypadView()->Select(4);
-  window->ShowState();
-  ASSERT_TRUE(window->PasteAction()->isEnabled()) << "a button waits in the clipboard";
-  window->PasteAction()->trigger();
-  EXPECT_EQ(window->Keypad().Button(4).GetCommandGUID(), code->GetGUIDString());
-  window->CutAction()->trigger();
-  EXPECT_TRUE(window->Keypad().Button(4).IsBlank());
-  window->UndoAction()->trigger();
-  EXPECT_EQ(window->Keypad().Button(4).GetCommandGUID(), code->GetGUIDString());
-  window->KeypadView()->Select(2);
-  EXPECT_FALSE(window->SendSelectedCommand()) << "a learnt code has no bus packet";
+  EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), "no command");
+  mWindow->RedoAction()->trigger();
+  EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
+}
+
+TEST_F(ALearntCodeOnAButton, TravelsToAnotherButtonThroughTheClipboardAndUndoBringsACutBack) {
+  mWindow->KeypadView()->Select(2);
+  mWindow->CopyAction()->trigger();
+  mWindow->KeypadView()->Select(4);
+  mWindow->ShowState();
+  ASSERT_TRUE(mWindow->PasteAction()->isEnabled()) << "a button waits in the clipboard";
+  mWindow->PasteAction()->trigger();
+  EXPECT_EQ(mWindow->Keypad().Button(4).GetCommandGUID(), mCode->GetGUIDString());
+  mWindow->CutAction()->trigger();
+  EXPECT_TRUE(mWindow->Keypad().Button(4).IsBlank());
+  mWindow->UndoAction()->trigger();
+  EXPECT_EQ(mWindow->Keypad().Button(4).GetCommandGUID(), mCode->GetGUIDString());
+}
+
+TEST_F(ALearntCodeOnAButton, HasNoBusPacketToSend) {
+  mWindow->KeypadView()->Select(2);
+  EXPECT_FALSE(mWindow->SendSelectedCommand());
   ASSERT_FALSE(mServices.Messages().isEmpty());
   EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
+}
 
-  // Saved under the name the chooser gives; then changed and closed without saving.
-  ASSERT_TRUE(window->FileSave());
-  EXPECT_FALSE(window->isWindowModified());
-  window->KeypadView()->SetCaption(2, "Louder");
-  mServices.ScriptAnswers({norva::TMessageResult::Cancel});
-  EXPECT_FALSE(window->close()) << "Cancel keeps the window open";
-  mServices.ScriptAnswers({norva::TMessageResult::No});
-  EXPECT_TRUE(window->close());
-  window.reset();
+TEST_F(ALearntCodeOnAButton, IsSavedAndOpensAgainNamedFromTheLibrary) {
+  const QString guid = mCode->GetGUIDString();  // the code goes with the window
+  ASSERT_TRUE(mWindow->FileSave());
+  EXPECT_FALSE(mWindow->isWindowModified());
+  EXPECT_TRUE(mWindow->close()) << "nothing to ask";
+  mWindow.reset();
 
   auto reopened = OpenWindow();
   ASSERT_TRUE(reopened->FileOpen());
   EXPECT_EQ(reopened->Keypad().Button(2).GetCommandGUID(), guid);
-  EXPECT_EQ(reopened->KeypadView()->Tile(2)->CommandText(), "Code 1") << "named from the library";
-  EXPECT_NE(reopened->Keypad().Button(2).GetCaption(), "Louder") << "the change was dropped";
-
-  // Changed again and saved on closing.
-  reopened->KeypadView()->SetCaption(2, "Louder");
-  mServices.ScriptAnswers({norva::TMessageResult::Yes});
-  EXPECT_TRUE(reopened->close());
-  reopened.reset();
-  auto third = OpenWindow();
-  ASSERT_TRUE(third->FileOpen());
-  EXPECT_EQ(third->Keypad().Button(2).GetCaption(), "Louder");
+  EXPECT_EQ(reopened->KeypadView()->Tile(2)->CommandText(), "Code 1");
 }
 
-TEST_F(Studio, ACaptionTypedIsKeptWhateverTheInstallerDoesNext) {
-  // Typed without Enter, then: another button clicked, the keypad saved, the window closed.
-  auto window = OpenWindow();
-  QLineEdit* editor = window->KeypadView()->CaptionEditor();
-  const auto typeCaption = [&](int button, const QString& caption) {
-    window->KeypadView()->Select(button);
-    editor->setFocus();
-    editor->selectAll();
-    QTest::keyClicks(editor, caption);
+TEST_F(Studio, ClosingWithChangesAsksAndSavesDropsOrStaysAsAnswered) {
+  const struct {
+    norva::TMessageResult Answer;
+    bool Closes;
+    bool Kept;
+  } cases[] = {
+      {norva::TMessageResult::Cancel, false, false},
+      {norva::TMessageResult::No, true, false},
+      {norva::TMessageResult::Yes, true, true},
   };
-  typeCaption(1, "Lounge on");
+  for (const auto& c : cases) {
+    SCOPED_TRACE(static_cast<int>(c.Answer));
+    QFile::remove(mFolder.filePath("Lounge.keycfg"));
+    auto window = OpenWindow();
+    ASSERT_TRUE(window->FileSave());
+    window->KeypadView()->SetCaption(2, "Louder");
+    mServices.ScriptAnswers({c.Answer});
+    EXPECT_EQ(window->close(), c.Closes);
+    norva::TWallKeypad saved;
+    ASSERT_TRUE(saved.LoadFile(mFolder.filePath("Lounge.keycfg")));
+    EXPECT_EQ(saved.Button(2).GetCaption().toStdString(), c.Kept ? "Louder" : "");
+  }
+}
+
+TEST_F(Studio, ACaptionTypedIsCommittedWhenAnotherButtonIsClickedAsOneUndoStep) {
+  auto window = OpenWindow();
+  TypeCaption(*window, 1, "Lounge on");
   QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton);
   EXPECT_EQ(window->Keypad().Button(1).GetCaption(), "Lounge on");
   EXPECT_EQ(window->KeypadView()->Tile(1)->CaptionText(), "Lounge on");
   EXPECT_EQ(window->KeypadView()->Selected(), 5);
-  EXPECT_TRUE(editor->text().isEmpty()) << "the field shows the newly selected button";
+  EXPECT_TRUE(window->KeypadView()->CaptionEditor()->text().isEmpty())
+      << "the field shows the newly selected button";
   window->UndoAction()->trigger();
   EXPECT_TRUE(window->Keypad().Button(1).GetCaption().isEmpty()) << "the caption is one undo step";
-  window->RedoAction()->trigger();
+}
 
-  typeCaption(5, "Lounge off");
-  ASSERT_TRUE(window->FileSave());
-  typeCaption(4, "Mute");
-  mServices.ScriptAnswers({norva::TMessageResult::Yes});  // save the changes on closing
-  EXPECT_TRUE(window->close());
+TEST_F(Studio, ACaptionTypedWithoutEnterIsKeptWhateverTheInstallerDoesNext) {
+  auto window = OpenWindow();
+  const struct {
+    int Button;
+    const char* Caption;
+    std::function<void()> Next;
+  } cases[] = {
+      {1, "Lounge on", [&] { QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton); }},
+      {5, "Lounge off", [&] { ASSERT_TRUE(window->FileSave()); }},
+      {4, "Mute",
+       [&] {
+         mServices.ScriptAnswers({norva::TMessageResult::Yes});  // save the changes on closing
+         EXPECT_TRUE(window->close());
+       }},
+  };
+  for (const auto& c : cases) {
+    TypeCaption(*window, c.Button, c.Caption);
+    c.Next();
+  }
   window.reset();
 
   auto reopened = OpenWindow();
   ASSERT_TRUE(reopened->FileOpen());
-  EXPECT_EQ(reopened->Keypad().Button(1).GetCaption(), "Lounge on");
-  EXPECT_EQ(reopened->Keypad().Button(5).GetCaption(), "Lounge off");
-  EXPECT_EQ(reopened->Keypad().Button(4).GetCaption(), "Mute");
+  for (const auto& c : cases)
+    EXPECT_EQ(reopened->Keypad().Button(c.Button).GetCaption(), c.Caption) << c.Caption;
 }
 
-TEST_F(Studio, ALibraryThatDidNotLoadIsOpenedReadOnlyAndSavedOnlyElsewhere) {
+class ALibraryThatDidNotLoad : public Studio {
+ protected:
   // Well-formed, but holding a value no command can hold.
-  const QString broken = mFolder.filePath("Broken.xml");
-  const QByteArray content =
+  void SetUp() override {
+    Studio::SetUp();
+    QFile file(mBroken);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(Content);
+  }
+  static inline const QByteArray Content =
       "<?xml version=\"1.0\"?>\r\n<ir_database>\r\n\t<make name=\"Acme\">\r\n"
       "\t\t<model name=\"TV\">\r\n\t\t\t<rs232_command name=\"Power\">"
       "<parity>parity_purple</parity></rs232_command>\r\n\t\t</model>\r\n\t</make>\r\n"
       "</ir_database>\r\n";
-  {
-    QFile file(broken);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-  }
+  const QString mBroken = mFolder.filePath("Broken.xml");
+};
+
+TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxAndOpenedReadOnly) {
   auto window = OpenWindow();
   mServices.ClearMessages();
   mServices.ScriptAnswers({norva::TMessageResult::No});
-  window->OpenLibrary(broken, false);
+  window->OpenLibrary(mBroken, false);
   ASSERT_EQ(mServices.Messages().size(), 1) << "one box: why, and what can be done";
-  EXPECT_TRUE(mServices.Messages().first().Text.contains(broken));
+  EXPECT_TRUE(mServices.Messages().first().Text.contains(mBroken));
   EXPECT_TRUE(mServices.Messages().first().Text.contains("read-only"));
   EXPECT_TRUE(window->LibraryPanel()->windowTitle().contains("did not load"));
   EXPECT_FALSE(window->LibraryPanel()->toolTip().isEmpty()) << "the reason, at hand";
+}
+
+TEST_F(ALibraryThatDidNotLoad, TakesNoCodeAndIsLeftUntouched) {
+  auto window = OpenWindow();
+  mServices.ScriptAnswers({norva::TMessageResult::No});
+  window->OpenLibrary(mBroken, false);
   mServices.SetClipboardText(VolumeUp);
   window->ShowState();
   EXPECT_FALSE(window->PasteAction()->isEnabled()) << "no code goes into it";
   EXPECT_EQ(window->Library()->AddModel("User", "Codes"), nullptr);
   window->SaveLibrary();
   window.reset();
-  QFile file(broken);
+  QFile file(mBroken);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll(), content) << "the file that did not load is untouched";
+  EXPECT_EQ(file.readAll(), Content);
+}
 
-  // Offered again on the next opening: saved under another name, the library is editable there.
-  auto second = std::make_unique<TStudioWindow>();
-  second->SetFileChooser([this](TStudioWindow::TFileRole role) {
+TEST_F(ALibraryThatDidNotLoad, IsSavedUnderAnotherNameOnRequestAndEditableThere) {
+  auto window = std::make_unique<TStudioWindow>();
+  window->SetFileChooser([this](TStudioWindow::TFileRole role) {
     return role == TStudioWindow::TFileRole::SaveLibrary ? mFolder.filePath("Rescued.xml")
                                                          : QString();
   });
   mServices.ScriptAnswers({norva::TMessageResult::Yes});
-  second->OpenLibrary(broken, false);
+  window->OpenLibrary(mBroken, false);
   ASSERT_TRUE(QFile::exists(mFolder.filePath("Rescued.xml")));
-  norva::TIRDB* library = second->Library()->Database();
+  norva::TIRDB* library = window->Library()->Database();
   EXPECT_EQ(QFileInfo(library->GetFilename()).fileName(), "Rescued.xml");
   EXPECT_FALSE(library->IsReadOnly());
-  EXPECT_NE(second->Library()->AddModel("User", "Codes"), nullptr);
-  EXPECT_FALSE(second->LibraryPanel()->windowTitle().contains("read-only"));
+  EXPECT_NE(window->Library()->AddModel("User", "Codes"), nullptr);
+  EXPECT_FALSE(window->LibraryPanel()->windowTitle().contains("read-only"));
+}
+
+TEST_F(Studio, ChoosingANativeCodeShowsItsFrameInTheStatusLine) {
+  auto window = OpenWindow();
+  ASSERT_NE(ChooseBuiltInStandby(*window), nullptr)
+      << "the public library shows the built-in makes";
+  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
+      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
 }
 
 TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus) {
   auto window = OpenWindow();
-  window->OpenLibrary(mFolder.filePath("public.xml"), true);
-  const QList<QTreeWidgetItem*> standby =
-      window->Library()->findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
-  ASSERT_FALSE(standby.isEmpty()) << "the public library shows the built-in makes";
-  window->Library()->setCurrentItem(standby.first());
-  const auto* code = qobject_cast<norva::TIRStream*>(window->Library()->CurrentCommand());
+  const norva::TIRStream* code = ChooseBuiltInStandby(*window);
   ASSERT_NE(code, nullptr);
   const std::optional<norva::TCommandPacket> expected = norva::NorvaFramePacket(code->Data());
   ASSERT_TRUE(expected.has_value());
-  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
-      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
 
   ASSERT_TRUE(window->Link().ConnectSimulator());
   ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
@@ -361,41 +443,55 @@ TEST_F(Studio, AnEthernetDeviceThatHangsUpAtOnceIsNotConnectedAndOneThatAnswersI
   EXPECT_EQ(log.index(1, TPacketLog::CommandColumn).data(), "82") << "no echo on the network";
 }
 
-TEST_F(Studio, NamedCodesAreImportedIntoANewModelRenamedAndKept) {
-  QFile codes(mFolder.filePath("remote.tsv"));
-  ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
-  codes.write("Vol+\t" + VolumeUp.toUtf8() + "\nno tab here\nPower\t" +
-              "0000 006D 0000 0002 0157 00AC 0015 05ED\n");
-  codes.close();
-  auto window = OpenWindow();
-  mAnswers = {"Acme", "TV"};
-  window->AddModel();
-  const QList<QTreeWidgetItem*> tv = window->Library()->findItems("TV", Qt::MatchRecursive);
-  ASSERT_EQ(tv.size(), 1);
-  window->Library()->setCurrentItem(tv.first());
-  window->ImportCodes();
+// remote.tsv (two codes and a line without a TAB) imported into the new model Acme / TV.
+class ImportedCodes : public Studio {
+ protected:
+  void SetUp() override {
+    Studio::SetUp();
+    QFile codes(mFolder.filePath("remote.tsv"));
+    ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
+    codes.write("Vol+\t" + VolumeUp.toUtf8() + "\nno tab here\nPower\t" +
+                "0000 006D 0000 0002 0157 00AC 0015 05ED\n");
+    codes.close();
+    mWindow = OpenWindow();
+    mAnswers = {"Acme", "TV"};
+    mWindow->AddModel();
+    const QList<QTreeWidgetItem*> tv = mWindow->Library()->findItems("TV", Qt::MatchRecursive);
+    ASSERT_EQ(tv.size(), 1);
+    mWindow->Library()->setCurrentItem(tv.first());
+    mWindow->ImportCodes();
+    mModel = mWindow->Library()->Database()->GetMakeByName("Acme")->GetModelByName("TV");
+    ASSERT_EQ(mModel->GetCommandCount(), 2);
+  }
+
+  const norva::TModel* mModel = nullptr;
+};
+
+TEST_F(ImportedCodes, GoIntoTheChosenModelWithButtonClassesAndBadLinesAreTold) {
   ASSERT_EQ(mServices.Messages().size(), 1);
   EXPECT_TRUE(mServices.Messages().first().Text.contains("line 2: no TAB between name and code"))
       << mServices.Messages().first().Text.toStdString();
-  const norva::TModel* model =
-      window->Library()->Database()->GetMakeByName("Acme")->GetModelByName("TV");
-  ASSERT_EQ(model->GetCommandCount(), 2);
-  QTreeWidgetItem* volume = window->Library()->ItemOf(model->GetCommand(0));
+  QTreeWidgetItem* volume = mWindow->Library()->ItemOf(mModel->GetCommand(0));
   ASSERT_NE(volume, nullptr);
   EXPECT_FALSE(volume->text(2).isEmpty()) << "a volume code gets its button class";
+}
 
-  window->Library()->setCurrentItem(window->Library()->ItemOf(model->GetCommand(1)));
+TEST_F(ImportedCodes, AreRenamedInOneUndoStepAndTheTreeFollowsTheUndo) {
+  mWindow->Library()->setCurrentItem(mWindow->Library()->ItemOf(mModel->GetCommand(1)));
   mAnswers = {"TV power"};
-  window->RenameCode();
-  EXPECT_EQ(model->GetCommand(1)->GetName(), "TV power");
-  window->UndoAction()->trigger();
-  EXPECT_EQ(model->GetCommand(1)->GetName(), "Power");
+  mWindow->RenameCode();
+  EXPECT_EQ(mModel->GetCommand(1)->GetName(), "TV power");
+  mWindow->UndoAction()->trigger();
+  EXPECT_EQ(mModel->GetCommand(1)->GetName(), "Power");
   ASSERT_TRUE(WaitFor([&] {
-    return window->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() == 1;
+    return mWindow->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() ==
+           1;
   })) << "the tree shows the undone name";
+}
 
-  EXPECT_TRUE(window->close());
-  window.reset();
+TEST_F(ImportedCodes, AreInTheLibraryTheNextWindowOpens) {
+  EXPECT_TRUE(mWindow->close());
+  mWindow.reset();
   auto reopened = OpenWindow();
   EXPECT_EQ(reopened->Library()->findItems("Vol+", Qt::MatchRecursive).size(), 1)
       << "the library was saved";
