@@ -33,6 +33,29 @@ QString OneOf(TEditChoices& choices, const std::vector<TEdit>& edits) {
   return done.isEmpty() ? edits.front()() : done;
 }
 
+// Adds deleting one of `count` children, and moving one to another place; `child` gives the one
+// at an index.
+template <typename Child>
+void AddDeleteAndMoveEdits(std::vector<TEdit>& edits, int count, Child child, const char* noun,
+                           TEditChoices& choices) {
+  const auto some = [count, &choices] {
+    return static_cast<int>(choices.Below(static_cast<unsigned>(count)));
+  };
+  edits.emplace_back([=] {
+    if (count == 0) return QString();
+    const int index = some();
+    child(index)->Delete();
+    return QStringLiteral("deleted %1 %2").arg(QLatin1String(noun)).arg(index);
+  });
+  edits.emplace_back([=] {
+    if (count == 0) return QString();
+    const int from = some();
+    const int to = some();
+    child(from)->Move(to);
+    return QStringLiteral("moved %1 %2 to %3").arg(QLatin1String(noun)).arg(from).arg(to);
+  });
+}
+
 QByteArray SavedDocument(const char* root, const std::function<void(pugi::xml_node)>& save) {
   pugi::xml_document document;
   save(StartXMLDocument(document, root));
@@ -185,7 +208,7 @@ QByteArray SavedList(const TCommandObjectList& list, bool indexed) {
 QString EditList(TCommandObjectList& list, TEditChoices& choices) {
   const int count = list.GetCommandCount();
   const auto some = [&] { return static_cast<int>(choices.Below(static_cast<unsigned>(count))); };
-  const std::vector<TEdit> edits = {
+  std::vector<TEdit> edits = {
       [&] {
         const TOrbObjectClass cls = choices.Pick(CommandClasses());
         TCommandObject* command = list.AddNewCommandObject(cls);
@@ -202,19 +225,6 @@ QString EditList(TCommandObjectList& list, TEditChoices& choices) {
         const int index = some();
         list.AddNewCommandObject(list.GetCommand(index));
         return QStringLiteral("added a copy of command %1").arg(index);
-      },
-      [&] {
-        if (count == 0) return QString();
-        const int index = some();
-        list.GetCommand(index)->Delete();
-        return QStringLiteral("deleted command %1").arg(index);
-      },
-      [&] {
-        if (count == 0) return QString();
-        const int from = some();
-        const int to = some();
-        list.GetCommand(from)->Move(to);
-        return QStringLiteral("moved command %1 to %2").arg(from).arg(to);
       },
       [&] {
         list.Clear();
@@ -243,6 +253,8 @@ QString EditList(TCommandObjectList& list, TEditChoices& choices) {
       },
       [&] { return EditProperty(list, choices); },
   };
+  AddDeleteAndMoveEdits(
+      edits, count, [&list](int index) { return list.GetCommand(index); }, "command", choices);
   return OneOf(choices, edits);
 }
 
@@ -263,7 +275,7 @@ QString EditMake(TMake& make, TEditChoices& choices) {
   const int count = make.GetModelCount();
   const auto some = [&] { return static_cast<int>(choices.Below(static_cast<unsigned>(count))); };
   const QString what = QStringLiteral("make '%1': ").arg(make.GetName());
-  const std::vector<TEdit> edits = {
+  std::vector<TEdit> edits = {
       [&] {
         TModel* model = make.AddNewModel();
         model->SetName(TextValue(choices));
@@ -271,19 +283,6 @@ QString EditMake(TMake& make, TEditChoices& choices) {
         return QStringLiteral("added model '%1' of %2 commands")
             .arg(model->GetName())
             .arg(model->GetCommandCount());
-      },
-      [&] {
-        if (count == 0) return QString();
-        const int index = some();
-        make.GetModel(index)->Delete();
-        return QStringLiteral("deleted model %1").arg(index);
-      },
-      [&] {
-        if (count == 0) return QString();
-        const int from = some();
-        const int to = some();
-        make.GetModel(from)->Move(to);
-        return QStringLiteral("moved model %1 to %2").arg(from).arg(to);
       },
       [&] {
         if (count == 0) return QString();
@@ -311,6 +310,8 @@ QString EditMake(TMake& make, TEditChoices& choices) {
       },
       [&] { return EditProperty(make, choices); },
   };
+  AddDeleteAndMoveEdits(
+      edits, count, [&make](int index) { return make.GetModel(index); }, "model", choices);
   return what + OneOf(choices, edits);
 }
 
@@ -322,7 +323,7 @@ void FillDatabase(TIRDB& database, TEditChoices& choices) {
 QString EditDatabase(TIRDB& database, TEditChoices& choices) {
   const int count = database.GetMakeCount();
   const auto some = [&] { return static_cast<int>(choices.Below(static_cast<unsigned>(count))); };
-  const std::vector<TEdit> edits = {
+  std::vector<TEdit> edits = {
       [&] {
         TMake* make = database.AddNewMake();
         FillMake(*make, choices);
@@ -334,19 +335,6 @@ QString EditDatabase(TIRDB& database, TEditChoices& choices) {
         TModel* model = database.GetOrAddModel(makeName, modelName);
         if (model) FillList(*model, choices);
         return QStringLiteral("GetOrAddModel('%1', '%2') and filled it").arg(makeName, modelName);
-      },
-      [&] {
-        if (count == 0) return QString();
-        const int index = some();
-        database.GetMake(index)->Delete();
-        return QStringLiteral("deleted make %1").arg(index);
-      },
-      [&] {
-        if (count == 0) return QString();
-        const int from = some();
-        const int to = some();
-        database.GetMake(from)->Move(to);
-        return QStringLiteral("moved make %1 to %2").arg(from).arg(to);
       },
       [&] {
         if (count == 0) return QString();
@@ -364,6 +352,8 @@ QString EditDatabase(TIRDB& database, TEditChoices& choices) {
       },
       [&] { return EditProperty(database, choices); },
   };
+  AddDeleteAndMoveEdits(
+      edits, count, [&database](int index) { return database.GetMake(index); }, "make", choices);
   return OneOf(choices, edits);
 }
 
