@@ -22,8 +22,8 @@ QString Microseconds(std::uint64_t thirds) { return QString::number(thirds / 3);
 [[noreturn]] void GapTooLong(std::uint32_t off) {
   throw ENorvaError(
       QStringLiteral("Infra-red word gap of %1 us is too long (at most %2 us).")
-          .arg(Microseconds(off), Microseconds(std::uint64_t{MaxLength} * WordEndUnitFactor +
-                                               WordEndUnitFactor - 1)));
+          .arg(Microseconds(off),
+               Microseconds(std::uint64_t{MaxLength} * WordEndUnitFactor + WordEndUnitFactor - 1)));
 }
 
 }  // namespace

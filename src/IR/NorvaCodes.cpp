@@ -259,8 +259,7 @@ std::optional<TCommandPacket> NorvaFramePacket(const TIRStreamData& frame) {
   int value = 0;
   for (int i = static_cast<int>(LeadIn.size()); i < end; ++i) {
     const TPeriodIDPair& pair = frame.Pairs[static_cast<std::size_t>(i)];
-    if (pair.OnID != 0 || (pair.OffID != ZeroBitID && pair.OffID != OneBitID))
-      return std::nullopt;
+    if (pair.OnID != 0 || (pair.OffID != ZeroBitID && pair.OffID != OneBitID)) return std::nullopt;
     value = value << 1 | (pair.OffID == OneBitID ? 1 : 0);
     if ((i - static_cast<int>(LeadIn.size())) % 8 == 7) {
       bytes.append(static_cast<char>(value));

@@ -76,11 +76,11 @@ class TWildcardPattern::TMatch {
   // The last text position (below the end) from which the tokens after star p match, or -1.
   int LastStart(int p) const {
     return p < Inline ? mInline[static_cast<std::size_t>(p)]
-                       : mMore[static_cast<std::size_t>(p - Inline)];
+                      : mMore[static_cast<std::size_t>(p - Inline)];
   }
   int& LastStartSlot(int p) {
     return p < Inline ? mInline[static_cast<std::size_t>(p)]
-                       : mMore[static_cast<std::size_t>(p - Inline)];
+                      : mMore[static_cast<std::size_t>(p - Inline)];
   }
 
   // From the right, so that each star's segment can rely on the next star's answer: the rest
