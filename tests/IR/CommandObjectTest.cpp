@@ -253,17 +253,6 @@ TEST_F(TCommandTest, BadFilesFailOrFollowTheIndexRuleAndNeverHalfLoad) {
   EXPECT_EQ(names, (QStringList{"first", "second", "second too"}));
   EXPECT_EQ(static_cast<TRS232Command*>(list.GetCommand(0))->GetBaudRate(), 9600);
 
-  // Numbers that are not numbers fall back to the defaults; booleans read their words.
-  Load(
-      list,
-      "<c><rs232_command><baud_rate>fast</baud_rate><databits>300</databits><use_hex>TRUE</use_hex>"
-      "<data>0DZZ</data></rs232_command></c>",
-      false);
-  const auto* serial = static_cast<TRS232Command*>(list.GetCommand(0));
-  EXPECT_EQ(serial->GetBaudRate(), 9600);
-  EXPECT_EQ(serial->GetDatabits(), 8);
-  EXPECT_TRUE(serial->GetBinary());
-  EXPECT_EQ(serial->GetData(), QByteArray("\x0D\x00", 2));
   EnableUndo();
 }
 
