@@ -27,10 +27,9 @@ std::uint16_t ModulationPeriodOf(double frequencyHz) {
   return static_cast<std::uint16_t>(period);
 }
 
-}  // namespace
-
-TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseconds) {
-  if (microseconds.isEmpty()) throw ENorvaError(QStringLiteral("Stream has zero length"));
+// The durations as whole pulse and gap pairs: checked, and closed by a gap when they end on a
+// pulse.
+QList<double> ClosedWord(const QList<double>& microseconds) {
   for (const double duration : microseconds) {
     if (!(duration > 0) || !std::isfinite(duration))
       throw ENorvaError(
@@ -38,6 +37,22 @@ TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseco
   }
   QList<double> durations = microseconds;
   if (durations.size() % 2 != 0) durations.append(RawClosingGapMicroseconds);
+  return durations;
+}
+
+// Adds the pairs of a word whose last gap ends it.
+void AddWord(TIRPeriodsLoadHelper& periods, const QList<double>& durations) {
+  for (qsizetype i = 0; i < durations.size(); i += 2) {
+    const bool wordEnd = i + 2 == durations.size();
+    periods.AddOnOffPeriod(Thirds(durations[i]), Thirds(durations[i + 1]), wordEnd);
+  }
+}
+
+}  // namespace
+
+TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseconds) {
+  if (microseconds.isEmpty()) throw ENorvaError(QStringLiteral("Stream has zero length"));
+  const QList<double> durations = ClosedWord(microseconds);
 
   TIRStreamData stream;
   stream.ModulationPeriod = ModulationPeriodOf(frequencyHz);
@@ -52,6 +67,21 @@ TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseco
     const bool wordEnd = i + 1 == lastGap || i + 1 == firstWordEnd;
     periods.AddOnOffPeriod(Thirds(durations[i]), Thirds(durations[i + 1]), wordEnd);
   }
+  stream.Lengths = periods.GetPeriodLengths();
+  stream.Pairs = periods.GetPairs();
+  return stream;
+}
+
+TIRStreamData WordsStream(double frequencyHz, const QList<double>& once,
+                          const QList<double>& repeat) {
+  if (once.isEmpty() && repeat.isEmpty())
+    throw ENorvaError(QStringLiteral("Stream has zero length"));
+  TIRStreamData stream;
+  stream.ModulationPeriod = ModulationPeriodOf(frequencyHz);
+  stream.Format = once.isEmpty() ? RepeatWord1 : repeat.isEmpty() ? NoRepeat : RepeatWord2;
+  TIRPeriodsLoadHelper periods;
+  AddWord(periods, ClosedWord(once));
+  AddWord(periods, ClosedWord(repeat));
   stream.Lengths = periods.GetPeriodLengths();
   stream.Pairs = periods.GetPairs();
   return stream;

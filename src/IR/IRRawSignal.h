@@ -18,4 +18,11 @@ inline constexpr double RawClosingGapMicroseconds = 100000;
 // failures.
 TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseconds);
 
+// The stream that sends `once` a single time, then `repeat` for as long as the key is held: each
+// alternating pulse and gap durations in microseconds, starting with a pulse; a word ending on a
+// pulse gets the closing gap. Either may be empty, not both: repeat only gives RepeatWord1, once
+// only NoRepeat, both RepeatWord2. Raises as RawSignalStream does.
+TIRStreamData WordsStream(double frequencyHz, const QList<double>& once,
+                          const QList<double>& repeat);
+
 }  // namespace norva

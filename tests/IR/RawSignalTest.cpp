@@ -214,3 +214,27 @@ TEST_F(RawSignal, ThatCannotBeAStreamFailsAndChangesNothing) {
     EXPECT_EQ(Undo().Count(), 0);
   }
 }
+
+// Words given apart keep apart: the format says which is sent once and which repeated, and the
+// hex code counts each word's pairs where they belong.
+TEST(WordsStream, KeepsTheOnceAndTheRepeatWordApart) {
+  const QList<double> frame{9000, 4500, 560, 560, 560, 1690, 560, 40000};
+  const QList<double> ditto{9000, 2250, 560};
+  struct TCase {
+    QList<double> Once, Repeat;
+    TIRStreamFormat Format;
+    QString Counts;
+  } const cases[] = {
+      {frame, ditto, RepeatWord2, QStringLiteral("0004 0002")},
+      {frame, {}, NoRepeat, QStringLiteral("0004 0000")},
+      {{}, frame, RepeatWord1, QStringLiteral("0000 0004")},
+  };
+  for (const TCase& c : cases) {
+    const TIRStreamData stream = WordsStream(38000, c.Once, c.Repeat);
+    EXPECT_EQ(stream.Format, c.Format);
+    EXPECT_EQ(stream.Status(), QStringLiteral("OK"));
+    EXPECT_EQ(HexCodeOf(stream).mid(10, 9), c.Counts);
+  }
+  EXPECT_THROW(WordsStream(38000, {}, {}), ENorvaError);
+  EXPECT_THROW(WordsStream(38000, {9000, -1}, {}), ENorvaError);
+}
