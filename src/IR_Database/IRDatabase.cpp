@@ -95,7 +95,7 @@ TIRDB::TIRDB(const QString& filename, bool isPublic, TDatabaseError onError)
 }
 
 // The streams outlive the index as the makes go after this body: their watches must go first.
-TIRDB::~TIRDB() { DropIndex(); }
+TIRDB::~TIRDB() { DropIndexes(); }
 
 QString TIRDB::BackupPath(const QString& path) { return path + QStringLiteral(".bak"); }
 
@@ -158,7 +158,7 @@ TOrbObjectList* TIRDB::GetChildList(const TOrbObject* child) const {
 
 void TIRDB::Updated(TOrbObject* sender) {
   TOrbObject::Updated(sender);
-  DropIndex();
+  DropIndexes();
   mNeedsSaving = !IsReadOnly();
 }
 
@@ -273,27 +273,39 @@ void TIRDB::SaveAs(const QString& path) {
   Save();
 }
 
-const TStreamNameIndex& TIRDB::Index() const {
-  if (!mIndex) {
-    mIndex = std::make_unique<TStreamNameIndex>();
-    ForEachStream(*this, [this](const TIRStream& stream, const TModel& model) {
-      mIndex->Add(stream.Data(), {stream.GetName(), model.GetFullName()});
-      mIndexWatches.push_back(
-          QObject::connect(&stream, &QObject::destroyed, this, [this] { DropIndex(); }));
+template <typename TIndex>
+const TIndex& TIRDB::BuiltIndex(std::unique_ptr<TIndex>& index) const {
+  if (!index) {
+    WatchIndexedStreams();
+    index = std::make_unique<TIndex>();
+    ForEachStream(*this, [&index](const TIRStream& stream, const TModel& model) {
+      index->Add(stream.Data(), {stream.GetName(), model.GetFullName()});
       return false;
     });
   }
-  return *mIndex;
+  return *index;
 }
 
-void TIRDB::DropIndex() const {
+void TIRDB::WatchIndexedStreams() const {
+  if (mWatchingStreams) return;
+  mWatchingStreams = true;
+  ForEachStream(*this, [this](const TIRStream& stream, const TModel&) {
+    mIndexWatches.push_back(
+        QObject::connect(&stream, &QObject::destroyed, this, [this] { DropIndexes(); }));
+    return false;
+  });
+}
+
+void TIRDB::DropIndexes() const {
   for (const QMetaObject::Connection& watch : mIndexWatches) QObject::disconnect(watch);
   mIndexWatches.clear();
-  mIndex.reset();
+  mWatchingStreams = false;
+  mNameIndex.reset();
+  mRecognitionIndex.reset();
 }
 
 bool TIRDB::GetNames(TIRStream& stream) const {
-  const TStreamName* name = Index().Find(stream.Data());
+  const TStreamName* name = BuiltIndex(mNameIndex).Find(stream.Data());
   if (!name && mPublic) name = NativeStreamNames().Find(stream.Data());
   if (!name) return false;
   Name(stream, *name);
@@ -319,6 +331,13 @@ bool TIRDB::GetNamesByWalking(TIRStream& stream) const {
   });
   if (native) Name(stream, found);
   return native;
+}
+
+QList<TStreamName> TIRDB::RecogniseNames(const TIRStreamData& stream) const {
+  const TButtonPrint print = ButtonPrintOf(stream);
+  QList<TStreamName> names = BuiltIndex(mRecognitionIndex).Find(print);
+  if (mPublic) names += NativeStreamRecognition().Find(print);
+  return names;
 }
 
 }  // namespace norva

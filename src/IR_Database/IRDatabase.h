@@ -7,6 +7,7 @@
 #include <IR/IRStream.h>
 #include <IR_Database/Make.h>
 #include <IR_Database/StreamNames.h>
+#include <IR_Database/StreamRecognition.h>
 #include <OrbGlobal/Model/OrbObjectList.h>
 
 #include <QMetaObject>
@@ -94,6 +95,11 @@ class TIRDB : public TOrbObject {
   bool GetNames(TIRStream& stream) const;
   // The same by walking the whole database, for checking the index.
   bool GetNamesByWalking(TIRStream& stream) const;
+  // The names of every IR stream of the database that is the same button as `stream`
+  // (StreamRecognition.h: the same decode, or the same structure within tolerances), in make,
+  // model and command order, with their models' full names as category; a public database then
+  // adds the native codes. Answered from an index that is rebuilt after the database changed.
+  QList<TStreamName> RecogniseNames(const TIRStreamData& stream) const;
 
  private:
   void AddBuiltInMakes();
@@ -101,8 +107,11 @@ class TIRDB : public TOrbObject {
   void ReportLoadFailure(const QString& errorMsg, const QString& failure);
   // The file name is no edit: it never goes into the undo history.
   void SetFilename(const QString& path);
-  const TStreamNameIndex& Index() const;
-  void DropIndex() const;
+  // The index held in `index`, built from every IR stream of the database when missing.
+  template <typename TIndex>
+  const TIndex& BuiltIndex(std::unique_ptr<TIndex>& index) const;
+  void WatchIndexedStreams() const;
+  void DropIndexes() const;
 
   // mutable: the child list is handed out by the const GetChildList.
   mutable TOrbObjectList mMakes;
@@ -111,9 +120,11 @@ class TIRDB : public TOrbObject {
   bool mReadOnly = false;
   QString mLoadFailure;
   TDatabaseError mOnError;
-  mutable std::unique_ptr<TStreamNameIndex> mIndex;
+  mutable std::unique_ptr<TStreamNameIndex> mNameIndex;
+  mutable std::unique_ptr<TStreamRecognitionIndex> mRecognitionIndex;
   // An owning list destroys an item without telling its owner when nothing is recorded for undo,
-  // so the index watches the streams it was built from.
+  // so the indexes watch the streams they were built from, once for both.
+  mutable bool mWatchingStreams = false;
   mutable std::vector<QMetaObject::Connection> mIndexWatches;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 // The IR database: makes and models of device commands in one XML file, the built-in makes of the
-// installation's own devices, and naming received codes.
+// installation's own devices, and naming and recognising received codes.
 
 #include <IR_Database/BuiltInMakes.h>
 #include <IR_Database/IRDatabase.h>
@@ -8,3 +8,4 @@
 #include <IR_Database/Model.h>
 #include <IR_Database/NamedCodes.h>
 #include <IR_Database/StreamNames.h>
+#include <IR_Database/StreamRecognition.h>
