@@ -1,5 +1,5 @@
 // norva irdb on libraries that must not be touched: one that did not load, one that is not there,
-// and codes imported again.
+// and codes imported again; naming a received code exactly or as the same button.
 #include "NorvaRun.h"
 
 #include <QFile>
@@ -105,6 +105,37 @@ TEST(IRDatabaseTool, ImportsEachCodeOnce) {
             "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
             "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
   EXPECT_TRUE(QFile::exists(database + ".bak"));
+}
+
+// The command holding exactly the code is named first; otherwise every command of the same button.
+TEST(IRDatabaseTool, NamesExactlyOrByTheSameButton) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  const QString tsv = folder.filePath("codes.tsv");
+  const QString odd =
+      "0000 006D 0000 0006 0050 0030 0010 0060 0030 0020 0070 0010 0010 0045 0025 0400";
+  WriteFile(tsv, "Odd\t" + odd.toUtf8() + "\nOdd again\t" + odd.toUtf8() + " \n");
+  ASSERT_EQ(Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"}).ExitCode,
+            0);
+  const struct {
+    const char* What;
+    QString Code;
+    int ExitCode;
+    QString Out;
+  } cases[] = {
+      {"the stored code", odd, 0, "exact\tAcme - TV: Odd\n"},
+      {"a second capture",
+       "0000 006C 0000 0006 0052 0030 0010 005E 0031 0020 0070 0011 0010 0045 0024 0400", 0,
+       "similar\tAcme - TV: Odd\nsimilar\tAcme - TV: Odd again\n"},
+      {"another button",
+       "0000 006D 0000 0006 0030 0050 0010 0060 0030 0020 0070 0010 0010 0045 0025 0400", 1,
+       "unknown\n"},
+  };
+  for (const auto& c : cases) {
+    const TRun run = Norva({"irdb", database, "name", c.Code});
+    EXPECT_EQ(run.ExitCode, c.ExitCode) << c.What;
+    EXPECT_EQ(run.Out, c.Out) << c.What;
+  }
 }
 
 }  // namespace

@@ -133,7 +133,7 @@ TEST(NorvaTool, ImportsListsAndNamesCodesInAnIRDatabase) {
   const TRun named = Norva(
       {"irdb", database, "name", "0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400"});
   EXPECT_EQ(named.ExitCode, 0);
-  EXPECT_EQ(named.Out, "Acme - TV: Vol+\n");
+  EXPECT_EQ(named.Out, "exact\tAcme - TV: Vol+\n");
   const TRun unknown = Norva({"irdb", database, "name", "0000 0070 0000 0001 0010 0400"});
   EXPECT_EQ(unknown.ExitCode, 1);
   EXPECT_EQ(unknown.Out, "unknown\n");

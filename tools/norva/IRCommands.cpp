@@ -1,7 +1,9 @@
-// norva ir hex / native / raw: infra-red codes read, built and shown as the library sees them.
+// norva ir hex / native / raw / decode / encode: infra-red codes read, built, decoded and shown as
+// the library sees them.
 #include "Subcommands.h"
 
 #include <IR/IRHexCode.h>
+#include <IR/IRProtocols.h>
 #include <IR/IRRawSignal.h>
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/EnumNames.h>
@@ -9,6 +11,11 @@
 #include <NorvaGlobal/Vocabulary.h>
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <functional>
+#include <utility>
 
 namespace norva::cli {
 
@@ -45,14 +52,25 @@ void PrintStream(const TIRStreamData& stream, QTextStream& out) {
   }
 }
 
-// A line of input: a code, or a name, a TAB and a code. True when it read into a valid stream; a
-// code ignored for too few words or giving a stream whose status is not "OK" is no success.
+// A line of input: a code, or a name, a TAB and a code.
+struct TCodeLine {
+  std::optional<QString> Name;
+  QString Code;
+};
+
+TCodeLine SplitCodeLine(const QString& line) {
+  if (!line.contains(u'\t')) return {std::nullopt, line};
+  return {line.section(u'\t', 0, -2), line.section(u'\t', -1).trimmed()};
+}
+
+// True when the line read into a valid stream; a code ignored for too few words or giving a stream
+// whose status is not "OK" is no success.
 bool ReportHexCode(const QString& line, QTextStream& out) {
-  const QString code = line.section(u'\t', -1);
-  if (line.contains(u'\t')) out << "name: " << line.section(u'\t', 0, -2) << '\n';
-  out << "code: " << code.trimmed() << '\n';
+  const TCodeLine code = SplitCodeLine(line);
+  if (code.Name) out << "name: " << *code.Name << '\n';
+  out << "code: " << code.Code.trimmed() << '\n';
   try {
-    const std::optional<TIRStreamData> stream = ParseHexCode(code);
+    const std::optional<TIRStreamData> stream = ParseHexCode(code.Code);
     if (!stream) {
       out << "ignored: fewer than five words\n";
       return false;
@@ -74,6 +92,12 @@ QStringList InputLines() {
     if (!line.trimmed().isEmpty()) lines << line.trimmed();
   }
   return lines;
+}
+
+// The codes named by the arguments: one typed without quotes arrives as one argument per word;
+// "-" reads one a line from standard input.
+QStringList CodesToRead(const QStringList& values) {
+  return values == QStringList{QStringLiteral("-")} ? InputLines() : QStringList{values.join(u' ')};
 }
 
 template <typename E>
@@ -99,14 +123,105 @@ double ParseDuration(const QString& text) {
   return value;
 }
 
+struct TRawSignal {
+  double Hertz = 0;
+  QList<double> Durations;
+};
+
+// --frequency HZ and DURATIONS... of `command`.
+TRawSignal ReadRawSignal(const QString& frequency, const QStringList& values, const char* command) {
+  TRawSignal signal;
+  bool ok = false;
+  signal.Hertz = frequency.toDouble(&ok);
+  if (!ok || signal.Hertz < 0)
+    throw EUsage(QStringLiteral("HZ must be a frequency in hertz, not %1").arg(Quoted(frequency)));
+  for (const QString& value : values) signal.Durations << ParseDuration(value);
+  if (signal.Durations.isEmpty())
+    throw EUsage(QStringLiteral("%1 needs DURATIONS").arg(QLatin1String(command)));
+  return signal;
+}
+
+// The most likely decode of a code, or why there is none.
+struct TDecodeAnswer {
+  std::optional<TIRDecode> Decode;
+  QString Error;
+};
+
+TDecodeAnswer AnswerOf(const std::function<QList<TIRDecode>()>& decode) {
+  try {
+    const QList<TIRDecode> decodes = decode();
+    if (decodes.isEmpty()) return {std::nullopt, QStringLiteral("the stream has no end")};
+    return {decodes.front(), {}};
+  } catch (const ENorvaError& error) {
+    return {std::nullopt, error.Message()};
+  }
+}
+
+QList<TIRDecode> DecodeHexCode(const QString& code) {
+  const std::optional<TIRStreamData> stream = ParseHexCode(code);
+  if (!stream) throw ENorvaError(QStringLiteral("fewer than five words"));
+  return DecodeIRStream(*stream);
+}
+
+QJsonObject DecodeJson(const std::optional<QString>& name, const TDecodeAnswer& answer) {
+  QJsonObject object;
+  if (name) object[QStringLiteral("name")] = *name;
+  if (!answer.Decode) {
+    object[QStringLiteral("error")] = answer.Error;
+    return object;
+  }
+  const TIRDecode& decode = *answer.Decode;
+  if (!decode.IsKnown()) {
+    object[QStringLiteral("protocol")] = QJsonValue::Null;
+    object[QStringLiteral("generic")] = decode.Generic;
+    return object;
+  }
+  object[QStringLiteral("protocol")] = decode.Protocol;
+  const TIRProtocolParameters& parameters = decode.Parameters;
+  for (const auto& [field, value] : {std::pair{"D", parameters.D}, std::pair{"S", parameters.S},
+                                     std::pair{"F", parameters.F}, std::pair{"T", parameters.T}}) {
+    if (value) object[QLatin1String(field)] = static_cast<qint64>(*value);
+  }
+  return object;
+}
+
+// One line: the decode's text (or the error), after the input's name and a TAB; or with `json`
+// one JSON object.
+void PrintDecode(const TCodeLine& code, const TDecodeAnswer& answer, bool json, QTextStream& out) {
+  if (json) {
+    out << QJsonDocument(DecodeJson(code.Name, answer)).toJson(QJsonDocument::Compact) << '\n';
+    return;
+  }
+  if (code.Name) out << *code.Name << '\t';
+  out << (answer.Decode ? DecodeText(*answer.Decode) : QStringLiteral("error: ") + answer.Error)
+      << '\n';
+}
+
+// D=n, S=n, F=n and T=n (letters in either case), each at most once.
+TIRProtocolParameters ParseParameters(const QStringList& words) {
+  TIRProtocolParameters parameters;
+  for (const QString& word : words) {
+    const QString letter = word.section(u'=', 0, 0).toUpper();
+    std::optional<std::int64_t>* slot = letter == u"D"   ? &parameters.D
+                                        : letter == u"S" ? &parameters.S
+                                        : letter == u"F" ? &parameters.F
+                                        : letter == u"T" ? &parameters.T
+                                                         : nullptr;
+    const std::optional<qlonglong> value =
+        word.contains(u'=') ? ParseNumber(word.section(u'=', 1)) : std::nullopt;
+    if (!slot || !value)
+      throw EUsage(QStringLiteral("a parameter is D=n, S=n, F=n or T=n, not %1").arg(Quoted(word)));
+    if (*slot) throw EUsage(QStringLiteral("%1 is given twice").arg(letter));
+    *slot = *value;
+  }
+  return parameters;
+}
 }  // namespace
 
 int RunIRHex(TArguments& arguments, QTextStream& out) {
   const QStringList values = arguments.Positional();
   if (values.isEmpty()) throw EUsage(QStringLiteral("ir hex needs a CODE, or - to read codes"));
-  // A code typed without quotes arrives as one argument per word.
-  const QStringList codes =
-      values == QStringList{QStringLiteral("-")} ? InputLines() : QStringList{values.join(u' ')};
+  const QStringList codes = CodesToRead(values);
   bool allRead = true;
   for (qsizetype i = 0; i < codes.size(); ++i) {
     if (i > 0) out << '\n';
@@ -149,19 +264,49 @@ int RunIRNative(TArguments& arguments, QTextStream& out) {
 int RunIRRaw(TArguments& arguments, QTextStream& out) {
   const std::optional<QString> frequency = arguments.TakeOption(QStringLiteral("--frequency"));
   if (!frequency) throw EUsage(QStringLiteral("ir raw needs --frequency HZ"));
-  bool ok = false;
-  const double hertz = frequency->toDouble(&ok);
-  if (!ok || hertz < 0)
-    throw EUsage(QStringLiteral("HZ must be a frequency in hertz, not %1").arg(Quoted(*frequency)));
-  QList<double> durations;
-  for (const QString& value : arguments.Positional()) durations << ParseDuration(value);
-  if (durations.isEmpty()) throw EUsage(QStringLiteral("ir raw needs DURATIONS"));
+  const TRawSignal signal = ReadRawSignal(*frequency, arguments.Positional(), "ir raw");
   try {
-    PrintStream(RawSignalStream(hertz, durations), out);
+    PrintStream(RawSignalStream(signal.Hertz, signal.Durations), out);
   } catch (const ENorvaError& error) {
     out << "error: " << error.Message() << '\n';
     return 1;
   }
+  return 0;
+}
+
+int RunIRDecode(TArguments& arguments, QTextStream& out) {
+  const bool json = arguments.TakeFlag(QStringLiteral("--json"));
+  const std::optional<QString> frequency = arguments.TakeOption(QStringLiteral("--frequency"));
+  const QStringList values = arguments.Positional();
+  if (frequency) {
+    const TRawSignal signal = ReadRawSignal(*frequency, values, "ir decode");
+    const TDecodeAnswer answer =
+        AnswerOf([&signal] { return DecodeIRSignal(signal.Hertz, signal.Durations); });
+    PrintDecode({std::nullopt, {}}, answer, json, out);
+    return answer.Decode ? 0 : 1;
+  }
+  if (values.isEmpty())
+    throw EUsage(QStringLiteral("ir decode needs a CODE, - to read codes, or --frequency HZ"));
+  bool allDecoded = true;
+  for (const QString& line : CodesToRead(values)) {
+    const TCodeLine code = SplitCodeLine(line);
+    const TDecodeAnswer answer = AnswerOf([&code] { return DecodeHexCode(code.Code); });
+    PrintDecode(code, answer, json, out);
+    allDecoded = allDecoded && answer.Decode;
+  }
+  return allDecoded ? 0 : 1;
+}
+
+int RunIREncode(TArguments& arguments, QTextStream& out) {
+  const bool hexOnly = arguments.TakeFlag(QStringLiteral("--hex"));
+  const QStringList values = arguments.Positional();
+  if (values.isEmpty()) throw EUsage(QStringLiteral("ir encode needs PROTOCOL and D=n F=n"));
+  // An unknown protocol or a value out of its range is the library's answer: exit 1.
+  const TIRStreamData stream = EncodeIRStream(values[0], ParseParameters(values.mid(1)));
+  if (hexOnly)
+    out << HexCodeOf(stream) << '\n';
+  else
+    PrintStream(stream, out);
   return 0;
 }
 

@@ -2,6 +2,7 @@
 #include "Subcommands.h"
 
 #include <IR/IR.h>
+#include <IR/IRProtocols.h>
 #include <IR_Database/IR_Database.h>
 #include <NorvaGlobal/Exceptions.h>
 
@@ -37,6 +38,14 @@ QString ClassNames(const TCommandObject& command) {
   return names.join(QStringLiteral(", "));
 }
 
+// The most likely decode of an IR stream; nothing for other commands.
+QString DecodeColumn(const TCommandObject& command) {
+  const auto* stream = qobject_cast<const TIRStream*>(&command);
+  if (!stream) return {};
+  const QList<TIRDecode> decodes = DecodeIRStream(stream->Data());
+  return decodes.isEmpty() ? QStringLiteral("no decode") : DecodeText(decodes.front());
+}
+
 void List(const TIRDB& database, const QStringList& names, QTextStream& out) {
   if (names.isEmpty()) {
     for (int i = 0; i < database.GetMakeCount(); ++i) {
@@ -61,7 +70,8 @@ void List(const TIRDB& database, const QStringList& names, QTextStream& out) {
   for (int i = 0; i < model->GetCommandCount(); ++i) {
     const TCommandObject* command = model->GetCommand(i);
     out << command->GetName() << '\t' << CommandElementName(command->GetClass()) << '\t'
-        << command->Status() << '\t' << ClassNames(*command) << '\n';
+        << command->Status() << '\t' << ClassNames(*command) << '\t' << DecodeColumn(*command)
+        << '\n';
   }
 }
 
@@ -78,15 +88,19 @@ TIRStreamData ReadCode(const QStringList& words) {
   return stream.Data();
 }
 
+// The command holding exactly that code, else every command that is the same button.
 int Name(const TIRDB& database, const TIRStreamData& code, QTextStream& out) {
   TIRStream stream;
   stream.SetData(code);
-  if (!database.GetNames(stream)) {
-    out << "unknown\n";
-    return 1;
+  if (database.GetNames(stream)) {
+    out << "exact\t" << stream.GetCategory() << ": " << stream.GetName() << '\n';
+    return 0;
   }
-  out << stream.GetCategory() << ": " << stream.GetName() << '\n';
-  return 0;
+  const QList<TStreamName> similar = database.RecogniseNames(code);
+  for (const TStreamName& name : similar)
+    out << "similar\t" << name.Category << ": " << name.Name << '\n';
+  if (similar.isEmpty()) out << "unknown\n";
+  return similar.isEmpty() ? 1 : 0;
 }
 
 int Import(TIRDB& database, const QStringList& values, const QString& makeName,

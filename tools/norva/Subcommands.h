@@ -24,6 +24,8 @@ int RunButtonOrdinal(TArguments& arguments, QTextStream& out);
 int RunIRHex(TArguments& arguments, QTextStream& out);
 int RunIRNative(TArguments& arguments, QTextStream& out);
 int RunIRRaw(TArguments& arguments, QTextStream& out);
+int RunIRDecode(TArguments& arguments, QTextStream& out);
+int RunIREncode(TArguments& arguments, QTextStream& out);
 int RunIRDatabase(TArguments& arguments, QTextStream& out);
 
 }  // namespace norva::cli

@@ -79,10 +79,23 @@ const std::vector<TSubcommand>& Subcommands() {
        "ir raw --frequency HZ DURATIONS...",
        "build a stream from a learnt raw signal: pulse and gap durations in microseconds",
        &RunIRRaw},
+      {{"ir", "decode"},
+       "ir decode [--json] (CODE|- | --frequency HZ DURATIONS...)",
+       "print the protocol and parameters of hex codes (with -, one per line, perhaps after a "
+       "name and a TAB) or of a raw signal, or unknown with a generic description (exit 1 when "
+       "one cannot be read or decoded)",
+       &RunIRDecode},
+      {{"ir", "encode"},
+       "ir encode PROTOCOL D=n [S=n] F=n [T=n] [--hex]",
+       "build the stream a protocol sends for these parameters (--hex: only its hex code; exit 1 "
+       "for an unknown protocol or a value out of range)",
+       &RunIREncode},
       {{"irdb"},
        "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N)",
-       "list an IR database (--public: with the built-in makes), name a received hex code (exit 1 "
-       "when unknown), or import lines of a name, a TAB and a hex code, skipping codes already "
+       "list an IR database (--public: with the built-in makes; a model's commands with their "
+       "decodes), name a received hex code (the command holding exactly that code, else every "
+       "command that is the same button; exit 1 when none), or import lines of a name, a TAB and a "
+       "hex code, skipping codes already "
        "there (exit 1 when one failed; the previous file is kept as FILE.bak). Only import creates "
        "FILE; a FILE that does not load is never written (exit 1, with the reason)",
        &RunIRDatabase},
@@ -116,7 +129,7 @@ const TSubcommand* FindSubcommand(const QStringList& arguments) {
   return nullptr;
 }
 
-// The subcommands whose first word is `group` ("ir": ir hex, ir native, ir raw).
+// The subcommands whose first word is `group` ("ir": ir hex, ir native, ir raw, ...).
 std::vector<const TSubcommand*> GroupMembers(const QString& group) {
   std::vector<const TSubcommand*> members;
   for (const TSubcommand& command : Subcommands())
