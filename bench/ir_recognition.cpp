@@ -205,41 +205,39 @@ TCorpusFixture& Corpus() {
 void RelearntCodesFindTheirOwnNames(benchmark::State& state) {
   const norva::TUndoSuspended undoOff;
   QRandomGenerator random(1123);
-  std::int64_t own = 0;
-  std::int64_t sameButton = 0;
-  std::int64_t wrong = 0;
-  std::int64_t unreadable = 0;
-  std::int64_t captures = 0;
+  struct {
+    std::int64_t Captures = 0, Unreadable = 0, Own = 0, SameButton = 0, Wrong = 0;
+  } count;
   for (auto _ : state) {
     const TCorpusFixture& corpus = Corpus();
     for (qsizetype i = 0; i < corpus.codes.size(); ++i) {
-      ++captures;
+      ++count.Captures;
       const auto capture = Read(JitteredHexCode(corpus.codes[i], Jitter, random));
       if (!capture) {
-        ++unreadable;
+        ++count.Unreadable;
         continue;
       }
       const int line = static_cast<int>(i) + 1;
       for (const norva::TStreamName& name : corpus.database->RecogniseNames(*capture)) {
         const int found = TCorpusFixture::LineOf(name);
         if (found == line)
-          ++own;
+          ++count.Own;
         else if (found > 0 && norva::SameButton(corpus.prints[static_cast<std::size_t>(found - 1)],
                                                 corpus.prints[i]))
-          ++sameButton;
+          ++count.SameButton;
         else
-          ++wrong;
+          ++count.Wrong;
       }
     }
   }
-  const auto per = [&](std::int64_t count) {
-    return static_cast<double>(count) / static_cast<double>(captures);
+  const auto per = [&count](std::int64_t n) {
+    return static_cast<double>(n) / static_cast<double>(count.Captures);
   };
-  state.counters["captures"] = static_cast<double>(captures);
-  state.counters["own_name_share"] = per(own);
-  state.counters["unreadable_share"] = per(unreadable);
-  state.counters["same_button_names"] = static_cast<double>(sameButton);
-  state.counters["wrong_names"] = static_cast<double>(wrong);
+  state.counters["captures"] = static_cast<double>(count.Captures);
+  state.counters["own_name_share"] = per(count.Own);
+  state.counters["unreadable_share"] = per(count.Unreadable);
+  state.counters["same_button_names"] = static_cast<double>(count.SameButton);
+  state.counters["wrong_names"] = static_cast<double>(count.Wrong);
 }
 BENCHMARK(RelearntCodesFindTheirOwnNames)->Unit(benchmark::kMillisecond)->Iterations(1);
 

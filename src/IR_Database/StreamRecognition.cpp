@@ -1,7 +1,6 @@
 #include <IR_Database/StreamRecognition.h>
 
 #include <IR/IRProtocols.h>
-#include <IR/NorvaIRStream.h>
 
 #include <algorithm>
 #include <cmath>
@@ -114,14 +113,7 @@ QList<TStreamName> TStreamRecognitionIndex::Find(const TButtonPrint& print) cons
 }
 
 const TStreamRecognitionIndex& NativeStreamRecognition() {
-  static const TStreamRecognitionIndex index = [] {
-    TStreamRecognitionIndex natives;
-    ForEachNativeCode([&natives](const TNorvaIRStream& stream) {
-      natives.Add(stream.Data(), {stream.GetName(), stream.GetCategory()});
-      return false;
-    });
-    return natives;
-  }();
+  static const TStreamRecognitionIndex index = IndexOfNativeCodes<TStreamRecognitionIndex>();
   return index;
 }
 
