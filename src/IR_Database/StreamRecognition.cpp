@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 namespace norva {
 
@@ -51,6 +53,20 @@ bool DurationsAgree(float a, float b) {
          RecognitionDurationTolerance * std::max(a, b) + RecognitionDurationSlackMicroseconds;
 }
 
+float DurationSum(const TStreamTimings& timings) {
+  return std::accumulate(timings.Durations.begin(), timings.Durations.end(), 0.0F);
+}
+
+// The sums of durations that can agree one by one with those of `timings`, a little widened for
+// the rounding of the sums.
+std::pair<float, float> AgreeingSums(const TStreamTimings& timings) {
+  const float sum = DurationSum(timings);
+  const auto slack = static_cast<float>(RecognitionDurationSlackMicroseconds *
+                                        static_cast<double>(timings.Durations.size()));
+  const auto keep = static_cast<float>(1 - RecognitionDurationTolerance);
+  return {(keep * sum - slack) * 0.999F, (sum + slack) / keep * 1.001F};
+}
+
 bool TimingsAgree(const TStreamTimings& a, const TStreamTimings& b) {
   if ((a.CarrierHz == 0) != (b.CarrierHz == 0)) return false;
   if (std::abs(a.CarrierHz - b.CarrierHz) >
@@ -88,7 +104,10 @@ void TStreamRecognitionIndex::Add(const TIRStreamData& data, const TStreamName& 
   const int position = static_cast<int>(mNames.size());
   mNames.push_back(name);
   for (const QByteArray& key : print.DecodeKeys) mByDecode[key].push_back(position);
-  if (!print.Shape.isEmpty()) mByShape[print.Shape].push_back({position, std::move(print.Timings)});
+  if (!print.Shape.isEmpty()) {
+    const float sum = DurationSum(print.Timings);
+    mByShape[print.Shape].insert({sum, {position, std::move(print.Timings)}});
+  }
 }
 
 QList<TStreamName> TStreamRecognitionIndex::Find(const TButtonPrint& print) const {
@@ -100,8 +119,12 @@ QList<TStreamName> TStreamRecognitionIndex::Find(const TButtonPrint& print) cons
   }
   const auto shaped = print.Shape.isEmpty() ? mByShape.constEnd() : mByShape.constFind(print.Shape);
   if (shaped != mByShape.constEnd()) {
-    for (const TShaped& candidate : *shaped)
-      if (TimingsAgree(candidate.Timings, print.Timings)) positions.push_back(candidate.Position);
+    const auto [low, high] = AgreeingSums(print.Timings);
+    for (auto candidate = shaped->lower_bound(low); candidate != shaped->upper_bound(high);
+         ++candidate) {
+      if (TimingsAgree(candidate->second.Timings, print.Timings))
+        positions.push_back(candidate->second.Position);
+    }
   }
   // A stream that two decodes explain is listed under both.
   std::sort(positions.begin(), positions.end());

@@ -13,6 +13,7 @@
 #include <QHash>
 #include <QList>
 
+#include <map>
 #include <vector>
 
 namespace norva {
@@ -64,7 +65,9 @@ class TStreamRecognitionIndex {
 
   std::vector<TStreamName> mNames;
   QHash<QByteArray, std::vector<int>> mByDecode;
-  QHash<QByteArray, std::vector<TShaped>> mByShape;
+  // By structure key, then by the sum of the durations: durations that agree one by one have sums
+  // that agree too, so only a range of sums is compared duration by duration.
+  QHash<QByteArray, std::multimap<float, TShaped>> mByShape;
 };
 
 // The native codes (ForEachNativeCode) for recognition, in the order they are tried. Built once
