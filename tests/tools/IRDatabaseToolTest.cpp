@@ -101,9 +101,11 @@ TEST(IRDatabaseTool, ImportsEachCodeOnce) {
   EXPECT_EQ(again.Out,
             "line 2: expected NAME<TAB>CODE, found 3 fields\n"
             "added 0 commands to Acme - TV, skipped 2 already there, 1 lines failed\n");
-  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
-            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
-            "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
+  EXPECT_EQ(
+      Norva({"irdb", database, "list", "acme", "tv"}).Out,
+      "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "
+      "0x2\n"
+      "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n");
   EXPECT_TRUE(QFile::exists(database + ".bak"));
 }
 

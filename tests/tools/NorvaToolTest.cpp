@@ -124,9 +124,11 @@ TEST(NorvaTool, ImportsListsAndNamesCodesInAnIRDatabase) {
   EXPECT_EQ(import.ExitCode, 1);  // one line failed
   EXPECT_EQ(import.Out,
             "line 2: Invalid hex code string.\nadded 2 commands to Acme - TV, 1 lines failed\n");
-  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
-            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
-            "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
+  EXPECT_EQ(
+      Norva({"irdb", database, "list", "acme", "tv"}).Out,
+      "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "
+      "0x2\n"
+      "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n");
   EXPECT_EQ(Norva({"irdb", database, "--public", "list"}).Out,
             "NORVA\t0 models, built in with 3 command groups\n"
             "INTEGRA\t0 models, built in with 1 command groups\nAcme\t1 models\n");
