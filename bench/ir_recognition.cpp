@@ -107,11 +107,11 @@ struct TSpeedFixture {
     for (const auto& [name, code] : corpus) {
       if (const auto data = Read(JitteredHexCode(code, Jitter, random))) queries.push_back(*data);
     }
-    norva::TNorvaIRStream native;
-    for (int zone = -1; zone < 96; zone += 8) {
-      native.SetNorva(zone, norva::nvVolUpCmd, norva::AmpCommand);
-      queries.push_back(native.Data());
-    }
+    int native = 0;
+    norva::ForEachNativeCode([&](const norva::TNorvaIRStream& code) {
+      if (native++ % 1000 == 0) queries.push_back(code.Data());
+      return false;
+    });
   }
   std::unique_ptr<norva::TIRDB> database;
   std::vector<norva::TIRStreamData> queries;
