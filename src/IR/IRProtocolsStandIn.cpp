@@ -1,0 +1,17 @@
+// Stands in for the protocol engine until it is merged: knows no protocol.
+#include <IR/IRProtocols.h>
+
+#include <NorvaGlobal/Exceptions.h>
+
+namespace norva {
+
+QString DecodeText(const TIRDecode& decode) { return decode.Protocol; }
+QList<TIRDecode> DecodeIRStream(const TIRStreamData&) { return {}; }
+QList<TIRDecode> DecodeIRSignal(double, const QList<double>&) { return {}; }
+TIRStreamData EncodeIRStream(QStringView protocol, const TIRProtocolParameters&) {
+  throw ENorvaError(QStringLiteral("unknown protocol %1").arg(protocol));
+}
+QStringList IRProtocolNames() { return {}; }
+QString FindIRProtocol(QStringView) { return {}; }
+
+}  // namespace norva
