@@ -204,3 +204,13 @@ TEST(CodeFileReaders, TakeMakeAndModelOnlyFromACsvFileNamedByDeviceAndSubdevice)
   EXPECT_EQ(read.Entries[0].Make, "Sony");
   EXPECT_EQ(read.Entries[0].Model, "Receiver 176,-1");
 }
+
+// A file cut short keeps what was read before the cut: the raw code being read included.
+TEST(CodeFileReaders, KeepWhatAFileCutShortHeld) {
+  const TCodeFileEntries read =
+      ReadLircdFile("begin remote\n name R\n begin raw_codes\n  name A\n   900 450 600", "r.conf");
+  ASSERT_EQ(read.Entries.size(), 1);
+  EXPECT_EQ(read.Entries[0].Place, "line 4");
+  ASSERT_EQ(read.Refusals.size(), 1);
+  EXPECT_EQ(read.Refusals[0].Reason, "the file ends inside remote R");
+}

@@ -141,6 +141,7 @@ class TLircdReader {
       ++mLine;
       Line(Words(QString::fromUtf8(line)));
     }
+    FlushRawCode();
     if (mInRemote)
       mRead.Refusals.append({QStringLiteral("line %1").arg(mRemoteLine),
                              QStringLiteral("the file ends inside remote %1").arg(mRemote.Name)});
