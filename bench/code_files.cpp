@@ -1,7 +1,7 @@
 // Code files of other tools: reading 100,000 codes of each format and turning them into streams
 // (target at most 2 s for each format), and, printed, what the readers make of real files:
 // every remote definition of Debian's lirc-compat-remotes, and the labelled codes of
-// /work/shared/data/ir/girrlib-protocols.tsv written as Girr (Pronto hex, protocol parameters)
+// tests/data/ir/girrlib-protocols.tsv written as Girr (Pronto hex, protocol parameters)
 // and as protocol CSV (codes, streams, refusals by reason).
 #include <IR/IR.h>
 #include <IR/IRProtocols.h>
@@ -25,7 +25,8 @@ using namespace norva;
 
 constexpr int CodeCount = 100'000;
 const QString LircRemotes = QStringLiteral("/usr/share/lirc/remotes");
-const QString GirrLibCodes = QStringLiteral("/work/shared/data/ir/girrlib-protocols.tsv");
+const QString GirrLibCodes =
+    QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/girrlib-protocols.tsv");
 
 // The stream an entry stands for: as read, or built by the protocol engine. Raises the reason
 // when there is none.
@@ -132,11 +133,15 @@ BENCHMARK(ImportProtocolCsv)->Unit(benchmark::kMillisecond);
 void ReadLircCompatRemotes(benchmark::State& state) {
   TTally tally;
   int files = 0;
+  std::map<QString, int> protocols;  // of the streams, as the protocol engine names them
   for (auto _ : state) {
     for (QDirIterator it(LircRemotes, {"lircd.conf*"}, QDir::Files, QDirIterator::Subdirectories);
          it.hasNext();) {
       const QString path = it.next();
-      tally.Add(ReadLircdFile(FileBytes(path), path));
+      tally.Add(ReadLircdFile(FileBytes(path), path), [&](const QString&, const TIRStreamData& s) {
+        const QList<TIRDecode> decodes = DecodeIRStream(s);
+        ++protocols[decodes.isEmpty() || !decodes[0].IsKnown() ? "none" : decodes[0].Protocol];
+      });
       ++files;
     }
   }
@@ -144,6 +149,10 @@ void ReadLircCompatRemotes(benchmark::State& state) {
     state.SkipWithError("no lirc-compat-remotes: apt-get install lirc-compat-remotes");
   std::printf("%d remote definitions of %s\n", files, qPrintable(LircRemotes));
   tally.Print("lirc-compat-remotes");
+  std::printf("  streams by the protocol that decodes them:");
+  for (const auto& [protocol, count] : protocols)
+    std::printf(" %s %d", qPrintable(protocol), count);
+  std::printf("\n");
 }
 BENCHMARK(ReadLircCompatRemotes)->Iterations(1)->Unit(benchmark::kMillisecond);
 
