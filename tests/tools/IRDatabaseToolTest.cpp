@@ -134,4 +134,41 @@ TEST(IRDatabaseTool, NamesExactlyOrByTheSameButton) {
   }
 }
 
+// Each format goes to standard output; what a format cannot hold is named on standard error.
+TEST(IRDatabaseTool, ExportsTheDatabaseAMakeOrAModel) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  const QString tsv = folder.filePath("codes.tsv");
+  WriteFile(tsv, "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n");
+  ASSERT_EQ(Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"}).ExitCode,
+            0);
+  QByteArray file = FileBytes(database);
+  file.replace("</model>", "<rs232_command name=\"Serial\"/></model>");
+  WriteFile(database, file);
+  const struct {
+    QStringList Call;
+    QString Out;
+  } cases[] = {
+      {{"export"}, "Power\t0000 006D 0000 0002 0157 00AC 0015 05EB\n"},
+      {{"export", "acme", "--format", "girr"},
+       "<?xml version='1.0'?><remotes xmlns=\"http://www.harctoolbox.org/Girr\" "
+       "girrVersion=\"1.0\">\r\n\t<remote name=\"Acme - TV\" manufacturer=\"Acme\" "
+       "model=\"TV\">\r\n\t\t<commandSet name=\"TV\">\r\n\t\t\t<command name=\"Power\" "
+       "master=\"ccf\">\r\n\t\t\t\t<ccf>0000 006D 0000 0002 0157 00AC 0015 05EB</ccf></command>"
+       "</commandSet></remote></remotes>"},
+      {{"export", "Acme", "tv", "--format", "flipper"},
+       "Filetype: IR signals file\nVersion: 1\n# Acme - TV\n#\nname: Power\ntype: raw\n"
+       "frequency: 37975\nduty_cycle: 0.330000\ndata: 9019 4523 552 39851\n"},
+  };
+  for (const auto& c : cases) {
+    const TRun run = Norva(QStringList{"irdb", database} + c.Call);
+    EXPECT_EQ(run.ExitCode, 1) << c.Call.join(' ').toStdString();
+    EXPECT_EQ(run.Out, c.Out);
+    EXPECT_EQ(run.Err, "norva: not written: Acme - TV: Serial: not an infra-red stream\n");
+  }
+  const TRun noModel = Norva({"irdb", database, "export", "Acme", "Radio"});
+  EXPECT_EQ(noModel.ExitCode, 2);
+  EXPECT_EQ(noModel.Err, "norva: no model \"Radio\" in Acme\n");
+}
+
 }  // namespace

@@ -200,6 +200,8 @@ TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
       {"irdb", "/tmp/none.xml", "import", "/no/such.tsv", "--make", "A", "--model", "B"},
       {"irdb", "/tmp/none.xml", "--public", "import", "x.tsv", "--make", "A", "--model", "B"},
       {"irdb", "/tmp/none.xml", "import", "x.tsv", "--make", "A"},
+      {"irdb", "/tmp/none.xml", "export", "--format", "csv"},
+      {"irdb", "/tmp/none.xml", "list", "--format", "girr"},
   };
   for (const QStringList& call : badCalls) {
     const TRun run = Norva(call);
