@@ -99,6 +99,44 @@ double ParseDuration(const QString& text) {
   return value;
 }
 
+double ParseFrequency(const QString& text) {
+  bool ok = false;
+  const double hertz = text.toDouble(&ok);
+  if (!ok || hertz < 0)
+    throw EUsage(QStringLiteral("HZ must be a frequency in hertz, not %1").arg(Quoted(text)));
+  return hertz;
+}
+
+QList<double> ParseDurations(const QStringList& values) {
+  QList<double> durations;
+  for (const QString& value : values) durations << ParseDuration(value);
+  if (durations.isEmpty()) throw EUsage(QStringLiteral("ir raw needs DURATIONS"));
+  return durations;
+}
+
+// The stream of a raw signal, or the reason there is none; true when there is one.
+bool ReportRawSignal(double hertz, const QList<double>& durations, QTextStream& out) {
+  try {
+    PrintStream(RawSignalStream(hertz, durations), out);
+    return true;
+  } catch (const ENorvaError& error) {
+    out << "error: " << error.Message() << '\n';
+    return false;
+  }
+}
+
+// A line of input: [NAME<TAB>]FREQUENCY DURATIONS...; a line that holds no signal says why.
+bool ReportRawLine(const QString& line, QTextStream& out) {
+  if (line.contains(u'\t')) out << "name: " << line.section(u'\t', 0, -2) << '\n';
+  const QStringList words = line.section(u'\t', -1).split(u' ', Qt::SkipEmptyParts);
+  try {
+    return ReportRawSignal(ParseFrequency(words.value(0)), ParseDurations(words.mid(1)), out);
+  } catch (const EUsage& error) {
+    out << "error: " << QString::fromUtf8(error.what()) << '\n';
+    return false;
+  }
+}
+
 }  // namespace
 
 int RunIRHex(TArguments& arguments, QTextStream& out) {
@@ -148,21 +186,18 @@ int RunIRNative(TArguments& arguments, QTextStream& out) {
 
 int RunIRRaw(TArguments& arguments, QTextStream& out) {
   const std::optional<QString> frequency = arguments.TakeOption(QStringLiteral("--frequency"));
-  if (!frequency) throw EUsage(QStringLiteral("ir raw needs --frequency HZ"));
-  bool ok = false;
-  const double hertz = frequency->toDouble(&ok);
-  if (!ok || hertz < 0)
-    throw EUsage(QStringLiteral("HZ must be a frequency in hertz, not %1").arg(Quoted(*frequency)));
-  QList<double> durations;
-  for (const QString& value : arguments.Positional()) durations << ParseDuration(value);
-  if (durations.isEmpty()) throw EUsage(QStringLiteral("ir raw needs DURATIONS"));
-  try {
-    PrintStream(RawSignalStream(hertz, durations), out);
-  } catch (const ENorvaError& error) {
-    out << "error: " << error.Message() << '\n';
-    return 1;
+  const QStringList values = arguments.Positional();
+  if (!frequency && values == QStringList{QStringLiteral("-")}) {
+    const QStringList lines = InputLines();
+    bool allRead = true;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+      if (i > 0) out << '\n';
+      allRead = ReportRawLine(lines[i], out) && allRead;
+    }
+    return allRead ? 0 : 1;
   }
-  return 0;
+  if (!frequency) throw EUsage(QStringLiteral("ir raw needs --frequency HZ, or - to read signals"));
+  return ReportRawSignal(ParseFrequency(*frequency), ParseDurations(values), out) ? 0 : 1;
 }
 
 }  // namespace norva::cli

@@ -76,14 +76,18 @@ const std::vector<TSubcommand>& Subcommands() {
        "for all zones), or of a relay-module command (LETTER A to \\)",
        &RunIRNative},
       {{"ir", "raw"},
-       "ir raw --frequency HZ DURATIONS...",
-       "build a stream from a learnt raw signal: pulse and gap durations in microseconds",
+       "ir raw --frequency HZ DURATIONS... | ir raw -",
+       "build a stream from a learnt raw signal: pulse and gap durations in microseconds (with -, "
+       "one signal per line: [NAME<TAB>]FREQUENCY DURATIONS...; exit 1 when one fails)",
        &RunIRRaw},
       {{"irdb"},
-       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N)",
+       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import PATH... [--make M --model "
+       "N] [--format NAME])",
        "list an IR database (--public: with the built-in makes), name a received hex code (exit 1 "
-       "when unknown), or import lines of a name, a TAB and a hex code, skipping codes already "
-       "there (exit 1 when one failed; the previous file is kept as FILE.bak). Only import creates "
+       "when unknown), or import code files (formats flipper, sendir, pronto, recognised by their "
+       "content or named), into the make and model the file names or else those given, skipping "
+       "codes already there; prints each entry refused as PATH: PLACE: REASON and a summary "
+       "(exit 1 when one was refused; the previous file is kept as FILE.bak). Only import creates "
        "FILE; a FILE that does not load is never written (exit 1, with the reason)",
        &RunIRDatabase},
       {{"error"},
