@@ -79,8 +79,12 @@ TModel& TargetModel(TIRDB& database, const TCodeFileEntry& entry, const TCodeImp
 void ImportEntry(TIRDB& database, const TCodeFileEntry& entry, const TCodeImportSource& source,
                  TModelContents& contents, TCodeImportResult& result) {
   TIRStream stream;
-  stream.SetName(entry.Name);
-  stream.SetData(std::visit([](const auto& code) { return StreamOf(code); }, entry.Code));
+  {
+    // Only the copy the model takes is an edit: the prototype records nothing.
+    const TUndoSuspended prototype;
+    stream.SetName(entry.Name);
+    stream.SetData(std::visit([](const auto& code) { return StreamOf(code); }, entry.Code));
+  }
   TModel& model = TargetModel(database, entry, source);
   if (contents.Holds(model, stream)) {
     ++result.Skipped;

@@ -18,4 +18,8 @@ QList<TCodeFileLine> CodeFileLines(const QByteArray& bytes);
 // "line 12".
 QString LinePlace(int number);
 
+// The decimal numbers of a text, separated by `separator` (a run of it counts as one). Raises
+// ENorvaError for the first that is none ("duration \"x\" is no number", `what` first).
+QList<double> DecimalNumbers(QStringView text, char separator, const char* what);
+
 }  // namespace norva

@@ -4,8 +4,6 @@
 #include <IR_Database/CodeFiles/FlipperProtocols.h>
 #include <NorvaGlobal/Exceptions.h>
 
-#include <QHash>
-
 namespace norva {
 
 namespace {
@@ -14,7 +12,7 @@ namespace {
 struct TBlock {
   int Line = 0;
   QString Name;
-  QHash<QString, QString> Values;
+  QList<std::pair<QString, QString>> Values;  // a handful: searched in order
 };
 
 QList<TBlock> Blocks(const QByteArray& bytes) {
@@ -26,30 +24,25 @@ QList<TBlock> Blocks(const QByteArray& bytes) {
     if (key == QStringLiteral("name"))
       blocks.append({line.Number, value, {}});
     else if (!blocks.isEmpty())
-      blocks.last().Values.insert(key, value);
+      blocks.last().Values.append({key, value});
   }
   return blocks;
 }
 
 QString Value(const TBlock& block, const char* key) {
-  const QString value = block.Values.value(QLatin1String(key));
-  if (value.isEmpty()) throw ENorvaError(QStringLiteral("no \"%1:\"").arg(QLatin1String(key)));
-  return value;
-}
-
-double Number(const QString& text, const char* what) {
-  bool ok = false;
-  const double value = text.toDouble(&ok);
-  if (!ok)
-    throw ENorvaError(QStringLiteral("%1 \"%2\" is no number").arg(QLatin1String(what), text));
-  return value;
+  for (const auto& [name, value] : block.Values)
+    if (name == QLatin1String(key) && !value.isEmpty()) return value;
+  throw ENorvaError(QStringLiteral("no \"%1:\"").arg(QLatin1String(key)));
 }
 
 TRawCapture RawCapture(const TBlock& block) {
   TRawCapture capture;
-  capture.FrequencyHz = Number(Value(block, "frequency"), "frequency");
-  for (const QString& duration : Value(block, "data").split(u' ', Qt::SkipEmptyParts))
-    capture.Microseconds << Number(duration, "duration");
+  const QString frequency = Value(block, "frequency");
+  const QList<double> hertz = DecimalNumbers(frequency, ' ', "frequency");
+  if (hertz.size() != 1)
+    throw ENorvaError(QStringLiteral("frequency \"%1\" is no number").arg(frequency));
+  capture.FrequencyHz = hertz[0];
+  capture.Microseconds = DecimalNumbers(Value(block, "data"), ' ', "duration");
   return capture;
 }
 
@@ -87,9 +80,12 @@ TCodeFileEntry Entry(const TBlock& block) {
 }  // namespace
 
 bool IsFlipperFile(const QByteArray& bytes) {
-  const QList<TCodeFileLine> lines = CodeFileLines(bytes.left(1024));
-  return !lines.isEmpty() && (lines[0].Text == QStringLiteral("Filetype: IR signals file") ||
-                              lines[0].Text == QStringLiteral("Filetype: IR library file"));
+  for (const TCodeFileLine& line : CodeFileLines(bytes.left(4096))) {
+    if (line.Text.startsWith(u'#')) continue;
+    return line.Text.startsWith(QStringLiteral("Filetype:")) &&
+           line.Text.contains(QStringLiteral(" IR "));
+  }
+  return false;
 }
 
 TCodeFileEntries ReadFlipperFile(const QByteArray& bytes, const QString& /*path*/) {

@@ -30,23 +30,22 @@ double PositiveNumber(const QString& field, const QString& what) {
 }
 
 TIRStreamData ReadCode(const QString& sendir) {
-  const QStringList fields = sendir.split(u',');
-  if (fields.size() < HeadFields + 2)
+  const QStringList head = sendir.section(u',', 0, HeadFields - 1).split(u',');
+  const QList<double> periods = DecimalNumbers(sendir.section(u',', HeadFields), ',', "duration");
+  if (head.size() < HeadFields || periods.size() < 2)
     throw ENorvaError(
         QStringLiteral("expected sendir,M:C,ID,FREQ,REPEAT,OFFSET,ON,OFF..., found %1 fields")
-            .arg(fields.size()));
-  const double frequency = PositiveNumber(fields[FrequencyField], QStringLiteral("FREQ"));
-  const qsizetype count = fields.size() - HeadFields;
-  const double offset = PositiveNumber(fields[OffsetField], QStringLiteral("OFFSET"));
-  if (offset != std::floor(offset) || offset > static_cast<double>(count) ||
+            .arg(head.size() + periods.size()));
+  const double frequency = PositiveNumber(head[FrequencyField], QStringLiteral("FREQ"));
+  const double offset = PositiveNumber(head[OffsetField], QStringLiteral("OFFSET"));
+  if (offset != std::floor(offset) || offset > static_cast<double>(periods.size()) ||
       static_cast<qsizetype>(offset) % 2 == 0)
-    throw ENorvaError(
-        QStringLiteral("OFFSET %1 is no pulse of the %2 durations").arg(offset).arg(count));
+    throw ENorvaError(QStringLiteral("OFFSET %1 is no pulse of the %2 durations")
+                          .arg(offset)
+                          .arg(periods.size()));
   QList<double> once, repeat;
-  for (qsizetype i = 0; i < count; ++i) {
-    const double periods = PositiveNumber(fields[HeadFields + i], QStringLiteral("a duration"));
-    (i + 1 < static_cast<qsizetype>(offset) ? once : repeat) << periods * 1e6 / frequency;
-  }
+  for (qsizetype i = 0; i < periods.size(); ++i)
+    (i + 1 < static_cast<qsizetype>(offset) ? once : repeat) << periods[i] * 1e6 / frequency;
   return WordsStream(frequency, once, repeat);
 }
 
