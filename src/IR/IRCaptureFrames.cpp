@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace norva {
 
@@ -56,6 +57,22 @@ TIRStreamData BothWordsStream(double frequencyHz, const QList<double>& first,
   return stream;
 }
 
+// The stream of frames that repeat: one frame again and again, a lead frame and then one
+// repeated, or two frames in turn; none when they do not. Unless `repeatSeen` is asked for, one
+// frame, or two (the second a shorter "ditto" frame or not), count as repeating.
+std::optional<TIRStreamData> RepeatedStream(double frequencyHz, const TFrames& frames,
+                                            bool repeatSeen) {
+  const qsizetype count = frames.size();
+  if (RepeatsFrom(frames, 0, 1) && (count > 1 || !repeatSeen))
+    return WordsStream(frequencyHz, {}, frames[0]);
+  const bool ditto = count == 2 && !repeatSeen && frames[1].size() < frames[0].size();
+  if (count >= 2 && RepeatsFrom(frames, 1, 1) && (count > 2 || ditto))
+    return WordsStream(frequencyHz, frames[0], frames[1]);
+  if (count >= 2 && RepeatsFrom(frames, 0, 2) && (count > 2 || !repeatSeen))
+    return BothWordsStream(frequencyHz, frames[0], frames[1]);
+  return std::nullopt;
+}
+
 }  // namespace
 
 TFrames CaptureFrames(const QList<double>& microseconds) {
@@ -76,11 +93,11 @@ TFrames CaptureFrames(const QList<double>& microseconds) {
 
 TIRStreamData CaptureStream(double frequencyHz, const QList<double>& microseconds) {
   const TFrames frames = CaptureFrames(microseconds);
-  if (RepeatsFrom(frames, 0, 1)) return WordsStream(frequencyHz, {}, frames[0]);
-  const bool dittoFrames = frames.size() > 2 || frames[1].size() < frames[0].size();
-  if (RepeatsFrom(frames, 1, 1) && dittoFrames)
-    return WordsStream(frequencyHz, frames[0], frames[1]);
-  if (RepeatsFrom(frames, 0, 2)) return BothWordsStream(frequencyHz, frames[0], frames[1]);
+  if (const auto stream = RepeatedStream(frequencyHz, frames, false)) return *stream;
+  // The last frame may be cut short, or be one the remote sends when the key is let go.
+  if (frames.size() > 2)
+    if (const auto stream = RepeatedStream(frequencyHz, frames.first(frames.size() - 1), true))
+      return *stream;
   QList<double> rest;
   for (qsizetype i = 1; i < frames.size(); ++i) rest << frames[i];
   return BothWordsStream(frequencyHz, frames[0], rest);

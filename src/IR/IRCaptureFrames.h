@@ -19,7 +19,8 @@ QList<QList<double>> CaptureFrames(const QList<double>& microseconds);
 
 // The stream of a learnt capture: frames equal within the receiver's jitter count once, a lead
 // frame followed by frames that repeat it in short ("ditto") becomes a word sent once and a word
-// repeated, two frames in turn become both words repeated. Frames that follow no such pattern are
+// repeated, two frames in turn become both words repeated; a last frame that breaks the pattern
+// (cut short, or sent when the key is let go) is left out. Frames that follow no such pattern are
 // kept as the raw path keeps them: the first frame, then the rest. Raises as WordsStream does.
 TIRStreamData CaptureStream(double frequencyHz, const QList<double>& microseconds);
 
