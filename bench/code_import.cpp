@@ -60,31 +60,33 @@ QByteArray SendirFile() {
   return file;
 }
 
-// A held button as a learning receiver records it: the frame and two ditto frames.
-QByteArray FlipperRawFile() {
+// A Flipper remote file of one block a code.
+QByteArray FlipperFile(QString (*block)(int code)) {
   QByteArray file = "Filetype: IR signals file\nVersion: 1\n";
-  for (int i = 0; i < CodeCount; ++i)
-    file += QStringLiteral(
-                "#\nname: Code %1\ntype: raw\nfrequency: 38000\nduty_cycle: 0.33\n"
-                "data: %2 9000 2250 560 96000 9000 2250 560\n")
-                .arg(i)
-                .arg(Joined(NecDurations(static_cast<std::uint32_t>(i))))
-                .toUtf8();
+  for (int i = 0; i < CodeCount; ++i) file += block(i).toUtf8();
   return file;
 }
 
-QByteArray FlipperParsedFile() {
-  QByteArray file = "Filetype: IR signals file\nVersion: 1\n";
-  for (int i = 0; i < CodeCount; ++i)
-    file += QStringLiteral(
-                "#\nname: Code %1\ntype: parsed\nprotocol: NEC\naddress: %2 00 00 00\n"
-                "command: %3 00 00 00\n")
-                .arg(i)
-                .arg(i % 256, 2, 16, QLatin1Char('0'))
-                .arg(i / 256 % 256, 2, 16, QLatin1Char('0'))
-                .toUtf8();
-  return file;
+// A held button as a learning receiver records it: the frame and two ditto frames.
+QString RawBlock(int code) {
+  return QStringLiteral(
+             "#\nname: Code %1\ntype: raw\nfrequency: 38000\nduty_cycle: 0.33\n"
+             "data: %2 9000 2250 560 96000 9000 2250 560\n")
+      .arg(code)
+      .arg(Joined(NecDurations(static_cast<std::uint32_t>(code))));
 }
+
+QString ParsedBlock(int code) {
+  return QStringLiteral(
+             "#\nname: Code %1\ntype: parsed\nprotocol: NEC\naddress: %2 00 00 00\n"
+             "command: %3 00 00 00\n")
+      .arg(code)
+      .arg(code % 256, 2, 16, QLatin1Char('0'))
+      .arg(code / 256 % 256, 2, 16, QLatin1Char('0'));
+}
+
+QByteArray FlipperRawFile() { return FlipperFile(&RawBlock); }
+QByteArray FlipperParsedFile() { return FlipperFile(&ParsedBlock); }
 
 struct TGeneratedFile {
   const char* Name;

@@ -92,14 +92,10 @@ TCodeFileEntries ReadFlipperFile(const QByteArray& bytes, const QString& /*path*
   TCodeFileEntries read;
   for (const TBlock& block : Blocks(bytes)) {
     const QString place = QStringLiteral("%1 (%2)").arg(LinePlace(block.Line), block.Name);
-    try {
+    AddEntry(read, place, [&block] {
       if (block.Name.isEmpty()) throw ENorvaError(QStringLiteral("no name"));
-      TCodeFileEntry entry = Entry(block);
-      entry.Place = place;
-      read.Entries.append(entry);
-    } catch (const ENorvaError& error) {
-      read.Refusals.append({place, error.Message()});
-    }
+      return Entry(block);
+    });
   }
   return read;
 }

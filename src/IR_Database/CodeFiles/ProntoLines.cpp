@@ -23,7 +23,6 @@ TCodeFileEntry ReadLine(const TCodeFileLine& line) {
   TCodeFileEntry entry;
   entry.Name = line.Text.section(u'\t', 0, 0).trimmed();
   entry.Code = *stream;
-  entry.Place = LinePlace(line.Number);
   return entry;
 }
 
@@ -42,13 +41,8 @@ TCodeFileEntries ReadProntoLines(const QByteArray& bytes, const QString& /*path*
   const bool header = !lines.isEmpty() && lines[0].Text.contains(u'\t') &&
                       !EndsOnHexCode(lines[0].Text) && lines.size() > 1 &&
                       EndsOnHexCode(lines[1].Text);
-  for (qsizetype i = header ? 1 : 0; i < lines.size(); ++i) {
-    try {
-      read.Entries.append(ReadLine(lines[i]));
-    } catch (const ENorvaError& error) {
-      read.Refusals.append({LinePlace(lines[i].Number), error.Message()});
-    }
-  }
+  for (qsizetype i = header ? 1 : 0; i < lines.size(); ++i)
+    AddEntry(read, LinePlace(lines[i].Number), [&line = lines[i]] { return ReadLine(line); });
   return read;
 }
 

@@ -59,19 +59,15 @@ bool IsSendirLines(const QByteArray& bytes) {
 TCodeFileEntries ReadSendirLines(const QByteArray& bytes, const QString& /*path*/) {
   TCodeFileEntries read;
   for (const TCodeFileLine& line : CodeFileLines(bytes)) {
-    const QString place = LinePlace(line.Number);
-    try {
+    AddEntry(read, LinePlace(line.Number), [&line, &read] {
       if (!IsSendirLine(line.Text)) throw ENorvaError(QStringLiteral("no sendir line"));
       TCodeFileEntry entry;
       entry.Code = ReadCode(SendirPart(line.Text));
       entry.Name = line.Text.contains(u'\t')
                        ? line.Text.section(u'\t', 0, -2).trimmed()
                        : QStringLiteral("Code %1").arg(read.Entries.size() + 1);
-      entry.Place = place;
-      read.Entries.append(entry);
-    } catch (const ENorvaError& error) {
-      read.Refusals.append({place, error.Message()});
-    }
+      return entry;
+    });
   }
   return read;
 }
