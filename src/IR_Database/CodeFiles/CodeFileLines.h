@@ -13,6 +13,9 @@
 
 namespace norva {
 
+// How much of a file the tests of a format's shape look at.
+inline constexpr qsizetype RecognisedBytes = qsizetype{64} * 1024;
+
 struct TCodeFileLine {
   int Number = 0;  // from 1
   QString Text;

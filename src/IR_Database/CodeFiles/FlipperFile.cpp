@@ -80,7 +80,7 @@ TCodeFileEntry Entry(const TBlock& block) {
 }  // namespace
 
 bool IsFlipperFile(const QByteArray& bytes) {
-  for (const TCodeFileLine& line : CodeFileLines(bytes.left(4096))) {
+  for (const TCodeFileLine& line : CodeFileLines(bytes.left(RecognisedBytes))) {
     if (line.Text.startsWith(u'#')) continue;
     return line.Text.startsWith(QStringLiteral("Filetype:")) &&
            line.Text.contains(QStringLiteral(" IR "));

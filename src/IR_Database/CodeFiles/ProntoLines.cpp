@@ -29,7 +29,7 @@ TCodeFileEntry ReadLine(const TCodeFileLine& line) {
 }  // namespace
 
 bool IsProntoLines(const QByteArray& bytes) {
-  const QList<TCodeFileLine> lines = CodeFileLines(bytes.left(64 * 1024));
+  const QList<TCodeFileLine> lines = CodeFileLines(bytes.left(RecognisedBytes));
   for (qsizetype i = 0; i < lines.size() && i < HeaderLinesLookedAt; ++i)
     if (EndsOnHexCode(lines[i].Text)) return true;
   return false;

@@ -52,7 +52,7 @@ TIRStreamData ReadCode(const QString& sendir) {
 }  // namespace
 
 bool IsSendirLines(const QByteArray& bytes) {
-  const QList<TCodeFileLine> lines = CodeFileLines(bytes.left(64 * 1024));
+  const QList<TCodeFileLine> lines = CodeFileLines(bytes.left(RecognisedBytes));
   return !lines.isEmpty() && IsSendirLine(lines[0].Text);
 }
 
