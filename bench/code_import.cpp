@@ -138,18 +138,45 @@ struct TCorpusFigures {
   int Files = 0, Entries = 0, Added = 0, Refused = 0;
   QMap<QString, int> RefusedByReason;  // digits masked, so that one failure counts as one reason
   int Captures = 0, CapturesOK = 0;
-  int Explained = 0, ExplainedAlike = 0;
+  int Explained = 0, ExplainedAlike = 0, ExplainedAmongDecodes = 0;
   int Pairs = 0, PairsAlike = 0;
   QStringList Differences;
 };
 
-// Protocol and parameters, the toggle aside.
-QString DecodeKey(const QList<norva::TIRDecode>& decodes) {
-  if (decodes.isEmpty() || !decodes[0].IsKnown()) return {};
-  norva::TIRDecode decode = decodes[0];
+// Protocol and parameters, the toggle aside; empty for a code no protocol explains.
+QString DecodeKey(norva::TIRDecode decode) {
+  if (!decode.IsKnown()) return {};
   decode.Parameters.T.reset();
-  decode.Unexplained.clear();
   return norva::DecodeText(decode);
+}
+
+QStringList DecodeKeys(const QList<norva::TIRDecode>& decodes) {
+  QStringList keys;
+  for (const norva::TIRDecode& decode : decodes) keys << DecodeKey(decode);
+  return keys;
+}
+
+// The most likely decode of a stream or signal, or empty.
+QString FirstKey(const QList<norva::TIRDecode>& decodes) {
+  return decodes.isEmpty() ? QString() : DecodeKey(decodes[0]);
+}
+
+// A capture's stream against its first frame: the first frame alone cannot tell a protocol that
+// repeats its frame from one that sends it once, so a decode among the stream's others counts
+// apart from the most likely one.
+void CompareWithFirstFrame(const QString& button, const norva::TRawCapture& capture,
+                           const norva::TIRStreamData& stream, TCorpusFigures& figures) {
+  const QString first = FirstKey(
+      norva::DecodeIRSignal(capture.FrequencyHz, norva::CaptureFrames(capture.Microseconds)[0]));
+  if (first.isEmpty()) return;
+  ++figures.Explained;
+  const QStringList stored = DecodeKeys(norva::DecodeIRStream(stream));
+  if (stored.value(0) == first)
+    ++figures.ExplainedAlike;
+  else if (stored.contains(first))
+    ++figures.ExplainedAmongDecodes;
+  else
+    figures.Differences << button + ": first frame " + first + ", stored " + stored.value(0);
 }
 
 void MeasureCaptures(const QString& file, const norva::TCodeFileEntries& read,
@@ -163,23 +190,14 @@ void MeasureCaptures(const QString& file, const norva::TCodeFileEntries& read,
             norva::CaptureStream(capture->FrequencyHz, capture->Microseconds);
         if (stream.Status() != QStringLiteral("OK")) continue;
         ++figures.CapturesOK;
-        const QString first = DecodeKey(norva::DecodeIRSignal(
-            capture->FrequencyHz, norva::CaptureFrames(capture->Microseconds)[0]));
-        const QString stored = DecodeKey(norva::DecodeIRStream(stream));
-        rawDecodes.insert(entry.Name, stored);
-        if (first.isEmpty()) continue;
-        ++figures.Explained;
-        if (stored == first)
-          ++figures.ExplainedAlike;
-        else
-          figures.Differences << file + ": " + entry.Name + ": first frame " + first + ", stored " +
-                                     stored;
+        rawDecodes.insert(entry.Name, FirstKey(norva::DecodeIRStream(stream)));
+        CompareWithFirstFrame(file + ": " + entry.Name, *capture, stream, figures);
       } catch (const norva::ENorvaError&) {
         // a capture that gives no stream does not load: it is counted among the captures only
       }
     } else if (const auto* code = std::get_if<norva::TProtocolCode>(&entry.Code)) {
       try {
-        parsedDecodes.insert(entry.Name, DecodeKey(norva::DecodeIRStream(norva::EncodeIRStream(
+        parsedDecodes.insert(entry.Name, FirstKey(norva::DecodeIRStream(norva::EncodeIRStream(
                                              code->Protocol, code->Parameters))));
       } catch (const norva::ENorvaError&) {
         // a code the engine does not build has no decode to compare
@@ -221,8 +239,10 @@ void Report(const TCorpusFigures& f) {
     std::printf("  refused %d: %s\n", reason.value(), qPrintable(reason.key()));
   std::printf("learnt captures %d, status OK %d (%.1f %%)\n", f.Captures, f.CapturesOK,
               100.0 * f.CapturesOK / std::max(1, f.Captures));
-  std::printf("explained by a protocol %d, stored stream decodes as the first frame %d\n",
-              f.Explained, f.ExplainedAlike);
+  std::printf(
+      "explained by a protocol %d: stored stream decodes first as the first frame %d, with that "
+      "decode among its others %d\n",
+      f.Explained, f.ExplainedAlike, f.ExplainedAmongDecodes);
   std::printf("buttons both learnt and parsed %d, decoding alike %d\n", f.Pairs, f.PairsAlike);
   for (const QString& difference : f.Differences)
     std::printf("  differs: %s\n", qPrintable(difference));

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <optional>
 
 namespace norva {
@@ -28,6 +29,19 @@ double FrameGapThreshold(const QList<double>& microseconds) {
   const auto middle = gaps.begin() + gaps.size() / 2;
   std::nth_element(gaps.begin(), middle, gaps.end());
   return std::max(MinFrameGapMicroseconds, FrameGapPerMedianGap * *middle);
+}
+
+double Sum(const QList<double>& durations) {
+  return std::accumulate(durations.begin(), durations.end(), 0.0);
+}
+
+// The gap that closes a last frame ending on a pulse: frames follow each other at the pace the
+// frame before shows (a short ditto frame after a long one waits longer), and never closer than
+// that frame's gap.
+double ClosingGap(const TFrames& frames) {
+  if (frames.size() < 2) return RawClosingGapMicroseconds;
+  const QList<double>& before = frames[frames.size() - 2];
+  return std::max(Sum(before) - Sum(frames.last()), before.last());
 }
 
 bool SameDuration(double a, double b) {
@@ -85,9 +99,7 @@ TFrames CaptureFrames(const QList<double>& microseconds) {
     if (i % 2 == 1 && i + 1 < microseconds.size() && microseconds[i] >= threshold)
       frames.append(QList<double>());
   }
-  if (frames.last().size() % 2 != 0)
-    frames.last() << (frames.size() > 1 ? frames[frames.size() - 2].last()
-                                        : RawClosingGapMicroseconds);
+  if (frames.last().size() % 2 != 0) frames.last() << ClosingGap(frames);
   return frames;
 }
 

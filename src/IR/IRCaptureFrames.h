@@ -12,9 +12,10 @@ namespace norva {
 
 // The frames of a capture (alternating pulse and gap durations in microseconds, starting with a
 // pulse), cut at the gaps far longer than the code's own: at least 5 ms and four times the median
-// gap. Each frame ends on its gap; a capture ending on a pulse takes for its last frame the gap
-// after the frame before (the closing gap of raw signals when there is none). Raises for an empty
-// capture and for a duration that is not positive.
+// gap. Each frame ends on its gap; a capture ending on a pulse closes its last frame so that it
+// keeps the pace of the frame before (start to start), never closer than that frame's gap (the
+// closing gap of raw signals when there is no frame before). Raises for an empty capture and for
+// a duration that is not positive.
 QList<QList<double>> CaptureFrames(const QList<double>& microseconds);
 
 // The stream of a learnt capture: frames equal within the receiver's jitter count once, a lead
