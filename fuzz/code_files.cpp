@@ -1,16 +1,17 @@
-// Arbitrary bytes as a Girr document, a lircd.conf file and a protocol CSV file: no reader raises
-// or crashes, every entry has a place and a code (a stream read from timings is never empty, a
-// protocol code names its protocol), and every refusal a place and a reason.
-#include <IR_Database/CodeFiles/GirrFile.h>
-#include <IR_Database/CodeFiles/LircdFile.h>
-#include <IR_Database/CodeFiles/ProtocolCsvFile.h>
+// Arbitrary bytes as a code file of every format the import reads: each reader gives entries and
+// refusals that name their place, and importing them accounts for every one, added, skipped or
+// refused, exactly once; everything added holds a code.
+#include <IR/IRStream.h>
+#include <IR_Database/IR_Database.h>
+#include <OrbGlobal/Undo/UndoControl.h>
 
 #include <cstdint>
 #include <cstdlib>
 
 namespace {
 
-void Check(const norva::TCodeFileEntries& read) {
+void CheckFormat(const norva::TCodeFileFormat& format, const QByteArray& bytes) {
+  const norva::TCodeFileEntries read = format.Read(bytes, QStringLiteral("codes/Acme/TV/4,-1.csv"));
   for (const norva::TCodeFileEntry& entry : read.Entries) {
     if (entry.Place.isEmpty()) std::abort();
     if (const auto* stream = std::get_if<norva::TIRStreamData>(&entry.Code))
@@ -20,18 +21,32 @@ void Check(const norva::TCodeFileEntries& read) {
   }
   for (const norva::TCodeFileRefusal& refusal : read.Refusals)
     if (refusal.Place.isEmpty() || refusal.Reason.isEmpty()) std::abort();
+  norva::TIRDB database(QStringLiteral("/nonexistent/fuzz.xml"), false);
+  const norva::TCodeImportResult imported = norva::ImportCodeFile(
+      database, bytes,
+      {QStringLiteral("fuzz"), QStringLiteral("Make"), QStringLiteral("Model"), format.Name});
+  if (imported.Added + imported.Skipped + imported.Refusals.size() !=
+      read.Entries.size() + read.Refusals.size())
+    std::abort();
+  const norva::TModel* model =
+      database.GetOrAddModel(QStringLiteral("Make"), QStringLiteral("Model"));
+  if (model->GetCommandCount() != imported.Added) std::abort();
+  for (int i = 0; i < model->GetCommandCount(); ++i) {
+    auto* stream = qobject_cast<const norva::TIRStream*>(model->GetCommand(i));
+    if (!stream || stream->IsEmpty()) std::abort();
+  }
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const bool ready = [] {
+    norva::DisableUndo();  // nothing here is ever undone
+    return true;
+  }();
+  (void)ready;
   const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-  const QString path = QStringLiteral("codes/Acme/TV/4,-1.csv");
-  (void)norva::IsGirrFile(bytes);
-  (void)norva::IsLircdFile(bytes);
-  (void)norva::IsProtocolCsvFile(bytes);
-  Check(norva::ReadGirrFile(bytes, path));
-  Check(norva::ReadLircdFile(bytes, path));
-  Check(norva::ReadProtocolCsvFile(bytes, path));
+  (void)norva::FindCodeFileFormat(bytes);
+  for (const norva::TCodeFileFormat& format : norva::CodeFileFormats()) CheckFormat(format, bytes);
   return 0;
 }

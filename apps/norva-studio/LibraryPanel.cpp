@@ -149,10 +149,11 @@ norva::TModel* TLibraryTree::AddModel(const QString& makeName, const QString& mo
   return model;
 }
 
-norva::TNamedCodesImport TLibraryTree::ImportCodes(const QByteArray& text) {
+norva::TCodeImportResult TLibraryTree::ImportCodes(const QString& path, const QByteArray& bytes) {
   norva::TModel* model = mDatabase && !mDatabase->IsReadOnly() ? TargetModel() : nullptr;
-  if (!model) return {0, {tr("The library is read-only.")}};
-  norva::TNamedCodesImport imported = norva::ImportNamedCodes(*model, text);
+  if (!model) return {0, 0, {{QStringLiteral("file"), tr("The library is read-only.")}}};
+  norva::TCodeImportResult imported = norva::ImportCodeFile(
+      *mDatabase, bytes, {path, model->GetOwner()->GetName(), model->GetName(), {}});
   EditDone();
   return imported;
 }

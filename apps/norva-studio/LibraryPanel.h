@@ -1,9 +1,9 @@
 #pragma once
 // The IR library: a tree of the database's makes, models and commands with each command's status
 // and button classes. Commands drag onto keypad buttons; a Pronto hex code on the clipboard, or a
-// file of named codes, goes into the model chosen (or "Learnt codes" of make "User"), a pasted
-// code named after its meaning when the database knows it. Any change to the database (an undo
-// too) shows in the tree once control is back in the event loop.
+// code file of another tool, goes into the model chosen (or "Learnt codes" of make "User"), a
+// pasted code named after its meaning when the database knows it. Any change to the database (an
+// undo too) shows in the tree once control is back in the event loop.
 
 #include <IR_Database/IR_Database.h>
 
@@ -38,7 +38,9 @@ class TLibraryTree : public QTreeWidget {
   norva::TCommandObject* PasteHexCode();
   // The model, made current; nullptr when the database or the make is read-only.
   norva::TModel* AddModel(const QString& make, const QString& model);
-  norva::TNamedCodesImport ImportCodes(const QByteArray& text);
+  // The codes of a file (its path and bytes), into the make and model the file names or else the
+  // model chosen; one undo step.
+  norva::TCodeImportResult ImportCodes(const QString& path, const QByteArray& bytes);
   // Edits, each one undo step.
   void Rename(norva::TCommandObject& command, const QString& name);
 

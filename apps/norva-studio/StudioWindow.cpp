@@ -28,6 +28,13 @@ QSettings Settings() {
 }
 
 const QString KeypadFilter = QStringLiteral("Keypad configurations (*.keycfg)");
+// Refusals listed after an import's summary; the rest are only counted.
+constexpr int ShownRefusals = 20;
+
+// Any file: the import recognises a code file by its content, whatever its name.
+QString CodeFileFilter() {
+  return QObject::tr("Code files (%1) (*)").arg(norva::CodeFileFormatNames());
+}
 
 // What a command becomes on the bus: only native codes have a packet.
 std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* command) {
@@ -68,8 +75,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
         return QFileDialog::getSaveFileName(this, tr("Save the IR library as"), {},
                                             tr("IR libraries (*.xml)"));
       case TFileRole::ImportCodes:
-        return QFileDialog::getOpenFileName(this, tr("Import named codes"), {},
-                                            tr("Named codes (*.tsv *.txt)"));
+        return QFileDialog::getOpenFileName(this, tr("Import codes"), {}, CodeFileFilter());
     }
     return QString();
   };
@@ -169,7 +175,7 @@ void TStudioWindow::BuildMenus() {
   library->addAction(tr("&Save as..."), this, &TStudioWindow::SaveLibraryAs);
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
-  library->addAction(tr("&Import named codes..."), this, &TStudioWindow::ImportCodes);
+  library->addAction(tr("&Import codes..."), this, &TStudioWindow::ImportCodes);
   library->addAction(tr("&Rename code..."), QKeySequence(Qt::Key_F2), this,
                      &TStudioWindow::RenameCode);
 
@@ -420,11 +426,14 @@ void TStudioWindow::ImportCodes() {
     Tell(tr("Cannot read %1: %2").arg(path, file.errorString()), tr("Import"));
     return;
   }
-  const norva::TNamedCodesImport imported = mLibrary->ImportCodes(file.readAll());
-  if (!imported.Failures.isEmpty())
-    Tell(tr("%n code(s) added; these lines could not be read:", nullptr, imported.Added) +
-             QLatin1Char('\n') + imported.Failures.mid(0, 20).join(QLatin1Char('\n')),
-         tr("Import"));
+  const norva::TCodeImportResult imported = mLibrary->ImportCodes(path, file.readAll());
+  QStringList lines{tr("added %1, skipped %2, refused %3")
+                        .arg(imported.Added)
+                        .arg(imported.Skipped)
+                        .arg(imported.Refusals.size())};
+  for (const norva::TCodeFileRefusal& refusal : imported.Refusals.mid(0, ShownRefusals))
+    lines << refusal.Place + QStringLiteral(": ") + refusal.Reason;
+  Tell(lines.join(QLatin1Char('\n')), tr("Import"));
   ShowState();
 }
 

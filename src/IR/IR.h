@@ -9,6 +9,7 @@
 #include <IR/CommandObjectList.h>
 #include <IR/DataCommand.h>
 #include <IR/IPCommand.h>
+#include <IR/IRCaptureFrames.h>
 #include <IR/IRHexCode.h>
 #include <IR/IRMacro.h>
 #include <IR/IRPeriods.h>

@@ -30,11 +30,7 @@ std::uint16_t ModulationPeriodOf(double frequencyHz) {
 // The durations as whole pulse and gap pairs: checked, and closed by a gap when they end on a
 // pulse.
 QList<double> ClosedWord(const QList<double>& microseconds) {
-  for (const double duration : microseconds) {
-    if (!(duration > 0) || !std::isfinite(duration))
-      throw ENorvaError(
-          QStringLiteral("Infra-red durations must be positive, not %1.").arg(duration));
-  }
+  CheckRawDurations(microseconds);
   QList<double> durations = microseconds;
   if (durations.size() % 2 != 0) durations.append(RawClosingGapMicroseconds);
   return durations;
@@ -49,6 +45,14 @@ void AddWord(TIRPeriodsLoadHelper& periods, const QList<double>& durations) {
 }
 
 }  // namespace
+
+void CheckRawDurations(const QList<double>& microseconds) {
+  for (const double duration : microseconds) {
+    if (!(duration > 0) || !std::isfinite(duration))
+      throw ENorvaError(
+          QStringLiteral("Infra-red durations must be positive, not %1.").arg(duration));
+  }
+}
 
 TIRStreamData RawSignalStream(double frequencyHz, const QList<double>& microseconds) {
   if (microseconds.isEmpty()) throw ENorvaError(QStringLiteral("Stream has zero length"));

@@ -11,6 +11,10 @@ namespace norva {
 // The gap that closes a signal ending on a pulse.
 inline constexpr double RawClosingGapMicroseconds = 100000;
 
+// Raises "Infra-red durations must be positive, not D." for the first duration that is not a
+// positive finite number.
+void CheckRawDurations(const QList<double>& microseconds);
+
 // The stream of a raw signal. The last gap ends a word; the first gap above 8 ms inside the
 // signal ends a first word too (format RepeatBothWords), as in hex codes. `frequencyHz` 0 gives an
 // unmodulated stream. Raises for an empty signal, a duration that is not positive, a carrier

@@ -238,3 +238,80 @@ TEST(WordsStream, KeepsTheOnceAndTheRepeatWordApart) {
   EXPECT_THROW(WordsStream(38000, {}, {}), ENorvaError);
   EXPECT_THROW(WordsStream(38000, {9000, -1}, {}), ENorvaError);
 }
+
+namespace {
+
+// A NEC-style frame of 32 bits (34 pairs) of `data`, `jitter` added to every pulse, closed by
+// `gap` (none: it ends on its last pulse).
+QList<double> NecFrame(std::uint32_t data, double gap, double jitter = 0) {
+  QList<double> frame{9000 + jitter, 4500};
+  for (int bit = 0; bit < 32; ++bit) frame << 560 + jitter << ((data >> bit) & 1 ? 1690 : 560);
+  frame << 560 + jitter;
+  if (gap > 0) frame << gap;
+  return frame;
+}
+
+QList<double> Joined(std::initializer_list<QList<double>> parts) {
+  QList<double> joined;
+  for (const QList<double>& part : parts) joined << part;
+  return joined;
+}
+
+}  // namespace
+
+// What a receiver records while a key is held becomes what the remote sends: repeated frames
+// count once, whatever their number, and the word that ends the stream keeps the capture's gap.
+TEST(CaptureStream, KeepsWhatTheRemoteSends) {
+  const QList<double> ditto{9000, 2250, 560, 96000};
+  const QList<double> seville{1300, 400,  1300, 400, 430, 1280, 1300, 400,  430, 1280, 430, 1280,
+                              430,  1280, 1300, 400, 430, 1280, 430,  1280, 430, 1280, 430, 7900};
+  const struct {
+    const char* Name;
+    QList<double> Capture;
+    TIRStreamFormat Format;
+    const char* Counts;  // pairs sent once and repeated, as the hex code counts them
+    double LastGap;      // the gap that ends the stream, in microseconds
+  } cases[] = {
+      {"one frame ending on a pulse", NecFrame(0xF708FB04, 0), RepeatWord1, "0000 0022",
+       RawClosingGapMicroseconds},
+      {"a frame held with jitter",
+       Joined({NecFrame(0xF708FB04, 40000), NecFrame(0xF708FB04, 41000, 60),
+               NecFrame(0xF708FB04, 0, -40)}),
+       RepeatWord1, "0000 0022", 40000},
+      {"six frames, past 160 pairs",
+       Joined({NecFrame(1, 40000), NecFrame(1, 40000), NecFrame(1, 40000), NecFrame(1, 40000),
+               NecFrame(1, 40000), NecFrame(1, 0)}),
+       RepeatWord1, "0000 0022", 40000},
+      {"a lead frame and ditto frames", Joined({NecFrame(7, 40000), ditto, ditto, ditto.mid(0, 3)}),
+       RepeatWord2, "0022 0002", 96000},
+      // The ditto keeps the pace of the frame before: 93.29 ms from start to start.
+      {"a lead frame and one ditto", Joined({NecFrame(7, 40000), ditto.mid(0, 3)}), RepeatWord2,
+       "0022 0002", 81480},
+      {"a lead frame, frames repeating and a release frame",
+       Joined({NecFrame(0, 19800), NecFrame(5, 116000), NecFrame(5, 116000, 50), NecFrame(0, 0)}),
+       RepeatWord2, "0022 0022", 116000},
+      {"two frames in turn",
+       Joined({NecFrame(1, 26000), NecFrame(2, 26000), NecFrame(1, 26000), NecFrame(2, 0)}),
+       RepeatBothWords, "0000 0044", 26000},
+      {"short frames a short gap apart", Joined({seville, seville, seville, seville}), RepeatWord1,
+       "0000 000C", 7900},
+      {"long gaps that are the code's own",
+       {16648, 5689, 5634, 5663, 5637, 5664, 11538, 5690, 11536},
+       RepeatWord1,
+       "0000 0005",
+       RawClosingGapMicroseconds},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Name);
+    const TIRStreamData stream = CaptureStream(38000, c.Capture);
+    EXPECT_EQ(stream.Format, c.Format);
+    EXPECT_EQ(stream.Status(), QStringLiteral("OK"));
+    EXPECT_EQ(HexCodeOf(stream).mid(10, 9), QString::fromLatin1(c.Counts));
+    const TPeriodID lastGap = stream.Pairs[static_cast<std::size_t>(stream.GetEndPos(false))].OffID;
+    EXPECT_NEAR(stream.Lengths[lastGap] * WordEndLengthUnit * 1e6, c.LastGap, 100);
+  }
+  const TCapture held = Capture("Projectors__NEC__NEC_RU_M124/HDMI1");
+  EXPECT_EQ(CaptureStream(held.Frequency, held.Microseconds).Status(), "OK");
+  EXPECT_THROW(CaptureStream(38000, {}), ENorvaError);
+  EXPECT_THROW(CaptureStream(38000, {500, 40000, -1}), ENorvaError);
+}

@@ -81,32 +81,61 @@ TEST(IRDatabaseTool, ReadsOnlyALibraryThatExists) {
   EXPECT_EQ(noMake.Err, "norva: no make \"NoSuchMake\" in the database\n");
 }
 
-// A second import of the same codes adds nothing; a line with a field too many says so.
+// Files of each format, recognised by their content whatever their name: every entry that cannot
+// be read is told with its place, the others imported; a second import adds nothing.
 TEST(IRDatabaseTool, ImportsEachCodeOnce) {
   QTemporaryDir folder;
   const QString database = folder.filePath("IR.xml");
-  const QString tsv = folder.filePath("codes.tsv");
-  WriteFile(tsv,
-            "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n"
-            "Mute\t0000 006D 0000 0001 0015 0041\tspare\n"
-            "Vol+\t0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400\n");
-  const QStringList import = {"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"};
-  const TRun first = Norva(import);
-  EXPECT_EQ(first.ExitCode, 1);
-  EXPECT_EQ(first.Out,
-            "line 2: expected NAME<TAB>CODE, found 3 fields\n"
-            "added 2 commands to Acme - TV, 1 lines failed\n");
-  const TRun again = Norva(import);
-  EXPECT_EQ(again.ExitCode, 1);
-  EXPECT_EQ(again.Out,
-            "line 2: expected NAME<TAB>CODE, found 3 fields\n"
-            "added 0 commands to Acme - TV, skipped 2 already there, 1 lines failed\n");
-  EXPECT_EQ(
-      Norva({"irdb", database, "list", "acme", "tv"}).Out,
-      "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "
-      "0x2\n"
-      "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n");
+  const struct {
+    const char* Name;
+    QByteArray Bytes;
+    const char* Refusals;  // after each "PATH: "
+    int Added;
+  } files[] = {
+      {"codes.tsv",
+       "name\tbrand\tcode\n"
+       "Power\tAcme\t0000 006D 0000 0002 0157 00AC 0015 05ED\n"
+       "Mute\t0000 006D 0000 0001 0015\n"
+       "Vol+\tAcme\t0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400\n",
+       "line 3: Invalid Total number of tokens detected.\n", 2},
+      {"remote.dat",
+       "Filetype: IR signals file\nVersion: 1\n#\nname: Input\ntype: raw\nfrequency: 38000\n"
+       "duty_cycle: 0.33\ndata: 9000 4500 560 560 560 1690 560 40000 9000 2250 560\n#\n"
+       "name: Light\ntype: pulsed\n",
+       "line 10 (Light): type \"pulsed\" is neither raw nor parsed\n", 1},
+      {"gateway.txt",
+       "sendir,1:1,1,38000,1,1,342,171,21,21,21,64,21,1520\n"
+       "Mute\tsendir,1:1,2,38000,1,2,342,171,21,1520\n",
+       "line 2: OFFSET 2 is no pulse of the 4 durations\n", 1},
+      {"notes.txt", "nothing to import\n",
+       "file: not in a format the import reads (flipper, girr, lircd, csv, sendir, pronto)\n", 0},
+  };
+  for (const auto& file : files) {
+    SCOPED_TRACE(file.Name);
+    const QString path = folder.filePath(file.Name);
+    WriteFile(path, file.Bytes);
+    const QStringList import = {"irdb",   database, "import",  path,
+                                "--make", "Acme",   "--model", "TV"};
+    const TRun first = Norva(import);
+    EXPECT_EQ(first.ExitCode, 1);
+    EXPECT_EQ(first.Out, QStringLiteral("%1: %2added %3, skipped 0, refused 1\n")
+                             .arg(path, file.Refusals)
+                             .arg(file.Added));
+    EXPECT_TRUE(Norva(import).Out.endsWith(
+        QStringLiteral("added 0, skipped %1, refused 1\n").arg(file.Added)));
+  }
+  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
+            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
+            "Vol+\tir_stream\tOK\tSystem / Vol Up\n"
+            "Input\tir_stream\tOK\t\n"
+            "Code 1\tir_stream\tOK\t\n");
   EXPECT_TRUE(QFile::exists(database + ".bak"));
+  const QString notes = folder.filePath("notes.txt");
+  EXPECT_EQ(Norva({"irdb", database, "import", notes, "--format", "Girl"}).ExitCode, 2);
+  const TRun forced = Norva(
+      {"irdb", database, "import", notes, "--format", "PRONTO", "--make", "A", "--model", "B"});
+  EXPECT_EQ(forced.Out,
+            notes + ": line 1: no TAB between name and code\nadded 0, skipped 0, refused 1\n");
 }
 
 // The command holding exactly the code is named first; otherwise every command of the same button.

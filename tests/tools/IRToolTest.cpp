@@ -127,3 +127,27 @@ TEST(NorvaIRTool, EncodeBuildsWhatDecodeReadsBack) {
     EXPECT_TRUE(run.Err.contains(r.Says)) << run.Err.toStdString();
   }
 }
+
+// norva ir raw - reads one signal a line, as ir hex - reads codes: a line that holds no signal
+// says why and fails the command, the others are still shown.
+TEST(NorvaIRTool, RawReadsOneSignalALine) {
+  const struct {
+    const char* What;
+    QByteArray Input;
+    int ExitCode;
+    QString Says;
+  } cases[] = {
+      {"named", "Power\t38000 9000 4500 560 560 560 1690 560 40000\n", 0,
+       "name: Power\nstatus: OK\nformat: RepeatWord1\ncarrier: 37975 Hz"},
+      {"unnamed, signed", "36000 +889 -889 +1778 -889\n", 0, "carrier: 36036 Hz"},
+      {"no durations", "38000 9000 4500\n38000\n", 1, "error: ir raw needs DURATIONS"},
+      {"no frequency", "Mute\tfast 500 500\n", 1, "error: HZ must be a frequency in hertz"},
+      {"refused", "38000 500 -9000 500 30000 500\n", 1, "error: Infra-red period of 30000 us"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.What);
+    const TRun run = Norva({"ir", "raw", "-"}, c.Input);
+    EXPECT_EQ(run.ExitCode, c.ExitCode) << run.Out.toStdString();
+    EXPECT_TRUE(run.Out.contains(c.Says)) << run.Out.toStdString();
+  }
+}

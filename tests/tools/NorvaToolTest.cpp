@@ -123,7 +123,7 @@ TEST(NorvaTool, ImportsListsAndNamesCodesInAnIRDatabase) {
   const TRun import = Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"});
   EXPECT_EQ(import.ExitCode, 1);  // one line failed
   EXPECT_EQ(import.Out,
-            "line 2: Invalid hex code string.\nadded 2 commands to Acme - TV, 1 lines failed\n");
+            tsv + ": line 2: Invalid hex code string.\nadded 2, skipped 0, refused 1\n");
   EXPECT_EQ(
       Norva({"irdb", database, "list", "acme", "tv"}).Out,
       "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "

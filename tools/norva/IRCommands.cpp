@@ -216,6 +216,29 @@ TIRProtocolParameters ParseParameters(const QStringList& words) {
   }
   return parameters;
 }
+// The stream of a raw signal, or the reason there is none; true when there is one.
+bool ReportRawSignal(const TRawSignal& signal, QTextStream& out) {
+  try {
+    PrintStream(RawSignalStream(signal.Hertz, signal.Durations), out);
+    return true;
+  } catch (const ENorvaError& error) {
+    out << "error: " << error.Message() << '\n';
+    return false;
+  }
+}
+
+// A line of input: [NAME<TAB>]FREQUENCY DURATIONS...; a line that holds no signal says why.
+bool ReportRawLine(const QString& line, QTextStream& out) {
+  if (line.contains(u'\t')) out << "name: " << line.section(u'\t', 0, -2) << '\n';
+  const QStringList words = line.section(u'\t', -1).split(u' ', Qt::SkipEmptyParts);
+  try {
+    return ReportRawSignal(ReadRawSignal(words.value(0), words.mid(1), "ir raw"), out);
+  } catch (const EUsage& error) {
+    out << "error: " << QString::fromUtf8(error.what()) << '\n';
+    return false;
+  }
+}
+
 }  // namespace
 
 int RunIRHex(TArguments& arguments, QTextStream& out) {
@@ -263,15 +286,18 @@ int RunIRNative(TArguments& arguments, QTextStream& out) {
 
 int RunIRRaw(TArguments& arguments, QTextStream& out) {
   const std::optional<QString> frequency = arguments.TakeOption(QStringLiteral("--frequency"));
-  if (!frequency) throw EUsage(QStringLiteral("ir raw needs --frequency HZ"));
-  const TRawSignal signal = ReadRawSignal(*frequency, arguments.Positional(), "ir raw");
-  try {
-    PrintStream(RawSignalStream(signal.Hertz, signal.Durations), out);
-  } catch (const ENorvaError& error) {
-    out << "error: " << error.Message() << '\n';
-    return 1;
+  const QStringList values = arguments.Positional();
+  if (!frequency && values == QStringList{QStringLiteral("-")}) {
+    const QStringList lines = InputLines();
+    bool allRead = true;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+      if (i > 0) out << '\n';
+      allRead = ReportRawLine(lines[i], out) && allRead;
+    }
+    return allRead ? 0 : 1;
   }
-  return 0;
+  if (!frequency) throw EUsage(QStringLiteral("ir raw needs --frequency HZ, or - to read signals"));
+  return ReportRawSignal(ReadRawSignal(*frequency, values, "ir raw"), out) ? 0 : 1;
 }
 
 int RunIRDecode(TArguments& arguments, QTextStream& out) {

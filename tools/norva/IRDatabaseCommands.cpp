@@ -107,23 +107,34 @@ int Name(const TIRDB& database, const TIRStreamData& code, QTextStream& out) {
   return similar.isEmpty() ? 1 : 0;
 }
 
-int Import(TIRDB& database, const QStringList& values, const QString& makeName,
-           const QString& modelName, QTextStream& out) {
-  if (values.size() != 1) throw EUsage(QStringLiteral("irdb import needs one TSV file"));
-  // Nothing is saved unless the file is read, so a model added here for nothing is not kept.
-  TModel* model = database.GetOrAddModel(makeName, modelName);
-  if (!model)
-    throw EUsage(QStringLiteral("irdb import needs a writable database (without --public)"));
-  QFile file(values[0]);
+QByteArray ReadFile(const QString& path) {
+  QFile file(path);
   if (!file.open(QIODevice::ReadOnly))
-    throw EUsage(QStringLiteral("cannot read %1: %2").arg(Quoted(values[0]), file.errorString()));
-  const TNamedCodesImport imported = ImportNamedCodes(*model, file.readAll());
-  for (const QString& failure : imported.Failures) out << failure << '\n';
+    throw EUsage(QStringLiteral("cannot read %1: %2").arg(Quoted(path), file.errorString()));
+  return file.readAll();
+}
+
+// Every file read before the database is touched, so a path that cannot be read changes nothing.
+int Import(TIRDB& database, const QStringList& paths, TCodeImportSource source, QTextStream& out) {
+  if (paths.isEmpty()) throw EUsage(QStringLiteral("irdb import needs a PATH"));
+  if (database.IsReadOnly())
+    throw EUsage(QStringLiteral("irdb import needs a writable database (without --public)"));
+  QList<QByteArray> files;
+  for (const QString& path : paths) files << ReadFile(path);
+  TCodeImportResult total;
+  for (qsizetype i = 0; i < paths.size(); ++i) {
+    source.Path = paths[i];
+    const TCodeImportResult imported = ImportCodeFile(database, files[i], source);
+    for (const TCodeFileRefusal& refusal : imported.Refusals)
+      out << paths[i] << ": " << refusal.Place << ": " << refusal.Reason << '\n';
+    total.Added += imported.Added;
+    total.Skipped += imported.Skipped;
+    total.Refusals << imported.Refusals;
+  }
   database.Save();
-  out << "added " << imported.Added << " commands to " << model->GetFullName() << ", ";
-  if (imported.Skipped > 0) out << "skipped " << imported.Skipped << " already there, ";
-  out << imported.Failures.size() << " lines failed\n";
-  return imported.Failures.isEmpty() ? 0 : 1;
+  out << "added " << total.Added << ", skipped " << total.Skipped << ", refused "
+      << total.Refusals.size() << '\n';
+  return total.Refusals.isEmpty() ? 0 : 1;
 }
 
 // The models of the database, of one make, or the one named.
@@ -173,8 +184,8 @@ int RunIRDatabase(TArguments& arguments, QTextStream& out) {
   const QStringList rest = values.mid(2);
   if (action != QStringLiteral("import") && (make || model))
     throw EUsage(QStringLiteral("--make and --model belong to irdb import"));
-  if (action != QStringLiteral("export") && format)
-    throw EUsage(QStringLiteral("--format belongs to irdb export"));
+  if (action != QStringLiteral("import") && action != QStringLiteral("export") && format)
+    throw EUsage(QStringLiteral("--format belongs to irdb import and export"));
   if (action != QStringLiteral("list") && action != QStringLiteral("name") &&
       action != QStringLiteral("import") && action != QStringLiteral("export"))
     throw EUsage(QStringLiteral("unknown irdb action %1 (list, name, import or export)")
@@ -189,8 +200,14 @@ int RunIRDatabase(TArguments& arguments, QTextStream& out) {
     return Export(*OpenDatabase(values[0], isPublic, false), rest, exportFormat, out);
   }
   if (action == QStringLiteral("import")) {
-    if (!make || !model) throw EUsage(QStringLiteral("irdb import needs --make M --model N"));
-    return Import(*OpenDatabase(values[0], isPublic, true), rest, *make, *model, out);
+    if (make.has_value() != model.has_value())
+      throw EUsage(QStringLiteral("irdb import needs --make and --model together"));
+    if (format && !FindCodeFileFormat({}, *format))
+      throw EUsage(
+          QStringLiteral("unknown format %1 (%2)").arg(Quoted(*format), CodeFileFormatNames()));
+    return Import(
+        *OpenDatabase(values[0], isPublic, true), rest,
+        {{}, make.value_or(QString()), model.value_or(QString()), format.value_or(QString())}, out);
   }
   const TIRStreamData code = ReadCode(rest);
   return Name(*OpenDatabase(values[0], isPublic, false), code, out);

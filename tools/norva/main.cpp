@@ -76,8 +76,9 @@ const std::vector<TSubcommand>& Subcommands() {
        "for all zones), or of a relay-module command (LETTER A to \\)",
        &RunIRNative},
       {{"ir", "raw"},
-       "ir raw --frequency HZ DURATIONS...",
-       "build a stream from a learnt raw signal: pulse and gap durations in microseconds",
+       "ir raw --frequency HZ DURATIONS... | ir raw -",
+       "build a stream from a learnt raw signal: pulse and gap durations in microseconds (with -, "
+       "one signal per line: [NAME<TAB>]FREQUENCY DURATIONS...; exit 1 when one fails)",
        &RunIRRaw},
       {{"ir", "decode"},
        "ir decode [--json] (CODE|- | --frequency HZ DURATIONS...)",
@@ -91,16 +92,18 @@ const std::vector<TSubcommand>& Subcommands() {
        "for an unknown protocol or a value out of range)",
        &RunIREncode},
       {{"irdb"},
-       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N | "
-       "export [MAKE [MODEL]] [--format pronto|girr|flipper])",
+       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import PATH... [--make M --model "
+       "N] [--format NAME] | export [MAKE [MODEL]] [--format pronto|girr|flipper])",
        "list an IR database (--public: with the built-in makes; a model's commands with their "
        "decodes), name a received hex code (the command holding exactly that code, else every "
-       "command that is the same button; exit 1 when none), import lines of a name, a TAB and a "
-       "hex code, skipping codes already there (exit 1 when one failed; the previous file is kept "
-       "as FILE.bak), or export the IR streams of the database, a make or a model to standard "
-       "output as lines of a name, a TAB and a hex code (pronto, the default), a Girr document or "
-       "a Flipper IR signals file (exit 1 when a command could not be written, each said on "
-       "standard error). Only import creates "
+       "command that is the same button; exit 1 when none), import code files (formats flipper, "
+       "girr, lircd, csv, sendir, pronto, recognised by their content or named) into the make and "
+       "model the file names or else those given, skipping codes already there, printing each "
+       "entry refused as PATH: PLACE: REASON and a summary (exit 1 when one was refused; the "
+       "previous file is kept as FILE.bak), or export the IR streams of the database, a make or a "
+       "model to standard output as lines of a name, a TAB and a hex code (pronto, the default), a "
+       "Girr document or a Flipper IR signals file (exit 1 when a command could not be written, "
+       "each said on standard error). Only import creates "
        "FILE; a FILE that does not load is never written (exit 1, with the reason)",
        &RunIRDatabase},
       {{"error"},
