@@ -167,6 +167,19 @@ class TIrpParser {
     return static_cast<int>(mProtocol.Streams.size()) - 1;
   }
 
+  // One alternative of a variation, "[P=0]": items like a stream's, maybe none.
+  int ReadAlternative() {
+    Expect('[');
+    TIrpStream stream;
+    if (Peek() != ']') {
+      do stream.Items.push_back(ReadItem());
+      while (Accept(','));
+    }
+    Expect(']');
+    mProtocol.Streams.push_back(std::move(stream));
+    return static_cast<int>(mProtocol.Streams.size()) - 1;
+  }
+
   void ReadRepeatMarker(TIrpStream& stream) {
     const char c = Peek();
     if (c == '*') {
@@ -196,6 +209,10 @@ class TIrpParser {
     } else if ((c == '(' && !IsParenthesisedBitField()) || c == '<') {
       item.Kind = TIrpItemKind::Stream;
       item.Stream = ReadStream(c == '<' ? ReadBitSpec() : -1);
+    } else if (c == '[') {
+      item.Kind = TIrpItemKind::Variation;
+      for (std::size_t part = 0; part < item.Alternatives.size() && Peek() == '['; ++part)
+        item.Alternatives[part] = ReadAlternative();
     } else if (IsNameStart(c) && IsAssignment()) {
       item.Kind = TIrpItemKind::Assignment;
       item.Variable = VariableOf(ReadName());
@@ -318,9 +335,10 @@ class TIrpParser {
   }
   int ReadUnary() {
     const char c = Peek();
-    if (c == '-' || c == '!') {
+    if (c == '-' || c == '!' || c == '#') {
       ++mPos;
-      return Binary(c == '-' ? TIrpOp::Negate : TIrpOp::Not, ReadUnary(), -1);
+      const TIrpOp op = c == '-' ? TIrpOp::Negate : c == '!' ? TIrpOp::Not : TIrpOp::BitCount;
+      return Binary(op, ReadUnary(), -1);
     }
     if (c == '~') {
       ++mPos;
