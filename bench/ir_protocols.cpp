@@ -91,31 +91,31 @@ void EncodeLabelledRows(benchmark::State& state) {
 }
 BENCHMARK(EncodeLabelledRows)->Unit(benchmark::kMicrosecond);
 
-void DecodeFlipperCaptures(benchmark::State& state) {
-  const std::vector<TCapture> captures = FlipperCaptures();
-  int decoded = 0;
+// Runs `fits` over every item, and reports the share that fit as the counter `name`.
+template <class Item, class Fits>
+void MeasureShare(benchmark::State& state, const std::vector<Item>& items, const char* name,
+                  Fits fits) {
+  int count = 0;
   for (auto _ : state) {
-    decoded = 0;
-    for (const TCapture& capture : captures)
-      decoded += norva::DecodeIRSignal(capture.Frequency, capture.Microseconds).front().IsKnown();
+    count = 0;
+    for (const Item& item : items) count += fits(item) ? 1 : 0;
   }
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(captures.size()));
-  state.counters["decoded"] = static_cast<double>(decoded) / static_cast<double>(captures.size());
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(items.size()));
+  state.counters[name] = static_cast<double>(count) / static_cast<double>(items.size());
+}
+
+void DecodeFlipperCaptures(benchmark::State& state) {
+  MeasureShare(state, FlipperCaptures(), "decoded", [](const TCapture& capture) {
+    return norva::DecodeIRSignal(capture.Frequency, capture.Microseconds).front().IsKnown();
+  });
 }
 BENCHMARK(DecodeFlipperCaptures)->Unit(benchmark::kMillisecond);
 
 void DecodeLabelledCodes(benchmark::State& state) {
-  const std::vector<TLabelled> rows = LabelledCodes();
-  int agree = 0;
-  for (auto _ : state) {
-    agree = 0;
-    for (const TLabelled& row : rows) {
-      const norva::TIRDecode first = norva::DecodeIRStream(*norva::ParseHexCode(row.Code)).front();
-      agree += first.Protocol == row.Protocol && first.Parameters == row.Parameters;
-    }
-  }
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(rows.size()));
-  state.counters["agree"] = static_cast<double>(agree) / static_cast<double>(rows.size());
+  MeasureShare(state, LabelledCodes(), "agree", [](const TLabelled& row) {
+    const norva::TIRDecode first = norva::DecodeIRStream(*norva::ParseHexCode(row.Code)).front();
+    return first.Protocol == row.Protocol && first.Parameters == row.Parameters;
+  });
 }
 BENCHMARK(DecodeLabelledCodes)->Unit(benchmark::kMillisecond);
 

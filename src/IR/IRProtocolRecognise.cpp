@@ -26,8 +26,11 @@ constexpr double LongGapShare = 0.7;
 constexpr double ExtentShare = 0.85;
 constexpr double NoFit = std::numeric_limits<double>::infinity();
 
-bool Fits(double expected, double actual) {
-  return std::abs(actual - expected) <= expected * RelativeTolerance + SlackMicroseconds;
+double Tolerance(double expected) { return expected * RelativeTolerance + SlackMicroseconds; }
+
+// How far a captured duration is from the expected one, in tolerances: at most 1 fits.
+double Misfit(double expected, double actual) {
+  return std::abs(actual - expected) / Tolerance(expected);
 }
 
 class TRecogniseSink {
@@ -36,6 +39,8 @@ class TRecogniseSink {
     int Pos = 0;         // the capture's duration the open expected one is compared with
     double Open = 0;     // the open expected duration
     double MinEnd = -1;  // for an extent: the time the gap must reach, else -1
+    int Snapshot = -1;   // the assignments in force
+    double Misfit = 0;   // the sum of the closed durations' misfits, to choose between codes
   };
 
   TRecogniseSink(const TIrpProtocol& protocol, std::span<const double> capture,
@@ -80,11 +85,24 @@ class TRecogniseSink {
       const int shift = (mProtocol.MsbFirst ? symbols - 1 - i : i) * perSymbol;
       bits |= static_cast<std::uint64_t>(code) << shift;
     }
-    mScratch.Observations.push_back({expr, bits});
+    mScratch.Observations.push_back({expr, bits, mState.Snapshot});
     return true;
   }
 
-  void Assign(int, int) {}  // parameters are taken as constant over one press
+  // Assignments take effect for the fields that follow; their values come from what was
+  // assigned before (parameters count as 0 here: assignments that depend on them, like a toggle
+  // flipped after the press, come after the fields).
+  void Assign(int variable, int expr) {
+    if (variable >= MaxIrpVariables) return;
+    TIrpSnapshot snapshot;
+    if (mState.Snapshot >= 0)
+      snapshot = mScratch.Snapshots[static_cast<std::size_t>(mState.Snapshot)];
+    snapshot.Values[static_cast<std::size_t>(variable)] =
+        EvaluateIrp(mProtocol, expr, snapshot.Values);
+    snapshot.Assigned |= std::uint32_t{1} << variable;
+    mScratch.Snapshots.push_back(snapshot);
+    mState.Snapshot = static_cast<int>(mScratch.Snapshots.size()) - 1;
+  }
 
   // Closes the frame's last duration; a frame whose definition ends on a flash leaves the gap
   // before the next frame free.
@@ -114,22 +132,24 @@ class TRecogniseSink {
     const double actual = mCapture[static_cast<std::size_t>(pos)];
     if (minEnd >= 0) return Elapsed(pos + 1) >= minEnd;
     if (pos % 2 == 1 && open >= LongGapMicroseconds) return actual >= LongGapShare * open;
-    return Fits(open, actual);
+    const double misfit = Misfit(open, actual);
+    mState.Misfit += misfit;
+    return misfit <= 1;
   }
 
-  // How far the open expected duration is from the capture's; NoFit when it cannot grow into it.
+  // How far the open expected duration is from the capture's, in tolerances; NoFit when it
+  // cannot grow into it.
   double Residual() const {
     if (mState.Open == 0) return 0;
     if (mState.Pos >= Count()) return OpenIsFlash() ? NoFit : 0;
     if (mState.MinEnd >= 0) return 0;
     const double actual = mCapture[static_cast<std::size_t>(mState.Pos)];
-    const double excess = mState.Open - actual;
-    if (excess > mState.Open * RelativeTolerance + SlackMicroseconds) return NoFit;
-    return std::abs(excess);
+    if (mState.Open - actual > Tolerance(mState.Open)) return NoFit;
+    return Misfit(mState.Open, actual);
   }
 
-  // The code whose durations fit the capture here, the one that leaves its open duration closest
-  // to the capture's preferred; -1 when none fits.
+  // The code whose durations fit the capture here, the closest preferred (its closed durations,
+  // and the open one it leaves); -1 when none fits.
   int ReadSymbol(const TIrpBitSpec& spec) {
     const TState start = mState;
     TState best;
@@ -144,7 +164,7 @@ class TRecogniseSink {
           break;
         }
       }
-      const double residual = ok ? Residual() : NoFit;
+      const double residual = ok ? mState.Misfit - start.Misfit + Residual() : NoFit;
       if (residual < bestResidual) {
         bestResidual = residual;
         best = mState;
@@ -238,12 +258,24 @@ bool SolveParameters(const TIrpProtocol& protocol, const std::vector<TIrpObserva
 }
 
 // Every field holds what the solved parameters give, and every parameter is in its range.
-bool CheckParameters(const TIrpProtocol& protocol, const std::vector<TIrpObservation>& seen,
+bool CheckParameters(const TIrpProtocol& protocol, const TIrpScratch& scratch,
                      const TIrpValues& values) {
-  for (const TIrpObservation& observation : seen)
-    if (static_cast<std::uint64_t>(EvaluateIrp(protocol, observation.Expr, values)) !=
+  for (const TIrpObservation& observation : scratch.Observations) {
+    const TIrpValues* used = &values;
+    TIrpValues inForce;
+    if (observation.Snapshot >= 0) {
+      const TIrpSnapshot& snapshot =
+          scratch.Snapshots[static_cast<std::size_t>(observation.Snapshot)];
+      inForce = values;
+      for (int v = 0; v < MaxIrpVariables; ++v)
+        if (snapshot.Assigned >> v & 1)
+          inForce[static_cast<std::size_t>(v)] = snapshot.Values[static_cast<std::size_t>(v)];
+      used = &inForce;
+    }
+    if (static_cast<std::uint64_t>(EvaluateIrp(protocol, observation.Expr, *used)) !=
         observation.Bits)
       return false;
+  }
   for (std::size_t v = 0; v < protocol.Variables.size(); ++v) {
     const TIrpVariable& variable = protocol.Variables[v];
     if (variable.Kind == TIrpVariableKind::Parameter &&
@@ -259,6 +291,7 @@ bool RecogniseIrp(const TIrpProtocol& protocol, std::span<const double> duration
                   TIrpScratch& scratch, TIrpRecognition& result) {
   result = TIrpRecognition();
   scratch.Observations.clear();
+  scratch.Snapshots.clear();
   TRecogniseSink sink(protocol, durations, scratch);
   if (!WalkIrpIntro(protocol, sink)) return false;
   result.Repeats = CountRepeats(protocol, sink);
@@ -274,7 +307,7 @@ bool RecogniseIrp(const TIrpProtocol& protocol, std::span<const double> duration
   if (!sink.AtEnd() || sink.Pos() == 0) return false;
   result.MissingRepeat = result.Repeats == 0 && HasDistinctRepeat(protocol);
   return SolveParameters(protocol, scratch.Observations, result) &&
-         CheckParameters(protocol, scratch.Observations, result.Values);
+         CheckParameters(protocol, scratch, result.Values);
 }
 
 }  // namespace norva
