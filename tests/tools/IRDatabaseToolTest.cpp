@@ -125,10 +125,11 @@ TEST(IRDatabaseTool, ImportsEachCodeOnce) {
         QStringLiteral("added 0, skipped %1, refused 1\n").arg(file.Added)));
   }
   EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
-            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
-            "Vol+\tir_stream\tOK\tSystem / Vol Up\n"
-            "Input\tir_stream\tOK\t\n"
-            "Code 1\tir_stream\tOK\t\n");
+            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 "
+            "bits 0x2\n"
+            "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n"
+            "Input\tir_stream\tOK\t\tunknown pulse-distance 2 bits 0x1\n"
+            "Code 1\tir_stream\tOK\t\tunknown pulse-distance 2 bits 0x1\n");
   EXPECT_TRUE(QFile::exists(database + ".bak"));
   const QString notes = folder.filePath("notes.txt");
   EXPECT_EQ(Norva({"irdb", database, "import", notes, "--format", "Girl"}).ExitCode, 2);
