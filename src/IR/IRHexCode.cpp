@@ -92,9 +92,20 @@ TWordEnds FindWordEnds(const QList<std::uint32_t>& words, std::uint32_t f) {
   return {{last}, RepeatWord1};
 }
 
-}  // namespace
+// The coarse word-end length ParseHexCode reads from `word`.
+std::uint32_t WordEndRead(std::uint32_t word, std::uint32_t f) {
+  return ToWord(word * ThirdsPerF * f) / WordEndUnitFactor;
+}
 
-QString HexCodeOf(const TIRStreamData& stream) {
+// `word`, moved by as little as needed to read back as `length`; unchanged when no word does
+// (a carrier so slow that one word spans more than a coarse unit).
+std::uint32_t WordReadingAs(std::uint32_t word, std::uint32_t length, std::uint32_t f) {
+  while (word > 0 && WordEndRead(word, f) > length) --word;
+  while (WordEndRead(word, f) < length && WordEndRead(word + 1, f) <= length) ++word;
+  return word;
+}
+
+QString HexCodeText(const TIRStreamData& stream, bool faithful) {
   if (stream.IsEmpty()) return QString();
   const std::uint32_t f = ToWord(stream.ModulationPeriod / TicksPerF);
   if (f == 0) Fail("Hex code unavailable for non-modulated IR codes.");
@@ -114,13 +125,21 @@ QString HexCodeOf(const TIRStreamData& stream) {
   for (int i = 0; i <= end; ++i) {
     const TPeriodIDPair& pair = stream.Pairs[static_cast<std::size_t>(i)];
     const double offUnit = pair.IsWordEnd() ? WordEndUnitsPerF : ThirdsPerF;
+    std::uint32_t off = ToWord(stream.Lengths[pair.OffID] / (f * offUnit));
+    if (faithful && pair.IsWordEnd()) off = WordReadingAs(off, stream.Lengths[pair.OffID], f);
     text += u' ';
     AppendHexWord(text, ToWord(stream.Lengths[pair.OnID] / (f * ThirdsPerF)));
     text += u' ';
-    AppendHexWord(text, ToWord(stream.Lengths[pair.OffID] / (f * offUnit)));
+    AppendHexWord(text, off);
   }
   return text;
 }
+
+}  // namespace
+
+QString HexCodeOf(const TIRStreamData& stream) { return HexCodeText(stream, false); }
+
+QString FaithfulHexCodeOf(const TIRStreamData& stream) { return HexCodeText(stream, true); }
 
 std::optional<TIRStreamData> ParseHexCode(QStringView text) {
   text = text.trimmed();

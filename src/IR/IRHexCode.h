@@ -18,6 +18,10 @@ namespace norva {
 // non-modulated IR codes." when the carrier has no frequency word, and "Hex code unavailable for
 // an infra-red stream without end." when no pair ends it.
 QString HexCodeOf(const TIRStreamData& stream);
+// The same text, but every word-end gap written as the word nearest its length that ParseHexCode
+// reads back into the same coarse unit (reading truncates to that unit, so the nearest word falls
+// one unit short about half the time): what a file meant to be read back writes.
+QString FaithfulHexCodeOf(const TIRStreamData& stream);
 
 // The stream a hex code describes (carrier, format, lengths and pairs). Nothing when the text has
 // fewer than five words. A code whose preamble is 0100 is sent without carrier: it reads as an

@@ -60,7 +60,7 @@ class TProntoWriter : public IModelWriter {
  public:
   void BeginModel(const TModel&) override {}
   void Command(const QString& name, const TIRStreamData& stream) override {
-    mText += OneLine(name) + u'\t' + HexCodeOf(stream) + u'\n';
+    mText += OneLine(name) + u'\t' + FaithfulHexCodeOf(stream) + u'\n';
   }
   QByteArray Finish() override { return mText.toUtf8(); }
 
@@ -85,7 +85,7 @@ class TGirrWriter : public IModelWriter {
     SetNameAttribute(mCommandSet, model.GetName());
   }
   void Command(const QString& name, const TIRStreamData& stream) override {
-    const QString code = HexCodeOf(stream);
+    const QString code = FaithfulHexCodeOf(stream);
     pugi::xml_node command = AddXMLDOMElement(mCommandSet, "command");
     SetNameAttribute(command, OneLine(name));
     command.append_attribute("master").set_value("ccf");

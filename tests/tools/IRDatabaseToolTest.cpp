@@ -179,12 +179,12 @@ TEST(IRDatabaseTool, ExportsTheDatabaseAMakeOrAModel) {
     QStringList Call;
     QString Out;
   } cases[] = {
-      {{"export"}, "Power\t0000 006D 0000 0002 0157 00AC 0015 05EB\n"},
+      {{"export"}, "Power\t0000 006D 0000 0002 0157 00AC 0015 05EC\n"},
       {{"export", "acme", "--format", "girr"},
        "<?xml version='1.0'?><remotes xmlns=\"http://www.harctoolbox.org/Girr\" "
        "girrVersion=\"1.0\">\r\n\t<remote name=\"Acme - TV\" manufacturer=\"Acme\" "
        "model=\"TV\">\r\n\t\t<commandSet name=\"TV\">\r\n\t\t\t<command name=\"Power\" "
-       "master=\"ccf\">\r\n\t\t\t\t<ccf>0000 006D 0000 0002 0157 00AC 0015 05EB</ccf></command>"
+       "master=\"ccf\">\r\n\t\t\t\t<ccf>0000 006D 0000 0002 0157 00AC 0015 05EC</ccf></command>"
        "</commandSet></remote></remotes>"},
       {{"export", "Acme", "tv", "--format", "flipper"},
        "Filetype: IR signals file\nVersion: 1\n# Acme - TV\n#\nname: Power\ntype: raw\n"
