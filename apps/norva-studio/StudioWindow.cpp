@@ -42,6 +42,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mKeypad(std::make_unique<norva::TWallKeypad>()),
       mView(new TKeypadView(this)),
       mLibrary(new TLibraryTree),
+      mBrowser(new TLibraryBrowser(mLibrary)),
       mBusView(new TBusView),
       mLink(std::make_unique<TStudioLink>(*mBusView)),
       mLibraryPanel(new norva::TCaptionedDockPanel(tr("IR library"), QStringLiteral("library"))),
@@ -49,7 +50,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mLinkState(new QLabel) {
   setObjectName(QStringLiteral("studio"));
   setCentralWidget(mView);
-  mLibraryPanel->setWidget(mLibrary);
+  mLibraryPanel->setWidget(mBrowser);
   addDockWidget(Qt::LeftDockWidgetArea, mLibraryPanel);
   mBusPanel->setWidget(mBusView);
   addDockWidget(Qt::BottomDockWidgetArea, mBusPanel);
@@ -80,7 +81,10 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   mView->SetCommandNamer([this](const QString& guid) {
     if (guid.isEmpty()) return QString();
     const norva::TCommandObject* command = mLibrary->FindCommand(guid);
-    return command ? command->GetName() : tr("not in the library: %1").arg(guid);
+    if (command) return command->GetName();
+    const norva::TIRDB* database = mLibrary->Database();
+    return tr("not in library %1 nor the built-in commands: %2")
+        .arg(database ? database->GetShortName() : tr("(none open)"), guid);
   });
   connect(mView, &TKeypadView::Edited, this, &TStudioWindow::ShowState);
   connect(mLibrary, &TLibraryTree::Edited, this, &TStudioWindow::SaveLibrary);
@@ -371,11 +375,29 @@ void TStudioWindow::Paste() {
 
 void TStudioWindow::PasteHexCode() {
   try {
-    mLibrary->PasteHexCode();
+    ShowPasted(mLibrary->PasteHexCode());
   } catch (const std::exception& error) {
     ShowError(error, tr("Paste hex code"));
   }
   ShowState();
+}
+
+void TStudioWindow::ShowPasted(const TPastedCode& pasted) {
+  if (!pasted.Command) return;
+  const QString name = pasted.Command->GetName();
+  switch (pasted.Naming) {
+    case TPastedCode::TNaming::SameCode:
+      statusBar()->showMessage(
+          tr("%1 added, named after the same code: %2").arg(name, pasted.NamedAfter));
+      break;
+    case TPastedCode::TNaming::SameButton:
+      statusBar()->showMessage(tr("%1 added, named after the same button (a similar code): %2")
+                                   .arg(name, pasted.NamedAfter));
+      break;
+    case TPastedCode::TNaming::Numbered:
+      statusBar()->showMessage(tr("%1 added: the library knows no code like it").arg(name));
+      break;
+  }
 }
 
 norva::TCommandObject* TStudioWindow::SelectedCommand() const {

@@ -6,6 +6,7 @@
 
 #include "BusView.h"
 #include "KeypadView.h"
+#include "LibraryBrowser.h"
 #include "LibraryPanel.h"
 #include "StudioLink.h"
 
@@ -50,6 +51,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   norva::TWallKeypad& Keypad() const { return *mKeypad; }
   TKeypadView* KeypadView() const { return mView; }
   TLibraryTree* Library() const { return mLibrary; }
+  TLibraryBrowser* Browser() const { return mBrowser; }
   TBusView* BusView() const { return mBusView; }
   TStudioLink& Link() { return *mLink; }
   norva::TCaptionedDockPanel* LibraryPanel() const { return mLibraryPanel; }
@@ -100,6 +102,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void Tell(const QString& text, const QString& caption);
   // The command bound to the selected button, when the library holds it.
   norva::TCommandObject* SelectedCommand() const;
+  // The status line says how a pasted code was named.
+  void ShowPasted(const TPastedCode& pasted);
   // What the status line says about the library's current item (a native code's frame).
   void ShowCurrentCode();
   // The library panel's caption: the library's name, and why it is read-only when it is.
@@ -109,6 +113,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   std::unique_ptr<norva::TIRDB> mDatabase;
   TKeypadView* mView;
   TLibraryTree* mLibrary;
+  TLibraryBrowser* mBrowser;
   TBusView* mBusView;
   std::unique_ptr<TStudioLink> mLink;
   norva::TCaptionedDockPanel* mLibraryPanel;

@@ -1,0 +1,43 @@
+#pragma once
+// Finding library commands as the installer types: every word of the query must occur, ignoring
+// case, in the command's name, where it is filed (make, model, group), its button classes or its
+// decode. The commands are listed once per build of the library tree; their text is gathered at
+// the first search after that and kept, so a keystroke scans flat text, never the model tree.
+
+#include <IR/CommandObject.h>
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+namespace studio {
+
+// What a command says as a protocol: "NEC1 D=4 F=8", "unknown ..."; empty for a command that is
+// no infra-red stream or a stream without end.
+QString DecodeTextOf(const norva::TCommandObject& command);
+
+// A command of the library and where it is filed (make, model, group).
+struct TLibraryEntry {
+  norva::TCommandObject* Command;
+  QString Where;
+};
+
+class TLibrarySearch {
+ public:
+  void Clear();
+  // Commands are found in the order they were added.
+  void Add(norva::TCommandObject& command, const QString& where);
+  // The commands that hold every word of `query`; none for a query without words.
+  QList<TLibraryEntry> Find(QStringView query) const;
+
+ private:
+  void GatherText() const;
+
+  std::vector<TLibraryEntry> mEntries;
+  // Each entry's searchable text in lower case, gathered at the first search.
+  mutable std::vector<QString> mText;
+};
+
+}  // namespace studio

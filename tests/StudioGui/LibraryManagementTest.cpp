@@ -1,0 +1,286 @@
+// The library side of the studio's window as an installer uses it: codes deleted, moved, copied
+// and renamed in place, each one undo step, with the buttons bound to them following; pasted
+// codes named by the same code or the same button, a duplicate only on request; the search box;
+// the details pane and its stream picture; the built-in commands beside the installer's library.
+
+#include <StudioWindow.h>
+
+#include <ButtonTile.h>
+#include <IR/IR.h>
+#include <OrbGlobal/Gui/OrbDragObject.h>
+#include <OrbGlobal/Undo/Undo.h>
+#include <Testing/RecordingUIServices.h>
+#include <Utils/Folders.h>
+#include <support/QtPrinters.h>
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+
+namespace studio {
+namespace {
+
+// A remote control's volume-up code (NEC timing), in Pronto hex, and a second capture of the
+// same button whose lead-in pulse came out a little shorter.
+const QString VolumeUp = QStringLiteral(
+    "0000 006D 0000 0022 0157 00AC 0015 0016 0015 0016 0015 0041 0015 0016 0015 0016 "
+    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0016 0015 0041 0015 0041 "
+    "0015 0041 0015 0041 0015 0041 0015 0016 0015 0016 0015 0016 0015 0041 0015 0016 "
+    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
+    "0015 0041 0015 0041 0015 0041 0015 05ED");
+const QString VolumeUpAgain =
+    QString(VolumeUp).replace(QStringLiteral("0157 00AC"), QStringLiteral("0148 00A6"));
+
+// A window on a library of the installer's own holding models Acme / TV and Acme / Amp, the
+// volume-up code pasted into TV and bound to button 0.
+class Library : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(mFolder.isValid());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, mFolder.filePath("settings"));
+    mPreviousAutoSave = norva::SetAutoSaveDir(mFolder.filePath("autosave"));
+    mWindow = std::make_unique<TStudioWindow>();
+    mWindow->SetTextAsker([this](const QString&, const QString&) {
+      return mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
+    });
+    mWindow->OpenLibrary(mFolder.filePath("IR.xml"), false);
+    mWindow->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(mWindow.get()));
+    mAnswers = {"Acme", "Amp", "Acme", "TV"};
+    mWindow->AddModel();
+    mWindow->AddModel();
+    mTV = Database().GetMakeByName("Acme")->GetModelByName("TV");
+    mAmp = Database().GetMakeByName("Acme")->GetModelByName("Amp");
+    mCode = Paste(VolumeUp);
+    ASSERT_NE(mCode, nullptr);
+    mWindow->KeypadView()->Bind(0, mCode->GetGUIDString(), mCode->GetName(), {});
+    norva::Undo().Empty();
+    mServices.ClearMessages();
+  }
+  void TearDown() override {
+    mWindow.reset();
+    norva::SetAutoSaveDir(mPreviousAutoSave);
+    norva::Undo().Empty();
+    norva::Redo().Empty();
+  }
+
+  norva::TIRDB& Database() const { return *mWindow->Library()->Database(); }
+  TLibraryTree& Tree() const { return *mWindow->Library(); }
+  // The code pasted into the model chosen in the tree (TV once set up); what was added.
+  norva::TCommandObject* Paste(const QString& code) {
+    mServices.SetClipboardText(code);
+    if (mTV) Tree().setCurrentItem(Tree().ItemOf(mTV));
+    const int before = mTV ? mTV->GetCommandCount() : 0;
+    mWindow->PasteHexCode();
+    return mTV && mTV->GetCommandCount() > before ? mTV->GetCommand(before) : nullptr;
+  }
+  QString Button0Command() const { return mWindow->KeypadView()->Tile(0)->CommandText(); }
+  void Undo() {
+    mWindow->EditUndo();
+    QCoreApplication::processEvents();  // the tree follows once control is back in the event loop
+  }
+
+  QTemporaryDir mFolder;
+  QString mPreviousAutoSave;
+  norva::TRecordingUIServices mServices;
+  norva::TScopedUIServices mInstalled{mServices};
+  std::unique_ptr<TStudioWindow> mWindow;
+  QStringList mAnswers;
+  norva::TModel* mTV = nullptr;
+  norva::TModel* mAmp = nullptr;
+  norva::TCommandObject* mCode = nullptr;
+};
+
+TEST_F(Library, ACodeMovedKeepsItsButtonsACopyIsANewCommandAndEachIsOneUndoStep) {
+  const QString guid = mCode->GetGUIDString();
+  norva::TCommandObject* moved = Tree().MoveTo(*mCode, *mAmp, false);
+  EXPECT_EQ(mTV->GetCommandCount(), 0);
+  ASSERT_EQ(mAmp->GetCommandCount(), 1);
+  EXPECT_EQ(moved->GetGUIDString(), guid);
+  EXPECT_EQ(Button0Command(), moved->GetName()) << "the button still finds its command";
+
+  const norva::TCommandObject* copy = Tree().MoveTo(*moved, *mTV, true);
+  EXPECT_EQ(mAmp->GetCommandCount(), 1);
+  EXPECT_NE(copy->GetGUIDString(), guid);
+  EXPECT_EQ(copy->GetName(), moved->GetName());
+
+  Undo();
+  EXPECT_EQ(mTV->GetCommandCount(), 0) << "the copy undone";
+  Undo();
+  EXPECT_EQ(mTV->GetCommandCount(), 1) << "the move undone";
+  EXPECT_EQ(mAmp->GetCommandCount(), 0);
+  EXPECT_EQ(mTV->GetCommand(0)->GetGUIDString(), guid);
+}
+
+TEST_F(Library, DeleteInTheTreeDeletesTheCodeNotTheButtonAndUndoBringsItBack) {
+  Tree().setFocus();
+  Tree().setCurrentItem(Tree().ItemOf(mCode));
+  QTest::keyClick(&Tree(), Qt::Key_Delete);
+  EXPECT_EQ(mTV->GetCommandCount(), 0);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(mWindow->Keypad().Button(0).GetCommandGUID().size() > 0) << "the button kept it";
+  EXPECT_TRUE(Button0Command().contains("not in library IR"))
+      << "says which library it looked in: " << Button0Command().toStdString();
+  Undo();
+  ASSERT_EQ(mTV->GetCommandCount(), 1);
+  EXPECT_EQ(Button0Command(), mTV->GetCommand(0)->GetName());
+}
+
+TEST_F(Library, ACodeIsRenamedInPlaceAsOneUndoStepAndABuiltInOneIsNot) {
+  QTreeWidgetItem* item = Tree().ItemOf(mCode);
+  Tree().setFocus();
+  Tree().setCurrentItem(item);
+  QTest::keyClick(&Tree(), Qt::Key_F2);
+  auto* editor = Tree().findChild<QLineEdit*>();
+  ASSERT_NE(editor, nullptr) << "F2 edits in place";
+  editor->selectAll();
+  QTest::keyClicks(editor, "Louder");
+  QTest::keyClick(editor, Qt::Key_Return);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(mTV->GetCommand(0)->GetName(), "Louder");
+  Undo();
+  EXPECT_NE(mTV->GetCommand(0)->GetName(), "Louder");
+
+  const QList<QTreeWidgetItem*> standby =
+      Tree().findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
+  ASSERT_FALSE(standby.isEmpty()) << "the built-in commands are shown beside the library";
+  EXPECT_FALSE(standby.first()->flags() & Qt::ItemIsEditable);
+}
+
+TEST_F(Library, APastedCodeIsNamedBySameCodeThenSameButtonAndADuplicateOnlyOnRequest) {
+  Tree().Rename(*mCode, QStringLiteral("Volume up"));
+  const struct {
+    const char* What;
+    QString Code;
+    norva::TMessageResult Answer;  // to a duplicate's question
+    bool Added;
+    int Boxes;
+    const char* Said;
+  } cases[] = {
+      {"the same code, declined", VolumeUp, norva::TMessageResult::No, false, 1, ""},
+      {"the same code, again", VolumeUp, norva::TMessageResult::Yes, true, 1, "the same code"},
+      {"the same button", VolumeUpAgain, norva::TMessageResult::Yes, true, 0, "the same button"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.What);
+    mServices.ClearMessages();
+    mServices.ScriptAnswers({c.Answer});
+    mWindow->statusBar()->clearMessage();
+    const norva::TCommandObject* added = Paste(c.Code);
+    EXPECT_EQ(added != nullptr, c.Added);
+    EXPECT_EQ(mServices.Messages().size(), c.Boxes);
+    if (!added) continue;
+    EXPECT_EQ(added->GetName(), "Volume up");
+    EXPECT_TRUE(mWindow->statusBar()->currentMessage().contains(c.Said))
+        << mWindow->statusBar()->currentMessage().toStdString();
+  }
+}
+
+TEST_F(Library, TheSearchFindsByEveryWordAndAFoundCommandIsChosenAndDragged) {
+  Tree().SetButtonClass(*mCode, norva::TButtonClass(norva::SystemClassGroup, 1));
+  const QString className = mCode->GetButtonClasses().first().GetName();
+  TLibraryBrowser& browser = *mWindow->Browser();
+  const struct {
+    QString Query;
+    bool FindsCode;
+  } cases[] = {
+      {"code", true},
+      {"ACME tv", true},
+      {"acme amp", false},
+      {className, true},
+      {DecodeTextOf(*mCode), true},
+      {"code nothing-like-it", false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Query.toStdString());
+    QTest::keyClicks(browser.SearchField(), c.Query);
+    const int rows = browser.Results().rowCount();
+    bool found = false;
+    for (int row = 0; row < rows; ++row) found |= browser.Results().CommandAt(row) == mCode;
+    EXPECT_EQ(found, c.FindsCode);
+    browser.SearchField()->clear();
+  }
+  QTest::keyClicks(browser.SearchField(), "acme");
+  ASSERT_EQ(browser.Results().rowCount(), 1);
+  browser.ResultsView()->setCurrentIndex(browser.Results().index(0, 0));
+  EXPECT_EQ(Tree().CurrentCommand(), mCode) << "the found command is chosen in the tree";
+  const std::unique_ptr<QMimeData> drag(
+      browser.Results().mimeData({browser.Results().index(0, 0)}));
+  const auto* object = qobject_cast<const norva::TOrbDragObject*>(drag.get());
+  ASSERT_NE(object, nullptr);
+  EXPECT_EQ(object->OrbObject(), mCode);
+}
+
+TEST_F(Library, TheDetailsShowTheChosenCodeAndSetAClassAsOneUndoStep) {
+  Tree().setCurrentItem(Tree().ItemOf(mCode));
+  const TCommandDetails& details = *mWindow->Browser()->Details();
+  EXPECT_EQ(details.Text("status"), "OK");
+  EXPECT_EQ(details.Text("carrier"), "38.0 kHz");
+  EXPECT_EQ(details.Text("format"), "RepeatWord1");
+  EXPECT_EQ(details.Text("hexCode"),
+            norva::HexCodeOf(qobject_cast<norva::TIRStream*>(mCode)->Data()));
+  EXPECT_EQ(details.Text("decode"), DecodeTextOf(*mCode));
+  EXPECT_EQ(details.Picture()->Pulses().size(), 34) << "a lead-in, 32 bits and a stop pulse";
+
+  details.ClassChoice()->setCurrentText(QStringLiteral("System / Mute"));
+  details.SetClassButton()->click();
+  ASSERT_EQ(mCode->GetButtonClasses().size(), 1);
+  EXPECT_EQ(mCode->GetButtonClasses().first().GetName(), "System / Mute");
+  EXPECT_EQ(details.Text("classes"), "System / Mute");
+  Undo();
+  EXPECT_NE(details.Text("classes"), "System / Mute");
+}
+
+TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
+  mWindow->OpenLibrary(mFolder.filePath("public.xml"), true);
+  const QList<QTreeWidgetItem*> items =
+      Tree().findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
+  ASSERT_FALSE(items.isEmpty());
+  Tree().setCurrentItem(items.first());
+  const norva::TCommandObject* standby = Tree().CurrentCommand();
+  ASSERT_NE(standby, nullptr);
+  mWindow->KeypadView()->Bind(1, standby->GetGUIDString(), standby->GetName(), {});
+  mWindow->OpenLibrary(mFolder.filePath("IR.xml"), false);
+  EXPECT_EQ(mWindow->KeypadView()->Tile(1)->CommandText(), "Standby");
+  EXPECT_EQ(Button0Command(), "Code 1") << "and the installer's own command too";
+}
+
+// Durations to one scale, word ends marked, the word sent once told from the repeated one.
+TEST(StreamPulses, FollowTheStreamsWordsAndFormat) {
+  const QList<double> once = {9000, 4500, 560, 20000};
+  const QList<double> repeat = {9000, 2250, 560, 90000};
+  const struct {
+    const char* What;
+    norva::TIRStreamData Stream;
+    QList<bool> Repeated;
+  } cases[] = {
+      {"once, then repeated", norva::WordsStream(38000, once, repeat), {false, false, true, true}},
+      {"sent once", norva::WordsStream(38000, once, {}), {false, false}},
+      {"repeated", norva::WordsStream(38000, {}, repeat), {true, true}},
+      {"empty", {}, {}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.What);
+    const QList<TStreamPulse> pulses = StreamPulses(c.Stream);
+    ASSERT_EQ(pulses.size(), c.Repeated.size());
+    for (int i = 0; i < pulses.size(); ++i) {
+      EXPECT_EQ(pulses[i].Repeated, c.Repeated[i]) << i;
+      EXPECT_EQ(pulses[i].EndsWord, i % 2 == 1) << i;
+    }
+  }
+  const QList<TStreamPulse> pulses = StreamPulses(norva::WordsStream(38000, once, repeat));
+  EXPECT_NEAR(pulses[0].OnMicroseconds, 9000, 90);
+  EXPECT_NEAR(pulses[0].OffMicroseconds, 4500, 45);
+  EXPECT_NEAR(pulses[1].OffMicroseconds, 20000, 200) << "a word end in its coarser unit";
+  EXPECT_NEAR(pulses[2].OffMicroseconds, 2250, 25);
+}
+
+}  // namespace
+}  // namespace studio
