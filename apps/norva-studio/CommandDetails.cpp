@@ -21,10 +21,11 @@ namespace {
 // What a format sends while the key is held.
 QString RepeatsText(norva::TIRStreamFormat format) {
   switch (format) {
-    case norva::RepeatWord1: return TCommandDetails::tr("its one word, again and again");
-    case norva::RepeatWord2: return TCommandDetails::tr("the second word; the first is sent once");
-    case norva::RepeatBothWords: return TCommandDetails::tr("both words, again and again");
-    case norva::NoRepeat: return TCommandDetails::tr("nothing: the word is sent once");
+    case norva::RepeatWord1: return TCommandDetails::tr("one word, repeated while held");
+    case norva::RepeatWord2:
+      return TCommandDetails::tr("the first word once, the second repeated while held");
+    case norva::RepeatBothWords: return TCommandDetails::tr("both words, repeated while held");
+    case norva::NoRepeat: return TCommandDetails::tr("one word, sent once");
   }
   return {};
 }
@@ -126,8 +127,10 @@ void TCommandDetails::Show(const norva::TCommandObject* command) {
   mClasses->setText(command ? ClassesText(*command) : QString());
   mSetClass->setEnabled(command && !command->IsReadOnly());
   mCarrier->setText(stream ? CarrierText(stream->GetModulationFrequency()) : QString());
-  mFormat->setText(stream ? norva::EnumName(stream->GetFormat()) : QString());
-  mRepeats->setText(stream ? RepeatsText(stream->GetFormat()) : QString());
+  mFormat->setText(stream ? norva::EnumName(stream->GetFormat()) + QStringLiteral(": ") +
+                                RepeatsText(stream->GetFormat())
+                          : QString());
+  mRepeats->setText(stream ? QString::number(stream->GetRepeats()) : QString());
   mDecode->setText(command ? DecodeTextOf(*command) : QString());
   mHexCode->setText(stream ? HexCodeText(stream->Data()) : QString());
   if (stream)

@@ -320,12 +320,26 @@ TPastedCode TLibraryTree::PasteHexCode() {
   } else {
     pasted.SetName(QStringLiteral("Code %1").arg(model->GetCommandCount() + 1));
   }
-  result.Command = model->AddNewCommandObject(&pasted);
-  result.Command->AssignNewGUID();
-  result.Command->AutoAssignButtonClass();
-  EditDone();
-  Select(result.Command);
+  result.Command = AddCopy(pasted, *model);
   return result;
+}
+
+norva::TCommandObject* TLibraryTree::AddStream(const norva::TIRStreamData& stream,
+                                               const QString& name) {
+  if (!mDatabase || mDatabase->IsReadOnly()) return nullptr;
+  norva::TIRStream command;
+  command.SetData(stream);
+  command.SetName(name);
+  return AddCopy(command, *TargetModel());
+}
+
+norva::TCommandObject* TLibraryTree::AddCopy(const norva::TIRStream& stream, norva::TModel& model) {
+  norva::TCommandObject* added = model.AddNewCommandObject(&stream);
+  added->AssignNewGUID();
+  added->AutoAssignButtonClass();
+  EditDone();
+  Select(added);
+  return added;
 }
 
 QStringList TLibraryTree::mimeTypes() const { return {norva::TOrbDragObject::MimeType}; }

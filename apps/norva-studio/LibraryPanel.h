@@ -50,6 +50,9 @@ class TLibraryTree : public QTreeWidget {
   // only when the installer agrees. No command when the clipboard holds none or the installer
   // declined. A code that cannot be read raises ENorvaError, and nothing is added.
   TPastedCode PasteHexCode();
+  // A new IR command with the stream and name in the chosen model, its button class assigned from
+  // its name; nullptr when the database is read-only.
+  norva::TCommandObject* AddStream(const norva::TIRStreamData& stream, const QString& name);
   // The model, made current; nullptr when the database or the make is read-only.
   norva::TModel* AddModel(const QString& make, const QString& model);
   norva::TNamedCodesImport ImportCodes(const QByteArray& text);
@@ -82,6 +85,8 @@ class TLibraryTree : public QTreeWidget {
 
  private:
   norva::TModel* TargetModel();
+  // A copy of `stream` added to `model` as a new command, chosen in the tree.
+  norva::TCommandObject* AddCopy(const norva::TIRStream& stream, norva::TModel& model);
   void AddMakeItems(const norva::TIRDB& database, QList<QTreeWidgetItem*>& makes);
   // The items of a built-in make's command group, and of the commands of any list, filed under
   // `where`.

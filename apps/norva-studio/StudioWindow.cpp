@@ -1,5 +1,7 @@
 #include "StudioWindow.h"
 
+#include "ProtocolCodeDialog.h"
+
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/UIServices.h>
@@ -174,6 +176,7 @@ void TStudioWindow::BuildMenus() {
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
   library->addAction(tr("&Import named codes..."), this, &TStudioWindow::ImportCodes);
+  library->addAction(tr("New code from &protocol..."), this, &TStudioWindow::NewCodeFromProtocol);
   library->addAction(tr("&Rename code..."), QKeySequence(Qt::Key_F2), this,
                      &TStudioWindow::RenameCode);
 
@@ -448,6 +451,13 @@ void TStudioWindow::ImportCodes() {
              QLatin1Char('\n') + imported.Failures.mid(0, 20).join(QLatin1Char('\n')),
          tr("Import"));
   ShowState();
+}
+
+void TStudioWindow::NewCodeFromProtocol() {
+  TProtocolCodeDialog dialog(this);
+  if (dialog.exec() != QDialog::Accepted || !dialog.Stream()) return;
+  if (!mLibrary->AddStream(*dialog.Stream(), dialog.CodeName()))
+    Tell(tr("The library is read-only: open or create one of your own."), tr("New code"));
 }
 
 void TStudioWindow::RenameCode() {

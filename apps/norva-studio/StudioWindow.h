@@ -72,6 +72,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   bool SendSelectedCommand();
   void AddModel();
   void ImportCodes();
+  // A code made from a protocol and its parameters, added to the chosen model.
+  void NewCodeFromProtocol();
   void RenameCode();
   // Writes the library when it has changes; a failure is told in a box.
   void SaveLibrary();

@@ -13,6 +13,8 @@
 #include <Utils/Folders.h>
 #include <support/QtPrinters.h>
 
+#include <ProtocolCodeDialog.h>
+
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -20,6 +22,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -223,7 +226,7 @@ TEST_F(Library, TheDetailsShowTheChosenCodeAndSetAClassAsOneUndoStep) {
   const TCommandDetails& details = *mWindow->Browser()->Details();
   EXPECT_EQ(details.Text("status"), "OK");
   EXPECT_EQ(details.Text("carrier"), "38.0 kHz");
-  EXPECT_EQ(details.Text("format"), "RepeatWord1");
+  EXPECT_TRUE(details.Text("format").startsWith("RepeatWord1: one word, repeated"));
   EXPECT_EQ(details.Text("hexCode"),
             norva::HexCodeOf(qobject_cast<norva::TIRStream*>(mCode)->Data()));
   EXPECT_EQ(details.Text("decode"), DecodeTextOf(*mCode));
@@ -236,6 +239,45 @@ TEST_F(Library, TheDetailsShowTheChosenCodeAndSetAClassAsOneUndoStep) {
   EXPECT_EQ(details.Text("classes"), "System / Mute");
   Undo();
   EXPECT_NE(details.Text("classes"), "System / Mute");
+}
+
+TEST_F(Library, ACodeFromAProtocolShowsItsHexCodeOrWhyNotBeforeItIsAdded) {
+  TProtocolCodeDialog dialog;
+  const struct {
+    const char* Protocol;
+    const char* D;
+    const char* F;
+    const char* Error;  // what the dialog says, in part; "" for a code made
+  } cases[] = {
+      {"NEC1", "4", "8", ""},    {"NEC1", "", "8", "D"}, {"NEC1", "4", "x", "F is no number"},
+      {"NEC1", "4", "300", "F"}, {"RC5", "4", "8", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.Protocol) + " D=" + c.D + " F=" + c.F);
+    dialog.Protocol()->setCurrentText(c.Protocol);
+    dialog.Parameter('D')->setText(c.D);
+    dialog.Parameter('F')->setText(c.F);
+    const bool made = QString(c.Error).isEmpty();
+    EXPECT_EQ(dialog.AddButton()->isEnabled(), made);
+    EXPECT_EQ(dialog.HexCodeText().isEmpty(), !made);
+    EXPECT_TRUE(dialog.ErrorText().contains(c.Error)) << dialog.ErrorText().toStdString();
+    EXPECT_EQ(dialog.ErrorText().isEmpty(), made);
+  }
+
+  Tree().setCurrentItem(Tree().ItemOf(mAmp));
+  QTimer::singleShot(0, [] {
+    auto* shown = qobject_cast<TProtocolCodeDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(shown, nullptr);
+    shown->Protocol()->setCurrentText("NEC1");
+    shown->Parameter('D')->setText("4");
+    shown->Parameter('F')->setText("8");
+    shown->AddButton()->click();
+  });
+  mWindow->NewCodeFromProtocol();
+  ASSERT_EQ(mAmp->GetCommandCount(), 1);
+  const norva::TCommandObject* added = mAmp->GetCommand(0);
+  EXPECT_EQ(added->GetName(), "NEC1 D=4 F=8");
+  EXPECT_EQ(DecodeTextOf(*added), "NEC1 D=4 F=8") << "it decodes as it was made";
 }
 
 TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
