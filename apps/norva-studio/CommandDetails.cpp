@@ -22,8 +22,7 @@ namespace {
 QString RepeatsText(norva::TIRStreamFormat format) {
   switch (format) {
     case norva::RepeatWord1: return TCommandDetails::tr("one word, repeated while held");
-    case norva::RepeatWord2:
-      return TCommandDetails::tr("the first word once, the second repeated while held");
+    case norva::RepeatWord2: return TCommandDetails::tr("first word once, second repeated");
     case norva::RepeatBothWords: return TCommandDetails::tr("both words, repeated while held");
     case norva::NoRepeat: return TCommandDetails::tr("one word, sent once");
   }
@@ -66,33 +65,45 @@ void FillVocabulary(QComboBox& choice) {
 
 TCommandDetails::TCommandDetails(QWidget* parent)
     : QWidget(parent),
-      mHexCode(new QLineEdit),
+      mName(Field("name")),
+      mStatus(Field("status")),
+      mCarrier(Field("carrier")),
+      mFormat(Field("format")),
+      mRepeats(Field("repeats")),
+      mClasses(Field("classes")),
+      mDecode(ReadOnlyLine("decode")),
+      mHexCode(ReadOnlyLine("hexCode")),
       mClassChoice(new QComboBox),
       mSetClass(new QPushButton(tr("Set class"))),
       mPicture(new TStreamPicture) {
   setObjectName(QStringLiteral("commandDetails"));
-  auto* form = new QFormLayout(this);
-  form->setContentsMargins(4, 4, 4, 4);
-  form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-  mName = AddField("name", tr("Command:"));
-  mStatus = AddField("status", tr("Status:"));
-  mCarrier = AddField("carrier", tr("Carrier:"));
-  mFormat = AddField("format", tr("Format:"));
-  mRepeats = AddField("repeats", tr("Repeats:"));
-  mDecode = AddField("decode", tr("Decode:"));
-  mHexCode->setObjectName(QStringLiteral("hexCode"));
-  mHexCode->setReadOnly(true);
-  form->addRow(tr("Hex code:"), mHexCode);
-  mClasses = AddField("classes", tr("Button classes:"));
   mClassChoice->setObjectName(QStringLiteral("classChoice"));
   mClassChoice->setEditable(true);
   mClassChoice->setInsertPolicy(QComboBox::NoInsert);
   mClassChoice->completer()->setFilterMode(Qt::MatchContains);
   mClassChoice->completer()->setCompletionMode(QCompleter::PopupCompletion);
   FillVocabulary(*mClassChoice);
+  // Short values share a line, so the picture keeps its room in a low panel.
+  auto* facts = new QHBoxLayout;
+  facts->setSpacing(8);
+  facts->addWidget(mStatus, 1);
+  facts->addWidget(new QLabel(tr("Carrier:")));
+  facts->addWidget(mCarrier, 1);
+  facts->addWidget(new QLabel(tr("Repeats:")));
+  facts->addWidget(mRepeats, 1);
   auto* choose = new QHBoxLayout;
   choose->addWidget(mClassChoice, 1);
   choose->addWidget(mSetClass);
+  auto* form = new QFormLayout(this);
+  form->setContentsMargins(4, 4, 4, 4);
+  form->setVerticalSpacing(3);
+  form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+  form->addRow(tr("Command:"), mName);
+  form->addRow(tr("Status:"), facts);
+  form->addRow(tr("Format:"), mFormat);
+  form->addRow(tr("Decode:"), mDecode);
+  form->addRow(tr("Hex code:"), mHexCode);
+  form->addRow(tr("Button classes:"), mClasses);
   form->addRow(tr("Class:"), choose);
   form->addRow(mPicture);
   connect(mSetClass, &QPushButton::clicked, this, [this] {
@@ -104,13 +115,20 @@ TCommandDetails::TCommandDetails(QWidget* parent)
   Show(nullptr);
 }
 
-QLabel* TCommandDetails::AddField(const char* objectName, const QString& label) {
+QLabel* TCommandDetails::Field(const char* objectName) {
   auto* field = new QLabel;
   field->setObjectName(QString::fromLatin1(objectName));
   field->setTextInteractionFlags(Qt::TextSelectableByMouse);
   field->setWordWrap(true);
-  static_cast<QFormLayout*>(layout())->addRow(label, field);
   return field;
+}
+
+// Long values (a decode, a hex code) scroll in their line instead of widening the panel.
+QLineEdit* TCommandDetails::ReadOnlyLine(const char* objectName) {
+  auto* line = new QLineEdit;
+  line->setObjectName(QString::fromLatin1(objectName));
+  line->setReadOnly(true);
+  return line;
 }
 
 QString TCommandDetails::Text(const char* field) const {
@@ -126,6 +144,10 @@ void TCommandDetails::Show(const norva::TCommandObject* command) {
   mStatus->setText(command ? command->Status() : QString());
   mClasses->setText(command ? ClassesText(*command) : QString());
   mSetClass->setEnabled(command && !command->IsReadOnly());
+  const norva::TButtonClasses classes =
+      command ? command->GetButtonClasses() : norva::TButtonClasses();
+  mClassChoice->setCurrentIndex(
+      classes.isEmpty() ? -1 : mClassChoice->findData(classes.first().GetOrdValue()));
   mCarrier->setText(stream ? CarrierText(stream->GetModulationFrequency()) : QString());
   mFormat->setText(stream ? norva::EnumName(stream->GetFormat()) + QStringLiteral(": ") +
                                 RepeatsText(stream->GetFormat())
@@ -133,6 +155,8 @@ void TCommandDetails::Show(const norva::TCommandObject* command) {
   mRepeats->setText(stream ? QString::number(stream->GetRepeats()) : QString());
   mDecode->setText(command ? DecodeTextOf(*command) : QString());
   mHexCode->setText(stream ? HexCodeText(stream->Data()) : QString());
+  mDecode->setCursorPosition(0);  // the start of a long value, where it says the most
+  mHexCode->setCursorPosition(0);
   if (stream)
     mPicture->SetStream(stream->Data());
   else

@@ -35,7 +35,8 @@ class TCommandDetails : public QWidget {
   void ButtonClassChosen(const norva::TButtonClass& buttonClass);
 
  private:
-  QLabel* AddField(const char* objectName, const QString& label);
+  static QLabel* Field(const char* objectName);
+  static QLineEdit* ReadOnlyLine(const char* objectName);
 
   QLabel* mName;
   QLabel* mStatus;
@@ -43,7 +44,7 @@ class TCommandDetails : public QWidget {
   QLabel* mFormat;
   QLabel* mRepeats;
   QLabel* mClasses;
-  QLabel* mDecode;
+  QLineEdit* mDecode;
   QLineEdit* mHexCode;
   QComboBox* mClassChoice;
   QPushButton* mSetClass;

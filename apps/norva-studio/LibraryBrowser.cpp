@@ -88,6 +88,7 @@ TLibraryBrowser::TLibraryBrowser(TLibraryTree* tree, QWidget* parent)
   auto* splitter = new QSplitter(Qt::Vertical);
   splitter->addWidget(upper);
   splitter->addWidget(mDetails);
+  splitter->setChildrenCollapsible(false);  // the details are never cut off
   splitter->setStretchFactor(0, 3);
   splitter->setStretchFactor(1, 1);
   auto* layout = new QVBoxLayout(this);

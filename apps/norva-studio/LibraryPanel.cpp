@@ -67,6 +67,7 @@ void TLibraryTree::SetDatabase(norva::TIRDB* database) {
 void TLibraryTree::Refresh() {
   mStale = false;
   const QString current = currentItem() ? currentItem()->data(0, GUIDRole).toString() : QString();
+  const QSet<QString> expanded = ExpandedPaths();
   clear();
   mByGUID.clear();
   mItems.clear();
@@ -77,12 +78,48 @@ void TLibraryTree::Refresh() {
   }
   setUpdatesEnabled(false);
   QList<QTreeWidgetItem*> makes;
-  if (!mDatabase->IsPublic()) AddMakeItems(*mBuiltIns, makes);
   AddMakeItems(*mDatabase, makes);
+  if (!mDatabase->IsPublic()) AddMakeItems(*mBuiltIns, makes);  // after the installer's own
   addTopLevelItems(makes);
+  Expand(expanded);
   setUpdatesEnabled(true);
   if (!current.isEmpty()) Select(FindCommand(current));
   emit Refreshed();
+}
+
+namespace {
+
+// Where an item is: the texts of its parents and its own. Commands are left out: they never open.
+QString PathOf(const QTreeWidgetItem& item) {
+  return item.parent() ? PathOf(*item.parent()) + u'\n' + item.text(0) : item.text(0);
+}
+
+template <typename F>
+void ForEachOpenable(QTreeWidgetItem& item, const F& visit) {
+  if (item.childCount() == 0) return;
+  visit(item);
+  for (int i = 0; i < item.childCount(); ++i) ForEachOpenable(*item.child(i), visit);
+}
+
+}  // namespace
+
+QSet<QString> TLibraryTree::ExpandedPaths() const {
+  QSet<QString> paths;
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    ForEachOpenable(*topLevelItem(i), [&paths](QTreeWidgetItem& item) {
+      if (item.isExpanded()) paths.insert(PathOf(item));
+    });
+  }
+  return paths;
+}
+
+void TLibraryTree::Expand(const QSet<QString>& paths) {
+  if (paths.isEmpty()) return;
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    ForEachOpenable(*topLevelItem(i), [&paths](QTreeWidgetItem& item) {
+      if (paths.contains(PathOf(item))) item.setExpanded(true);
+    });
+  }
 }
 
 void TLibraryTree::AddMakeItems(const norva::TIRDB& database, QList<QTreeWidgetItem*>& makes) {

@@ -13,6 +13,7 @@
 #include <IR_Database/IR_Database.h>
 
 #include <QHash>
+#include <QSet>
 #include <QTreeWidget>
 
 #include <memory>
@@ -94,6 +95,9 @@ class TLibraryTree : public QTreeWidget {
   void AddCommandItems(const norva::TCommandObjectList& list, QTreeWidgetItem& parent,
                        const QString& where);
   void RenamedInPlace(QTreeWidgetItem* item, int column);
+  // The makes, models and groups open, by the path of their names, to open again after a rebuild.
+  QSet<QString> ExpandedPaths() const;
+  void Expand(const QSet<QString>& paths);
   // Runs an edit of the context menu or a key, telling a refusal in a box.
   template <typename F>
   void Try(F edit);

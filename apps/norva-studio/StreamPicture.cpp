@@ -59,7 +59,7 @@ QList<TStreamPulse> StreamPulses(const norva::TIRStreamData& stream) {
 
 TStreamPicture::TStreamPicture(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("streamPicture"));
-  setMinimumHeight(64);
+  setMinimumHeight(72);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
