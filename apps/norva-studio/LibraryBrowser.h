@@ -51,7 +51,7 @@ class TLibraryBrowser : public QWidget {
   TSearchResults& Results() { return mResults; }
   QTreeView* ResultsView() const { return mResultsView; }
   TCommandDetails* Details() const { return mDetails; }
-  // Shows the commands that hold every word of `text`, or the tree for no words.
+  // Shows the commands the search finds for `text`, or the tree for no words.
   void Search(const QString& text);
 
  private:

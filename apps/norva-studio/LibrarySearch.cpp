@@ -14,6 +14,19 @@ QString DecodeTextOf(const norva::TCommandObject& command) {
   return decodes.isEmpty() ? QString() : norva::DecodeText(decodes.first());
 }
 
+namespace {
+
+// Whether `word` begins a word of `text`: at its start or after a character that is no letter or
+// digit, so that "5" finds "Zone 5" but not "Zone 15".
+bool BeginsAWord(const QString& text, const QString& word) {
+  for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {
+    if (at == 0 || !text[at - 1].isLetterOrNumber()) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 void TLibrarySearch::Clear() {
   mEntries.clear();
   mText.clear();
@@ -45,7 +58,7 @@ QList<TLibraryEntry> TLibrarySearch::Find(QStringView query) const {
   for (std::size_t i = 0; i < mEntries.size(); ++i) {
     const QString& text = mText[i];
     const bool all = std::all_of(lowerWords.cbegin(), lowerWords.cend(),
-                                 [&text](const QString& word) { return text.contains(word); });
+                                 [&text](const QString& word) { return BeginsAWord(text, word); });
     if (all) found.append(mEntries[i]);
   }
   return found;

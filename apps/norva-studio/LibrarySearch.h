@@ -1,8 +1,8 @@
 #pragma once
-// Finding library commands as the installer types: every word of the query must occur, ignoring
-// case, in the command's name, where it is filed (make, model, group), its button classes or its
-// decode. The commands are listed once per build of the library tree; their text is gathered at
-// the first search after that and kept, so a keystroke scans flat text, never the model tree.
+// Finding library commands as the installer types: every word of the query must begin a word,
+// ignoring case, of the command's name, where it is filed (make, model, group), its button classes
+// or its decode. The commands are listed once per build of the library tree; their text is gathered
+// at the first search after that and kept, so a keystroke scans flat text, never the model tree.
 
 #include <IR/CommandObject.h>
 
@@ -29,7 +29,7 @@ class TLibrarySearch {
   void Clear();
   // Commands are found in the order they were added.
   void Add(norva::TCommandObject& command, const QString& where);
-  // The commands that hold every word of `query`; none for a query without words.
+  // The commands in which every word of `query` begins a word; none for a query without words.
   QList<TLibraryEntry> Find(QStringView query) const;
 
  private:

@@ -200,6 +200,7 @@ TEST_F(Library, TheSearchFindsByEveryWordAndAFoundCommandIsChosenAndDragged) {
       {className, true},
       {DecodeTextOf(*mCode), true},
       {"code nothing-like-it", false},
+      {"ode", false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.Query.toStdString());
