@@ -80,6 +80,9 @@ TCommandDetails::TCommandDetails(QWidget* parent)
   mClassChoice->setObjectName(QStringLiteral("classChoice"));
   mClassChoice->setEditable(true);
   mClassChoice->setInsertPolicy(QComboBox::NoInsert);
+  // Not as wide as the longest class name: the panel stays narrow.
+  mClassChoice->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  mClassChoice->setMinimumContentsLength(12);
   mClassChoice->completer()->setFilterMode(Qt::MatchContains);
   mClassChoice->completer()->setCompletionMode(QCompleter::PopupCompletion);
   FillVocabulary(*mClassChoice);

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTreeView>
@@ -85,12 +86,19 @@ TLibraryBrowser::TLibraryBrowser(TLibraryTree* tree, QWidget* parent)
   upperLayout->addWidget(mFound);
   upperLayout->addWidget(mPages, 1);
   mFound->hide();
+  // In a low window the details scroll rather than hold the window taller than the screen.
+  auto* details = new QScrollArea;
+  details->setWidget(mDetails);
+  details->setWidgetResizable(true);
+  details->setFrameShape(QFrame::NoFrame);
   auto* splitter = new QSplitter(Qt::Vertical);
   splitter->addWidget(upper);
-  splitter->addWidget(mDetails);
-  splitter->setChildrenCollapsible(false);  // the details are never cut off
-  splitter->setStretchFactor(0, 3);
-  splitter->setStretchFactor(1, 1);
+  splitter->addWidget(details);
+  splitter->setChildrenCollapsible(false);
+  // The details as tall as they need, the tree taking what is left and what the window gains.
+  splitter->setStretchFactor(0, 1);
+  splitter->setStretchFactor(1, 0);
+  splitter->setSizes({upper->sizeHint().height() * 4, mDetails->sizeHint().height()});
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(splitter);
