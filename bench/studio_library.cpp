@@ -41,8 +41,24 @@ struct TLibraryFile {
   QTemporaryDir folder;
 };
 
-void OpenAndShowTree(benchmark::State& state) {
+const TLibraryFile& LibraryFile() {
   static const TLibraryFile file;
+  return file;
+}
+
+// The main window with every panel, shown; its settings kept beside the library file.
+struct TShownWindow {
+  TShownWindow() {
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                       LibraryFile().folder.filePath("settings"));
+    window.show();
+  }
+  ~TShownWindow() { window.setWindowModified(false); }
+  studio::TStudioWindow window;
+};
+
+void OpenAndShowTree(benchmark::State& state) {
+  const TLibraryFile& file = LibraryFile();
   for (auto _ : state) {
     norva::TIRDB database(file.Path(), true);  // public: the built-in makes come first
     studio::TLibraryTree tree;
@@ -59,17 +75,14 @@ BENCHMARK(OpenAndShowTree)->Unit(benchmark::kMillisecond);
 
 // The main window, every panel shown, opening the library as the Library menu does.
 void OpenInTheWindow(benchmark::State& state) {
-  static const TLibraryFile file;
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, file.folder.filePath("settings"));
-  studio::TStudioWindow window;
-  window.show();
+  TShownWindow shown;
+  studio::TStudioWindow& window = shown.window;
   for (auto _ : state) {
-    window.OpenLibrary(file.Path(), true);
+    window.OpenLibrary(LibraryFile().Path(), true);
     window.Library()->expandAll();
     QCoreApplication::processEvents();  // laid out and painted
     benchmark::DoNotOptimize(window.Library()->topLevelItemCount());
   }
-  window.setWindowModified(false);
   state.counters["commands"] = Commands;
 }
 BENCHMARK(OpenInTheWindow)->Unit(benchmark::kMillisecond);
@@ -77,11 +90,9 @@ BENCHMARK(OpenInTheWindow)->Unit(benchmark::kMillisecond);
 // One keystroke: the query grows by a letter or loses one, and the results are shown. The first
 // search after opening gathers the commands' text and is left out.
 void SearchKeystroke(benchmark::State& state) {
-  static const TLibraryFile file;
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, file.folder.filePath("settings"));
-  studio::TStudioWindow window;
-  window.show();
-  window.OpenLibrary(file.Path(), true);
+  TShownWindow shown;
+  studio::TStudioWindow& window = shown.window;
+  window.OpenLibrary(LibraryFile().Path(), true);
   QLineEdit& search = *window.Browser()->SearchField();
   search.setText(QStringLiteral("x"));
   const QStringList typed = {QStringLiteral("lamp 9"), QStringLiteral("lamp 99"),
@@ -92,7 +103,6 @@ void SearchKeystroke(benchmark::State& state) {
     QCoreApplication::processEvents();  // the results laid out and painted
     benchmark::DoNotOptimize(window.Browser()->Results().rowCount());
   }
-  window.setWindowModified(false);
   state.counters["commands"] = Commands;
 }
 BENCHMARK(SearchKeystroke)->Unit(benchmark::kMillisecond);

@@ -30,16 +30,19 @@
 namespace studio {
 namespace {
 
-// A remote control's volume-up code (NEC timing), in Pronto hex, and a second capture of the
-// same button whose lead-in pulse came out a little shorter.
-const QString VolumeUp = QStringLiteral(
-    "0000 006D 0000 0022 0157 00AC 0015 0016 0015 0016 0015 0041 0015 0016 0015 0016 "
-    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0016 0015 0041 0015 0041 "
-    "0015 0041 0015 0041 0015 0041 0015 0016 0015 0016 0015 0016 0015 0041 0015 0016 "
-    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
-    "0015 0041 0015 0041 0015 0041 0015 05ED");
-const QString VolumeUpAgain =
-    QString(VolumeUp).replace(QStringLiteral("0157 00AC"), QStringLiteral("0148 00A6"));
+// A code as the NEC1 protocol sends it (device 4, function 8), in Pronto hex: a word sent once
+// and a short word repeated while the key is held.
+QString Nec1Code() {
+  return norva::HexCodeOf(norva::EncodeIRStream(u"NEC1", {4, std::nullopt, 8, std::nullopt}));
+}
+// The same button captured again: the lead-in pulse came out 5 % longer.
+QString Recaptured(const QString& code) {
+  QStringList words = code.split(u' ');
+  words[4] = QStringLiteral("%1")
+                 .arg(words[4].toUInt(nullptr, 16) * 21 / 20, 4, 16, QLatin1Char('0'))
+                 .toUpper();
+  return words.join(u' ');
+}
 
 // A window on a library of the installer's own holding models Acme / TV and Acme / Amp, the
 // volume-up code pasted into TV and bound to button 0.
@@ -61,7 +64,7 @@ class Library : public ::testing::Test {
     mWindow->AddModel();
     mTV = Database().GetMakeByName("Acme")->GetModelByName("TV");
     mAmp = Database().GetMakeByName("Acme")->GetModelByName("Amp");
-    mCode = Paste(VolumeUp);
+    mCode = Paste(Nec1Code());
     ASSERT_NE(mCode, nullptr);
     mWindow->KeypadView()->Bind(0, mCode->GetGUIDString(), mCode->GetName(), {});
     norva::Undo().Empty();
@@ -167,9 +170,10 @@ TEST_F(Library, APastedCodeIsNamedBySameCodeThenSameButtonAndADuplicateOnlyOnReq
     int Boxes;
     const char* Said;
   } cases[] = {
-      {"the same code, declined", VolumeUp, norva::TMessageResult::No, false, 1, ""},
-      {"the same code, again", VolumeUp, norva::TMessageResult::Yes, true, 1, "the same code"},
-      {"the same button", VolumeUpAgain, norva::TMessageResult::Yes, true, 0, "the same button"},
+      {"the same code, declined", Nec1Code(), norva::TMessageResult::No, false, 1, ""},
+      {"the same code, again", Nec1Code(), norva::TMessageResult::Yes, true, 1, "the same code"},
+      {"the same button", Recaptured(Nec1Code()), norva::TMessageResult::Yes, true, 0,
+       "the same button"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.What);
@@ -226,12 +230,16 @@ TEST_F(Library, TheDetailsShowTheChosenCodeAndSetAClassAsOneUndoStep) {
   Tree().setCurrentItem(Tree().ItemOf(mCode));
   const TCommandDetails& details = *mWindow->Browser()->Details();
   EXPECT_EQ(details.Text("status"), "OK");
-  EXPECT_EQ(details.Text("carrier"), "38.0 kHz");
-  EXPECT_TRUE(details.Text("format").startsWith("RepeatWord1: one word, repeated"));
+  EXPECT_EQ(details.Text("carrier"), "38.3 kHz") << "38.4 kHz to the carrier clock's tick";
+  EXPECT_TRUE(details.Text("format").startsWith("RepeatWord2: first word once"));
   EXPECT_EQ(details.Text("hexCode"),
             norva::HexCodeOf(qobject_cast<norva::TIRStream*>(mCode)->Data()));
-  EXPECT_EQ(details.Text("decode"), DecodeTextOf(*mCode));
-  EXPECT_EQ(details.Picture()->Pulses().size(), 34) << "a lead-in, 32 bits and a stop pulse";
+  EXPECT_EQ(details.Text("decode"), "NEC1 D=4 F=8");
+  const QList<TStreamPulse>& pulses = details.Picture()->Pulses();
+  ASSERT_EQ(pulses.size(), 36) << "a lead-in, 32 bits and a stop pulse; a lead-in and a stop";
+  EXPECT_FALSE(pulses[33].Repeated);
+  EXPECT_TRUE(pulses[33].EndsWord);
+  EXPECT_TRUE(pulses[34].Repeated);
 
   details.ClassChoice()->setCurrentText(QStringLiteral("System / Mute"));
   details.SetClassButton()->click();
