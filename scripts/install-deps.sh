@@ -11,6 +11,7 @@ packages=(
   clang libclang-rt-14-dev clang-format clang-tidy
   libusb-1.0-0-dev umockdev libumockdev-dev
   libvips-dev fonts-dejavu-core
+  lirc-compat-remotes  # remote definitions nobody here wrote, for the lircd.conf reader's tests
 )
 
 missing=()

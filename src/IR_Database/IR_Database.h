@@ -1,8 +1,10 @@
 #pragma once
 // The IR database: makes and models of device commands in one XML file, the built-in makes of the
-// installation's own devices, and naming and recognising received codes.
+// installation's own devices, naming and recognising received codes, and writing codes as other
+// tools' files.
 
 #include <IR_Database/BuiltInMakes.h>
+#include <IR_Database/CodeExport.h>
 #include <IR_Database/IRDatabase.h>
 #include <IR_Database/Make.h>
 #include <IR_Database/Model.h>

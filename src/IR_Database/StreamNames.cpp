@@ -1,6 +1,5 @@
 #include <IR_Database/StreamNames.h>
 
-#include <IR/NorvaIRStream.h>
 #include <NorvaGlobal/Vocabulary.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
@@ -57,14 +56,7 @@ bool ForEachNativeCode(const std::function<bool(const TNorvaIRStream&)>& visit) 
 }
 
 const TStreamNameIndex& NativeStreamNames() {
-  static const TStreamNameIndex names = [] {
-    TStreamNameIndex index;
-    ForEachNativeCode([&index](const TNorvaIRStream& stream) {
-      index.Add(stream.Data(), {stream.GetName(), stream.GetCategory()});
-      return false;
-    });
-    return index;
-  }();
+  static const TStreamNameIndex names = IndexOfNativeCodes<TStreamNameIndex>();
   return names;
 }
 

@@ -4,6 +4,7 @@
 // exactly when their keys are equal.
 
 #include <IR/IRStream.h>
+#include <IR/NorvaIRStream.h>
 
 #include <QByteArray>
 #include <QHash>
@@ -32,13 +33,23 @@ class TStreamNameIndex {
   QHash<QByteArray, TStreamName> mNames;
 };
 
-class TNorvaIRStream;
-
 // Every native code the installation's devices understand, in the order they are tried: command
 // types in order, then zones from all zones (-1) to 95, then commands, where the command is
 // useful for that zone and type. `visit` sees each code in turn until it returns true; the result
 // is whether it did. The codes are made without undo records.
 bool ForEachNativeCode(const std::function<bool(const TNorvaIRStream&)>& visit);
+
+// An index (TStreamNameIndex or alike) of every native code, in the order ForEachNativeCode visits
+// them, each under its name and category.
+template <typename TIndex>
+TIndex IndexOfNativeCodes() {
+  TIndex index;
+  ForEachNativeCode([&index](const TNorvaIRStream& stream) {
+    index.Add(stream.Data(), {stream.GetName(), stream.GetCategory()});
+    return false;
+  });
+  return index;
+}
 
 // The names of all native codes (ForEachNativeCode). Built once per process.
 const TStreamNameIndex& NativeStreamNames();

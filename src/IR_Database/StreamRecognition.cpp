@@ -1,10 +1,11 @@
 #include <IR_Database/StreamRecognition.h>
 
 #include <IR/IRProtocols.h>
-#include <IR/NorvaIRStream.h>
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+#include <utility>
 
 namespace norva {
 
@@ -22,12 +23,20 @@ QByteArray DecodeKey(const TIRDecode& decode) {
   return key;
 }
 
+// The part of a generic description that a few percent of jitter does not change: all of it for a
+// bit coding ("pulse-distance 32 bits 0x20DF10EF"); for durations without bit structure ("other
+// 11 durations 201201:23103") only their count, since a duration near the bound between two of
+// its classes may fall in either.
+QString StableDescription(const QString& generic) {
+  return generic.startsWith(u"other ") ? generic.section(u' ', 0, 2) : generic;
+}
+
 QByteArray ShapeOf(const TIRStreamData& stream, const QString& generic) {
   QByteArray shape;
   shape += static_cast<char>(stream.Format);
   shape += QByteArray::number(stream.GetEndPos(true)) + ' ' +
            QByteArray::number(stream.GetEndPos(false)) + ' ';
-  shape += generic.toUtf8();
+  shape += StableDescription(generic).toUtf8();
   return shape;
 }
 
@@ -50,6 +59,20 @@ TStreamTimings TimingsOf(const TIRStreamData& stream) {
 bool DurationsAgree(float a, float b) {
   return std::abs(a - b) <=
          RecognitionDurationTolerance * std::max(a, b) + RecognitionDurationSlackMicroseconds;
+}
+
+float DurationSum(const TStreamTimings& timings) {
+  return std::accumulate(timings.Durations.begin(), timings.Durations.end(), 0.0F);
+}
+
+// The sums of durations that can agree one by one with those of `timings`, a little widened for
+// the rounding of the sums.
+std::pair<float, float> AgreeingSums(const TStreamTimings& timings) {
+  const float sum = DurationSum(timings);
+  const auto slack = static_cast<float>(RecognitionDurationSlackMicroseconds *
+                                        static_cast<double>(timings.Durations.size()));
+  const auto keep = static_cast<float>(1 - RecognitionDurationTolerance);
+  return {(keep * sum - slack) * 0.999F, (sum + slack) / keep * 1.001F};
 }
 
 bool TimingsAgree(const TStreamTimings& a, const TStreamTimings& b) {
@@ -89,7 +112,10 @@ void TStreamRecognitionIndex::Add(const TIRStreamData& data, const TStreamName& 
   const int position = static_cast<int>(mNames.size());
   mNames.push_back(name);
   for (const QByteArray& key : print.DecodeKeys) mByDecode[key].push_back(position);
-  if (!print.Shape.isEmpty()) mByShape[print.Shape].push_back({position, std::move(print.Timings)});
+  if (!print.Shape.isEmpty()) {
+    const float sum = DurationSum(print.Timings);
+    mByShape[print.Shape].insert({sum, {position, std::move(print.Timings)}});
+  }
 }
 
 QList<TStreamName> TStreamRecognitionIndex::Find(const TButtonPrint& print) const {
@@ -101,8 +127,12 @@ QList<TStreamName> TStreamRecognitionIndex::Find(const TButtonPrint& print) cons
   }
   const auto shaped = print.Shape.isEmpty() ? mByShape.constEnd() : mByShape.constFind(print.Shape);
   if (shaped != mByShape.constEnd()) {
-    for (const TShaped& candidate : *shaped)
-      if (TimingsAgree(candidate.Timings, print.Timings)) positions.push_back(candidate.Position);
+    const auto [low, high] = AgreeingSums(print.Timings);
+    for (auto candidate = shaped->lower_bound(low); candidate != shaped->upper_bound(high);
+         ++candidate) {
+      if (TimingsAgree(candidate->second.Timings, print.Timings))
+        positions.push_back(candidate->second.Position);
+    }
   }
   // A stream that two decodes explain is listed under both.
   std::sort(positions.begin(), positions.end());
@@ -114,14 +144,7 @@ QList<TStreamName> TStreamRecognitionIndex::Find(const TButtonPrint& print) cons
 }
 
 const TStreamRecognitionIndex& NativeStreamRecognition() {
-  static const TStreamRecognitionIndex index = [] {
-    TStreamRecognitionIndex natives;
-    ForEachNativeCode([&natives](const TNorvaIRStream& stream) {
-      natives.Add(stream.Data(), {stream.GetName(), stream.GetCategory()});
-      return false;
-    });
-    return natives;
-  }();
+  static const TStreamRecognitionIndex index = IndexOfNativeCodes<TStreamRecognitionIndex>();
   return index;
 }
 

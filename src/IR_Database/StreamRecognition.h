@@ -2,9 +2,9 @@
 // Recognising a button whatever capture of it arrives: two streams are the same button when a
 // protocol explains both with the same device, sub-device and function (the toggle flips with
 // every press and is ignored), or, when no protocol explains either, when they have the same
-// structure (format, where the words end, pair count, the generic description of their bits) and
-// each duration and the carrier agree within a tolerance. Exact naming (StreamNames.h) stays as
-// it is; this answers beside it.
+// structure (format, where the words end, pair count, the part of the generic description that
+// jitter does not change) and each duration and the carrier agree within a tolerance. Exact
+// naming (StreamNames.h) stays as it is; this answers beside it (docs/ir-database.md).
 
 #include <IR/IRStreamData.h>
 #include <IR_Database/StreamNames.h>
@@ -13,6 +13,7 @@
 #include <QHash>
 #include <QList>
 
+#include <map>
 #include <vector>
 
 namespace norva {
@@ -36,7 +37,8 @@ struct TStreamTimings {
 struct TButtonPrint {
   // One key per decode a protocol explains: protocol, D, S and F.
   QList<QByteArray> DecodeKeys;
-  // For a stream no protocol explains: format, word ends, pair count and generic description.
+  // For a stream no protocol explains: format, word ends, pair count and the stable part of its
+  // generic description.
   QByteArray Shape;
   TStreamTimings Timings;
 
@@ -64,7 +66,9 @@ class TStreamRecognitionIndex {
 
   std::vector<TStreamName> mNames;
   QHash<QByteArray, std::vector<int>> mByDecode;
-  QHash<QByteArray, std::vector<TShaped>> mByShape;
+  // By structure key, then by the sum of the durations: durations that agree one by one have sums
+  // that agree too, so only a range of sums is compared duration by duration.
+  QHash<QByteArray, std::multimap<float, TShaped>> mByShape;
 };
 
 // The native codes (ForEachNativeCode) for recognition, in the order they are tried. Built once

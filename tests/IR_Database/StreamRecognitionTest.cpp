@@ -3,6 +3,7 @@
 
 #include "IRDatabaseTest.h"
 
+#include <IR/IRProtocols.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <support/QtPrinters.h>
@@ -63,6 +64,7 @@ TEST_F(StreamRecognition, FindsTheSameButtonAndNoOther) {
   AddStream(model, "Stop", CorpusCode("Stop"));
   AddStream(model, "Step Up", CorpusCode("Step Up"));
   AddStream(model, "Odd", Unexplained);
+  AddStream(model, "Power", CorpusCode("Power"));  // RC5 D=1 F=12 T=1
   const struct {
     const char* What;
     TIRStreamData Code;
@@ -73,11 +75,14 @@ TEST_F(StreamRecognition, FindsTheSameButtonAndNoOther) {
       {"carrier 4% off", WithCarrier(Read(Unexplained), 1.04), {"Acme - TV: Odd"}},
       {"carrier 10% off", WithCarrier(Read(Unexplained), 1.10), {}},
       {"one pulse 30% longer", WithPairLengthened(Read(Unexplained), 2, 1.3), {}},
-      {"another structure", Read(CorpusCode("Power")), {}},
-      {"a protocol code, lengths 3% off",
+      {"a remote's code, lengths 3% off",
        Jittered(Read(CorpusCode("Stop")), 0.03, 9),
        {"Acme - TV: Stop"}},
       {"another button of that remote", Read(CorpusCode("Step Down")), {}},
+      {"the same RC5 button pressed again",
+       EncodeIRStream(u"RC5", {1, {}, 12, 0}),
+       {"Acme - TV: Power"}},
+      {"another RC5 button", EncodeIRStream(u"RC5", {1, {}, 13, 1}), {}},
       {"an empty stream", TIRStreamData{}, {}},
   };
   for (const auto& c : cases) {

@@ -101,9 +101,11 @@ TEST(IRDatabaseTool, ImportsEachCodeOnce) {
   EXPECT_EQ(again.Out,
             "line 2: expected NAME<TAB>CODE, found 3 fields\n"
             "added 0 commands to Acme - TV, skipped 2 already there, 1 lines failed\n");
-  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
-            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
-            "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
+  EXPECT_EQ(
+      Norva({"irdb", database, "list", "acme", "tv"}).Out,
+      "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "
+      "0x2\n"
+      "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n");
   EXPECT_TRUE(QFile::exists(database + ".bak"));
 }
 
@@ -117,25 +119,56 @@ TEST(IRDatabaseTool, NamesExactlyOrByTheSameButton) {
   WriteFile(tsv, "Odd\t" + odd.toUtf8() + "\nOdd again\t" + odd.toUtf8() + " \n");
   ASSERT_EQ(Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"}).ExitCode,
             0);
-  const struct {
-    const char* What;
-    QString Code;
-    int ExitCode;
-    QString Out;
-  } cases[] = {
-      {"the stored code", odd, 0, "exact\tAcme - TV: Odd\n"},
-      {"a second capture",
-       "0000 006C 0000 0006 0052 0030 0010 005E 0031 0020 0070 0011 0010 0045 0024 0400", 0,
+  // The stored code, a second capture of it, and another button.
+  const std::pair<QString, QString> answers[] = {
+      {odd, "exact\tAcme - TV: Odd\n"},
+      {"0000 006C 0000 0006 0052 0030 0010 005E 0031 0020 0070 0011 0010 0045 0024 0400",
        "similar\tAcme - TV: Odd\nsimilar\tAcme - TV: Odd again\n"},
-      {"another button",
-       "0000 006D 0000 0006 0030 0050 0010 0060 0030 0020 0070 0010 0010 0045 0025 0400", 1,
+      {"0000 006D 0000 0006 0030 0050 0010 0060 0030 0020 0070 0010 0010 0045 0025 0400",
        "unknown\n"},
   };
-  for (const auto& c : cases) {
-    const TRun run = Norva({"irdb", database, "name", c.Code});
-    EXPECT_EQ(run.ExitCode, c.ExitCode) << c.What;
-    EXPECT_EQ(run.Out, c.Out) << c.What;
+  for (const auto& [code, out] : answers) {
+    const TRun run = Norva({"irdb", database, "name", code});
+    EXPECT_EQ(run.ExitCode, out == "unknown\n" ? 1 : 0) << code.toStdString();
+    EXPECT_EQ(run.Out, out) << code.toStdString();
   }
+}
+
+// Each format goes to standard output; what a format cannot hold is named on standard error.
+TEST(IRDatabaseTool, ExportsTheDatabaseAMakeOrAModel) {
+  QTemporaryDir folder;
+  const QString database = folder.filePath("IR.xml");
+  const QString tsv = folder.filePath("codes.tsv");
+  WriteFile(tsv, "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n");
+  ASSERT_EQ(Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"}).ExitCode,
+            0);
+  QByteArray file = FileBytes(database);
+  file.replace("</model>", "<rs232_command name=\"Serial\"/></model>");
+  WriteFile(database, file);
+  const struct {
+    QStringList Call;
+    QString Out;
+  } cases[] = {
+      {{"export"}, "Power\t0000 006D 0000 0002 0157 00AC 0015 05EB\n"},
+      {{"export", "acme", "--format", "girr"},
+       "<?xml version='1.0'?><remotes xmlns=\"http://www.harctoolbox.org/Girr\" "
+       "girrVersion=\"1.0\">\r\n\t<remote name=\"Acme - TV\" manufacturer=\"Acme\" "
+       "model=\"TV\">\r\n\t\t<commandSet name=\"TV\">\r\n\t\t\t<command name=\"Power\" "
+       "master=\"ccf\">\r\n\t\t\t\t<ccf>0000 006D 0000 0002 0157 00AC 0015 05EB</ccf></command>"
+       "</commandSet></remote></remotes>"},
+      {{"export", "Acme", "tv", "--format", "flipper"},
+       "Filetype: IR signals file\nVersion: 1\n# Acme - TV\n#\nname: Power\ntype: raw\n"
+       "frequency: 37975\nduty_cycle: 0.330000\ndata: 9019 4523 552 39851\n"},
+  };
+  for (const auto& c : cases) {
+    const TRun run = Norva(QStringList{"irdb", database} + c.Call);
+    EXPECT_EQ(run.ExitCode, 1) << c.Call.join(' ').toStdString();
+    EXPECT_EQ(run.Out, c.Out);
+    EXPECT_EQ(run.Err, "norva: not written: Acme - TV: Serial: not an infra-red stream\n");
+  }
+  const TRun noModel = Norva({"irdb", database, "export", "Acme", "Radio"});
+  EXPECT_EQ(noModel.ExitCode, 2);
+  EXPECT_EQ(noModel.Err, "norva: no model \"Radio\" in Acme\n");
 }
 
 }  // namespace

@@ -124,9 +124,11 @@ TEST(NorvaTool, ImportsListsAndNamesCodesInAnIRDatabase) {
   EXPECT_EQ(import.ExitCode, 1);  // one line failed
   EXPECT_EQ(import.Out,
             "line 2: Invalid hex code string.\nadded 2 commands to Acme - TV, 1 lines failed\n");
-  EXPECT_EQ(Norva({"irdb", database, "list", "acme", "tv"}).Out,
-            "Power\tir_stream\tToo short to have meaning\tSystem / Standby\n"
-            "Vol+\tir_stream\tOK\tSystem / Vol Up\n");
+  EXPECT_EQ(
+      Norva({"irdb", database, "list", "acme", "tv"}).Out,
+      "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "
+      "0x2\n"
+      "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n");
   EXPECT_EQ(Norva({"irdb", database, "--public", "list"}).Out,
             "NORVA\t0 models, built in with 3 command groups\n"
             "INTEGRA\t0 models, built in with 1 command groups\nAcme\t1 models\n");
@@ -198,6 +200,8 @@ TEST(NorvaTool, BadInputIsOneLineAndExitCodeTwo) {
       {"irdb", "/tmp/none.xml", "import", "/no/such.tsv", "--make", "A", "--model", "B"},
       {"irdb", "/tmp/none.xml", "--public", "import", "x.tsv", "--make", "A", "--model", "B"},
       {"irdb", "/tmp/none.xml", "import", "x.tsv", "--make", "A"},
+      {"irdb", "/tmp/none.xml", "export", "--format", "csv"},
+      {"irdb", "/tmp/none.xml", "list", "--format", "girr"},
   };
   for (const QStringList& call : badCalls) {
     const TRun run = Norva(call);

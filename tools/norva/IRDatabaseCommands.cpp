@@ -1,4 +1,4 @@
-// norva irdb FILE [--public] list | name | import: the IR database from the command line.
+// norva irdb FILE [--public] list | name | import | export: the IR database from the command line.
 #include "Subcommands.h"
 
 #include <IR/IR.h>
@@ -30,6 +30,12 @@ TMake* FindMake(const TIRDB& database, const QString& name) {
   TMake* make = database.GetMakeByName(name);
   if (!make) throw EUsage(QStringLiteral("no make %1 in the database").arg(Quoted(name)));
   return make;
+}
+
+const TModel* FindModel(const TMake& make, const QString& name) {
+  const TModel* model = make.GetModelByName(name);
+  if (!model) throw EUsage(QStringLiteral("no model %1 in %2").arg(Quoted(name), make.GetName()));
+  return model;
 }
 
 QString ClassNames(const TCommandObject& command) {
@@ -64,9 +70,7 @@ void List(const TIRDB& database, const QStringList& names, QTextStream& out) {
           << " commands\n";
     return;
   }
-  const TModel* model = make->GetModelByName(names[1]);
-  if (!model)
-    throw EUsage(QStringLiteral("no model %1 in %2").arg(Quoted(names[1]), make->GetName()));
+  const TModel* model = FindModel(*make, names[1]);
   for (int i = 0; i < model->GetCommandCount(); ++i) {
     const TCommandObject* command = model->GetCommand(i);
     out << command->GetName() << '\t' << CommandElementName(command->GetClass()) << '\t'
@@ -122,26 +126,67 @@ int Import(TIRDB& database, const QStringList& values, const QString& makeName,
   return imported.Failures.isEmpty() ? 0 : 1;
 }
 
+// The models of the database, of one make, or the one named.
+QList<const TModel*> ModelsNamed(const TIRDB& database, const QStringList& names) {
+  if (names.size() == 2) return {FindModel(*FindMake(database, names[0]), names[1])};
+  QList<const TMake*> makes;
+  if (!names.isEmpty()) makes << FindMake(database, names[0]);
+  for (int i = 0; names.isEmpty() && i < database.GetMakeCount(); ++i) makes << database.GetMake(i);
+  QList<const TModel*> models;
+  for (const TMake* make : makes)
+    for (int i = 0; i < make->GetModelCount(); ++i) models << make->GetModel(i);
+  return models;
+}
+
+TCodeExportFormat ExportFormat(const std::optional<QString>& name) {
+  if (!name) return TCodeExportFormat::Pronto;
+  const std::optional<TCodeExportFormat> format = CodeExportFormatNamed(*name);
+  if (!format)
+    throw EUsage(QStringLiteral("unknown format %1 (pronto, girr or flipper)").arg(Quoted(*name)));
+  return *format;
+}
+
+// The file goes to standard output; every command it could not hold is said on standard error.
+int Export(const TIRDB& database, const QStringList& names, TCodeExportFormat format,
+           QTextStream& out) {
+  if (names.size() > 2) throw EUsage(QStringLiteral("irdb export takes at most MAKE and MODEL"));
+  const TCodeExport exported = ExportCodes(ModelsNamed(database, names), format);
+  out << QString::fromUtf8(exported.Bytes);
+  out.flush();
+  QTextStream errors(stderr);
+  for (const QString& unwritten : exported.Unwritten)
+    errors << "norva: not written: " << Escaped(unwritten) << '\n';
+  return exported.Unwritten.isEmpty() ? 0 : 1;
+}
+
 }  // namespace
 
 int RunIRDatabase(TArguments& arguments, QTextStream& out) {
   const bool isPublic = arguments.TakeFlag(QStringLiteral("--public"));
   const std::optional<QString> make = arguments.TakeOption(QStringLiteral("--make"));
   const std::optional<QString> model = arguments.TakeOption(QStringLiteral("--model"));
+  const std::optional<QString> format = arguments.TakeOption(QStringLiteral("--format"));
   const QStringList values = arguments.Positional();
-  if (values.size() < 2) throw EUsage(QStringLiteral("irdb needs FILE and list, name or import"));
+  if (values.size() < 2)
+    throw EUsage(QStringLiteral("irdb needs FILE and list, name, import or export"));
   const QString& action = values[1];
   const QStringList rest = values.mid(2);
   if (action != QStringLiteral("import") && (make || model))
     throw EUsage(QStringLiteral("--make and --model belong to irdb import"));
+  if (action != QStringLiteral("export") && format)
+    throw EUsage(QStringLiteral("--format belongs to irdb export"));
   if (action != QStringLiteral("list") && action != QStringLiteral("name") &&
-      action != QStringLiteral("import"))
-    throw EUsage(
-        QStringLiteral("unknown irdb action %1 (list, name or import)").arg(Quoted(action)));
+      action != QStringLiteral("import") && action != QStringLiteral("export"))
+    throw EUsage(QStringLiteral("unknown irdb action %1 (list, name, import or export)")
+                     .arg(Quoted(action)));
   if (action == QStringLiteral("list")) {
     if (rest.size() > 2) throw EUsage(QStringLiteral("irdb list takes at most MAKE and MODEL"));
     List(*OpenDatabase(values[0], isPublic, false), rest, out);
     return 0;
+  }
+  if (action == QStringLiteral("export")) {
+    const TCodeExportFormat exportFormat = ExportFormat(format);
+    return Export(*OpenDatabase(values[0], isPublic, false), rest, exportFormat, out);
   }
   if (action == QStringLiteral("import")) {
     if (!make || !model) throw EUsage(QStringLiteral("irdb import needs --make M --model N"));

@@ -91,12 +91,16 @@ const std::vector<TSubcommand>& Subcommands() {
        "for an unknown protocol or a value out of range)",
        &RunIREncode},
       {{"irdb"},
-       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N)",
+       "irdb FILE [--public] (list [MAKE [MODEL]] | name CODE | import TSV --make M --model N | "
+       "export [MAKE [MODEL]] [--format pronto|girr|flipper])",
        "list an IR database (--public: with the built-in makes; a model's commands with their "
        "decodes), name a received hex code (the command holding exactly that code, else every "
-       "command that is the same button; exit 1 when none), or import lines of a name, a TAB and a "
-       "hex code, skipping codes already "
-       "there (exit 1 when one failed; the previous file is kept as FILE.bak). Only import creates "
+       "command that is the same button; exit 1 when none), import lines of a name, a TAB and a "
+       "hex code, skipping codes already there (exit 1 when one failed; the previous file is kept "
+       "as FILE.bak), or export the IR streams of the database, a make or a model to standard "
+       "output as lines of a name, a TAB and a hex code (pronto, the default), a Girr document or "
+       "a Flipper IR signals file (exit 1 when a command could not be written, each said on "
+       "standard error). Only import creates "
        "FILE; a FILE that does not load is never written (exit 1, with the reason)",
        &RunIRDatabase},
       {{"error"},
