@@ -39,7 +39,7 @@ TLibraryTree::TLibraryTree(QWidget* parent) : QTreeWidget(parent) {
   header()->resizeSection(1, 80);
   setDragEnabled(true);
   setDragDropMode(QAbstractItemView::DragOnly);
-  setSelectionMode(QAbstractItemView::SingleSelection);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);  // several commands to delete or export
   setEditTriggers(QAbstractItemView::EditKeyPressed);
   connect(this, &QTreeWidget::itemChanged, this, &TLibraryTree::RenamedInPlace);
 }
@@ -216,9 +216,44 @@ void TLibraryTree::Rename(norva::TCommandObject& command, const QString& name) {
   Select(&command);
 }
 
-void TLibraryTree::Delete(norva::TCommandObject& command) {
-  command.Delete();
+void TLibraryTree::Delete(const QList<norva::TCommandObject*>& commands) {
+  for (norva::TCommandObject* command : commands) command->Delete();
   EditDone();
+}
+
+QList<norva::TCommandObject*> TLibraryTree::SelectedCommands() const {
+  QList<norva::TCommandObject*> commands;
+  if (mStale) return commands;
+  for (QTreeWidgetItemIterator it(const_cast<TLibraryTree*>(this),
+                                  QTreeWidgetItemIterator::Selected);
+       *it; ++it) {
+    if (auto* command = Pointer<norva::TCommandObject>(*it, CommandRole)) commands.append(command);
+  }
+  return commands;
+}
+
+std::optional<norva::TCodeExport> TLibraryTree::ExportChosen(
+    norva::TCodeExportFormat format) const {
+  const QList<norva::TCommandObject*> selected = SelectedCommands();
+  if (selected.isEmpty()) {
+    const norva::TModel* model = ChosenModel();
+    if (!model) return std::nullopt;
+    return norva::ExportCodes({model}, format);
+  }
+  // The selection as a model of its own, outside the library: no edit of it.
+  const norva::TUndoSuspended undoOff;
+  norva::TModel selection;
+  selection.SetName(tr("Selection"));
+  for (const norva::TCommandObject* command : selected) selection.AddNewCommandObject(command);
+  return norva::ExportCodes({&selection}, format);
+}
+
+norva::TModel* TLibraryTree::ChosenModel() const {
+  for (const QTreeWidgetItem* item = mStale ? nullptr : currentItem(); item;
+       item = item->parent()) {
+    if (auto* model = Pointer<norva::TModel>(item, ModelRole)) return model;
+  }
+  return nullptr;
 }
 
 norva::TCommandObject* TLibraryTree::MoveTo(norva::TCommandObject& command, norva::TModel& model,
@@ -294,9 +329,9 @@ bool TLibraryTree::event(QEvent* event) {
 }
 
 void TLibraryTree::keyPressEvent(QKeyEvent* event) {
-  norva::TCommandObject* command = CurrentCommand();
   if (event->key() == Qt::Key_Delete && state() != EditingState) {
-    if (command) Try([&] { Delete(*command); });
+    if (const QList<norva::TCommandObject*> selected = SelectedCommands(); !selected.isEmpty())
+      Try([&] { Delete(selected); });
     return;
   }
   QTreeWidget::keyPressEvent(event);
@@ -311,7 +346,7 @@ void TLibraryTree::contextMenuEvent(QContextMenuEvent* event) {
   const bool readOnly = command->IsReadOnly();
   menu.addAction(tr("&Rename"), this, [this] { editItem(currentItem(), 0); })
       ->setEnabled(!readOnly);
-  menu.addAction(tr("&Delete"), this, [this, command] { Try([&] { Delete(*command); }); })
+  menu.addAction(tr("&Delete"), this, [this, command] { Try([&] { Delete({command}); }); })
       ->setEnabled(!readOnly);
   QMenu* moveTo = menu.addMenu(tr("&Move to"));
   QMenu* copyTo = menu.addMenu(tr("&Copy to"));

@@ -17,6 +17,7 @@
 #include <QTreeWidget>
 
 #include <memory>
+#include <optional>
 
 namespace studio {
 
@@ -59,12 +60,19 @@ class TLibraryTree : public QTreeWidget {
   norva::TNamedCodesImport ImportCodes(const QByteArray& text);
   // Edits, each one undo step. A read-only command raises EUserError, and nothing changes.
   void Rename(norva::TCommandObject& command, const QString& name);
-  void Delete(norva::TCommandObject& command);
+  // Every command given, in one step.
+  void Delete(const QList<norva::TCommandObject*>& commands);
   // The command in `model`, returned: a copy gets a GUID of its own, a moved command keeps its
   // own, so that buttons bound to it still find it.
   norva::TCommandObject* MoveTo(norva::TCommandObject& command, norva::TModel& model, bool copy);
   // The command's classes replaced by this one class.
   void SetButtonClass(norva::TCommandObject& command, const norva::TButtonClass& buttonClass);
+
+  // The commands selected in the tree, in tree order.
+  QList<norva::TCommandObject*> SelectedCommands() const;
+  // The selected commands written in `format`, or, when none is selected, the chosen model's;
+  // nothing when neither is chosen.
+  std::optional<norva::TCodeExport> ExportChosen(norva::TCodeExportFormat format) const;
 
   // Every model that takes commands, in library order.
   QList<norva::TModel*> WritableModels() const;
@@ -86,6 +94,8 @@ class TLibraryTree : public QTreeWidget {
 
  private:
   norva::TModel* TargetModel();
+  // The model of the current item or of one above it, read-only ones too; none for none.
+  norva::TModel* ChosenModel() const;
   // A copy of `stream` added to `model` as a new command, chosen in the tree.
   norva::TCommandObject* AddCopy(const norva::TIRStream& stream, norva::TModel& model);
   void AddMakeItems(const norva::TIRDB& database, QList<QTreeWidgetItem*>& makes);

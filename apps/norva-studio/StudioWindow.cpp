@@ -13,6 +13,7 @@
 #include <QCloseEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
@@ -73,6 +74,10 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       case TFileRole::ImportCodes:
         return QFileDialog::getOpenFileName(this, tr("Import named codes"), {},
                                             tr("Named codes (*.tsv *.txt)"));
+      case TFileRole::ExportCodes:
+        return QFileDialog::getSaveFileName(
+            this, tr("Export codes"), {},
+            tr("Pronto lines (*.txt *.tsv);;Girr documents (*.girr);;Flipper IR files (*.ir)"));
     }
     return QString();
   };
@@ -177,6 +182,8 @@ void TStudioWindow::BuildMenus() {
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
   library->addAction(tr("&Import named codes..."), this, &TStudioWindow::ImportCodes);
   library->addAction(tr("New code from &protocol..."), this, &TStudioWindow::NewCodeFromProtocol);
+  library->addAction(tr("&Export codes (selected, or the chosen model)..."), this,
+                     &TStudioWindow::ExportCodes);
   library->addAction(tr("&Rename code..."), QKeySequence(Qt::Key_F2), this,
                      &TStudioWindow::RenameCode);
 
@@ -451,6 +458,30 @@ void TStudioWindow::ImportCodes() {
              QLatin1Char('\n') + imported.Failures.mid(0, 20).join(QLatin1Char('\n')),
          tr("Import"));
   ShowState();
+}
+
+void TStudioWindow::ExportCodes() {
+  const QString path = mChooseFile(TFileRole::ExportCodes);
+  if (path.isEmpty()) return;
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  const norva::TCodeExportFormat format =
+      suffix == QStringLiteral("girr") ? norva::TCodeExportFormat::Girr
+      : suffix == QStringLiteral("ir") ? norva::TCodeExportFormat::Flipper
+                                       : norva::TCodeExportFormat::Pronto;
+  const std::optional<norva::TCodeExport> exported = mLibrary->ExportChosen(format);
+  if (!exported) {
+    Tell(tr("Choose a model or the commands to export in the library first."), tr("Export"));
+    return;
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(exported->Bytes) != exported->Bytes.size()) {
+    Tell(tr("Cannot write %1: %2").arg(path, file.errorString()), tr("Export"));
+    return;
+  }
+  if (!exported->Unwritten.isEmpty())
+    Tell(tr("These commands could not be written:") + QLatin1Char('\n') +
+             exported->Unwritten.mid(0, 20).join(QLatin1Char('\n')),
+         tr("Export"));
 }
 
 void TStudioWindow::NewCodeFromProtocol() {

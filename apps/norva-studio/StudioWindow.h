@@ -36,7 +36,14 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
 
   // What the installer is asked for: a file (by a file dialog) or a line of text (by an input
   // box). Tests answer instead. "" means cancelled.
-  enum class TFileRole { OpenKeypad, SaveKeypad, OpenLibrary, SaveLibrary, ImportCodes };
+  enum class TFileRole {
+    OpenKeypad,
+    SaveKeypad,
+    OpenLibrary,
+    SaveLibrary,
+    ImportCodes,
+    ExportCodes
+  };
   using TFileChooser = std::function<QString(TFileRole role)>;
   using TTextAsker = std::function<QString(const QString& question, const QString& proposal)>;
   void SetFileChooser(TFileChooser chooser) { mChooseFile = std::move(chooser); }
@@ -72,6 +79,9 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   bool SendSelectedCommand();
   void AddModel();
   void ImportCodes();
+  // The selected commands, or else the chosen model, written to a file in the format its name
+  // says (".girr" Girr, ".ir" Flipper, otherwise Pronto lines); what could not be written is told.
+  void ExportCodes();
   // A code made from a protocol and its parameters, added to the chosen model.
   void NewCodeFromProtocol();
   void RenameCode();

@@ -16,6 +16,7 @@
 #include <ProtocolCodeDialog.h>
 
 #include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
@@ -287,6 +288,42 @@ TEST_F(Library, ACodeFromAProtocolShowsItsHexCodeOrWhyNotBeforeItIsAdded) {
   const norva::TCommandObject* added = mAmp->GetCommand(0);
   EXPECT_EQ(added->GetName(), "NEC1 D=4 F=8");
   EXPECT_EQ(DecodeTextOf(*added), "NEC1 D=4 F=8") << "it decodes as it was made";
+}
+
+TEST_F(Library, TheSelectedCodesOrElseTheChosenModelAreWrittenInTheFormatTheFileNameSays) {
+  Tree().Rename(*Tree().MoveTo(*mCode, *mAmp, true), QStringLiteral("Amp code"));
+  QString path;
+  mWindow->SetFileChooser([&path](TStudioWindow::TFileRole) { return path; });
+  const struct {
+    const char* File;
+    bool SelectTVCode;  // else the Amp model is chosen
+    const char* Holds;
+    const char* Lacks;
+  } cases[] = {
+      {"selected.txt", true, "Code 1\t0000 006C", "Amp code"},
+      {"model.txt", false, "Amp code\t0000 006C", "Code 1"},
+      {"selected.girr", true, "<remote", "Amp code"},
+      {"model.ir", false, "name: Amp code\ntype: raw", "Code 1"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.File);
+    Tree().clearSelection();
+    Tree().setCurrentItem(
+        Tree().ItemOf(c.SelectTVCode ? static_cast<norva::TOrbObject*>(mCode) : mAmp));
+    path = mFolder.filePath(c.File);
+    mWindow->ExportCodes();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray written = file.readAll();
+    EXPECT_TRUE(written.contains(c.Holds)) << written.toStdString();
+    EXPECT_FALSE(written.contains(c.Lacks));
+  }
+  Tree().setCurrentItem(nullptr);
+  Tree().clearSelection();
+  path = mFolder.filePath("nothing.txt");
+  mWindow->ExportCodes();
+  EXPECT_FALSE(QFile::exists(path));
+  EXPECT_EQ(mServices.Messages().size(), 1) << "the installer is told to choose";
 }
 
 TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
