@@ -85,14 +85,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
     return QInputDialog::getText(this, windowTitle(), question, QLineEdit::Normal, proposal);
   };
   BuildMenus();
-  mView->SetCommandNamer([this](const QString& guid) {
-    if (guid.isEmpty()) return QString();
-    const norva::TCommandObject* command = mLibrary->FindCommand(guid);
-    if (command) return command->GetName();
-    const norva::TIRDB* database = mLibrary->Database();
-    return tr("not in library %1 nor the built-in commands: %2")
-        .arg(database ? database->GetShortName() : tr("(none open)"), guid);
-  });
+  mView->SetCommandNamer([this](const QString& guid) { return BoundCommandText(guid); });
   connect(mView, &TKeypadView::Edited, this, &TStudioWindow::ShowState);
   connect(mLibrary, &TLibraryTree::Edited, this, &TStudioWindow::SaveLibrary);
   connect(mLibrary, &TLibraryTree::Refreshed, this, [this] {
@@ -120,6 +113,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   resizeDocks({mLibraryPanel}, {460}, Qt::Horizontal);
   resizeDocks({mBusPanel}, {240}, Qt::Vertical);
   QSettings settings = Settings();
+  mBindings.Load(settings);
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());
   ShowState();
@@ -410,6 +404,28 @@ void TStudioWindow::ShowPasted(const TPastedCode& pasted) {
   }
 }
 
+QString TStudioWindow::BoundCommandText(const QString& guid) {
+  if (guid.isEmpty()) return {};
+  if (const norva::TCommandObject* command = mLibrary->FindCommand(guid)) {
+    mBindings.Remember(guid, LibraryOf(*command), command->GetName());
+    return command->GetName();
+  }
+  const norva::TIRDB* database = mLibrary->Database();
+  const QString wanted = mBindings.Wanted(guid);
+  return tr("not in library %1 nor the built-in commands: %2")
+      .arg(database ? database->GetShortName() : tr("(none open)"),
+           wanted.isEmpty() ? guid : tr("wanted %1").arg(wanted));
+}
+
+QString TStudioWindow::LibraryOf(const norva::TCommandObject& command) {
+  const norva::TOrbObject* owner = command.GetOwner();
+  while (owner && !qobject_cast<const norva::TIRDB*>(owner)) owner = owner->GetOwner();
+  const auto* database = qobject_cast<const norva::TIRDB*>(owner);
+  return database && !database->GetFilename().isEmpty()
+             ? tr("library %1").arg(database->GetShortName())
+             : tr("the built-in commands");
+}
+
 norva::TCommandObject* TStudioWindow::SelectedCommand() const {
   return mLibrary->FindCommand(mKeypad->Button(mView->Selected()).GetCommandGUID());
 }
@@ -531,6 +547,7 @@ void TStudioWindow::closeEvent(QCloseEvent* event) {
   QSettings settings = Settings();
   settings.setValue(QStringLiteral("geometry"), saveGeometry());
   settings.setValue(QStringLiteral("panels"), saveState());
+  mBindings.Save(settings);
   event->accept();
 }
 

@@ -4,6 +4,7 @@
 // library's global histories, a timed auto-save and the close prompt. It is the application's
 // keypad client: it chooses file names.
 
+#include "BindingMemory.h"
 #include "BusView.h"
 #include "KeypadView.h"
 #include "LibraryBrowser.h"
@@ -114,6 +115,9 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void Tell(const QString& text, const QString& caption);
   // The command bound to the selected button, when the library holds it.
   norva::TCommandObject* SelectedCommand() const;
+  // The name of a bound command, or which library it is not in and what it wanted.
+  QString BoundCommandText(const QString& guid);
+  static QString LibraryOf(const norva::TCommandObject& command);
   // The status line says how a pasted code was named.
   void ShowPasted(const TPastedCode& pasted);
   // What the status line says about the library's current item (a native code's frame).
@@ -138,6 +142,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* mPaste = nullptr;
   QAction* mSend = nullptr;
   QTimer mAutoSave;
+  TBindingMemory mBindings;
   TFileChooser mChooseFile;
   TTextAsker mAskText;
 };

@@ -135,6 +135,8 @@ TEST_F(Library, DeleteInTheTreeDeletesTheCodeNotTheButtonAndUndoBringsItBack) {
   EXPECT_TRUE(mWindow->Keypad().Button(0).GetCommandGUID().size() > 0) << "the button kept it";
   EXPECT_TRUE(Button0Command().contains("not in library IR"))
       << "says which library it looked in: " << Button0Command().toStdString();
+  EXPECT_TRUE(Button0Command().contains("wanted Code 1 in library IR"))
+      << "and what it wanted: " << Button0Command().toStdString();
   Undo();
   ASSERT_EQ(mTV->GetCommandCount(), 1);
   EXPECT_EQ(Button0Command(), mTV->GetCommand(0)->GetName());
@@ -328,6 +330,8 @@ TEST_F(Library, TheSelectedCodesOrElseTheChosenModelAreWrittenInTheFormatTheFile
 
 TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
   mWindow->OpenLibrary(mFolder.filePath("public.xml"), true);
+  EXPECT_TRUE(Button0Command().contains("not in library public"));
+  EXPECT_TRUE(Button0Command().contains("wanted Code 1 in library IR")) << "the library it was in";
   const QList<QTreeWidgetItem*> items =
       Tree().findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
   ASSERT_FALSE(items.isEmpty());
@@ -338,6 +342,9 @@ TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
   mWindow->OpenLibrary(mFolder.filePath("IR.xml"), false);
   EXPECT_EQ(mWindow->KeypadView()->Tile(1)->CommandText(), "Standby");
   EXPECT_EQ(Button0Command(), "Code 1") << "and the installer's own command too";
+  mWindow->OpenLibrary(mFolder.filePath("other.xml"), false);
+  EXPECT_EQ(mWindow->KeypadView()->Tile(1)->CommandText(), "Standby");
+  EXPECT_TRUE(Button0Command().contains("wanted Code 1 in library IR"));
 }
 
 // Durations to one scale, word ends marked, the word sent once told from the repeated one.
