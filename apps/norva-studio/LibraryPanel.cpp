@@ -221,6 +221,11 @@ void TLibraryTree::Delete(const QList<norva::TCommandObject*>& commands) {
   EditDone();
 }
 
+void TLibraryTree::DeleteSelected() {
+  if (const QList<norva::TCommandObject*> selected = SelectedCommands(); !selected.isEmpty())
+    Try([&] { Delete(selected); });
+}
+
 QList<norva::TCommandObject*> TLibraryTree::SelectedCommands() const {
   QList<norva::TCommandObject*> commands;
   if (mStale) return commands;
@@ -330,8 +335,7 @@ bool TLibraryTree::event(QEvent* event) {
 
 void TLibraryTree::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Delete && state() != EditingState) {
-    if (const QList<norva::TCommandObject*> selected = SelectedCommands(); !selected.isEmpty())
-      Try([&] { Delete(selected); });
+    DeleteSelected();
     return;
   }
   QTreeWidget::keyPressEvent(event);

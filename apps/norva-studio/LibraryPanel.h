@@ -68,6 +68,9 @@ class TLibraryTree : public QTreeWidget {
   // The command's classes replaced by this one class.
   void SetButtonClass(norva::TCommandObject& command, const norva::TButtonClass& buttonClass);
 
+  // The selected commands deleted in one step (the Delete key while the tree has the focus); a
+  // refusal is told in a box.
+  void DeleteSelected();
   // The commands selected in the tree, in tree order.
   QList<norva::TCommandObject*> SelectedCommands() const;
   // The selected commands written in `format`, or, when none is selected, the chosen model's;

@@ -180,6 +180,7 @@ void TStudioWindow::BuildMenus() {
                      &TStudioWindow::ExportCodes);
   library->addAction(tr("&Rename code..."), QKeySequence(Qt::Key_F2), this,
                      &TStudioWindow::RenameCode);
+  library->addAction(tr("&Delete selected codes"), mLibrary, &TLibraryTree::DeleteSelected);
 
   BuildConnectionMenu();
 
