@@ -107,6 +107,31 @@ void SearchKeystroke(benchmark::State& state) {
 }
 BENCHMARK(SearchKeystroke)->Unit(benchmark::kMillisecond);
 
+// The first search after opening gathers every command's text, its decode included: over 10,000
+// learnt codes of one protocol (a library of infra-red codes pays the protocol engine once per
+// code here).
+void FirstSearchOverLearntCodes(benchmark::State& state) {
+  constexpr int Codes = 10000;
+  const norva::TUndoSuspended undoOff;
+  norva::TIRDB database(QString(), false);
+  norva::TModel* model = database.GetOrAddModel(QStringLiteral("Acme"), QStringLiteral("TV"));
+  for (int i = 0; i < Codes; ++i) {
+    norva::TIRStream code;
+    code.SetData(norva::EncodeIRStream(u"NEC1", {i % 256, std::nullopt, i / 256, std::nullopt}));
+    code.SetName(QStringLiteral("Key %1").arg(i));
+    model->AddNewCommandObject(&code);
+  }
+  studio::TLibraryTree tree;
+  tree.SetDatabase(&database);
+  for (auto _ : state) {
+    tree.Refresh();  // the text gathered anew
+    benchmark::DoNotOptimize(tree.Find(u"nec1 d=7").size());
+  }
+  tree.SetDatabase(nullptr);
+  state.counters["codes"] = Codes;
+}
+BENCHMARK(FirstSearchOverLearntCodes)->Unit(benchmark::kMillisecond);
+
 // The picture of a stream with the most pairs a stream holds, a word sent once and one repeated,
 // painted at the width of a wide details pane.
 void PaintStreamPicture(benchmark::State& state) {

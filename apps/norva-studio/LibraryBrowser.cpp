@@ -122,7 +122,7 @@ TLibraryBrowser::TLibraryBrowser(TLibraryTree* tree, QWidget* parent)
 
 void TLibraryBrowser::Search(const QString& text) {
   const bool searching = !text.trimmed().isEmpty();
-  mResults.SetEntries(searching ? mTree->Search().Find(text) : QList<TLibraryEntry>());
+  mResults.SetEntries(searching ? mTree->Find(text) : QList<TLibraryEntry>());
   mFound->setText(tr("%n command(s) found", nullptr, mResults.rowCount()));
   mFound->setVisible(searching);
   mPages->setCurrentWidget(searching ? static_cast<QWidget*>(mResultsView) : mTree);

@@ -42,6 +42,12 @@ TLibraryTree::TLibraryTree(QWidget* parent) : QTreeWidget(parent) {
   setSelectionMode(QAbstractItemView::ExtendedSelection);  // several commands to delete or export
   setEditTriggers(QAbstractItemView::EditKeyPressed);
   connect(this, &QTreeWidget::itemChanged, this, &TLibraryTree::RenamedInPlace);
+  // Pieces of a few milliseconds, so the window answers the installer meanwhile.
+  constexpr std::size_t CommandsPerPiece = 500;
+  mGatherer.setInterval(0);
+  connect(&mGatherer, &QTimer::timeout, this, [this] {
+    if (mStale || mSearch.GatherSome(CommandsPerPiece)) mGatherer.stop();
+  });
 }
 
 void TLibraryTree::SetDatabase(norva::TIRDB* database) {
@@ -82,6 +88,7 @@ void TLibraryTree::Refresh() {
   if (!mDatabase->IsPublic()) AddMakeItems(*mBuiltIns, makes);  // after the installer's own
   addTopLevelItems(makes);
   Expand(expanded);
+  mGatherer.start();
   setUpdatesEnabled(true);
   if (!current.isEmpty()) Select(FindCommand(current));
   emit Refreshed();
@@ -169,6 +176,10 @@ void TLibraryTree::AddCommandItems(const norva::TCommandObjectList& list, QTreeW
     mSearch.Add(*command, where);
   }
   parent.addChildren(commands);
+}
+
+QList<TLibraryEntry> TLibraryTree::Find(QStringView query) const {
+  return mStale ? QList<TLibraryEntry>() : mSearch.Find(query);
 }
 
 norva::TCommandObject* TLibraryTree::FindCommand(const QString& guid) const {

@@ -14,6 +14,7 @@
 
 #include <QHash>
 #include <QSet>
+#include <QTimer>
 #include <QTreeWidget>
 
 #include <memory>
@@ -79,7 +80,8 @@ class TLibraryTree : public QTreeWidget {
 
   // Every model that takes commands, in library order.
   QList<norva::TModel*> WritableModels() const;
-  const TLibrarySearch& Search() const { return mSearch; }
+  // The commands the search finds for `query` (LibrarySearch.h); none while the tree is stale.
+  QList<TLibraryEntry> Find(QStringView query) const;
 
  signals:
   // The database was changed through the tree (the window saves it).
@@ -125,6 +127,7 @@ class TLibraryTree : public QTreeWidget {
   QHash<QString, norva::TCommandObject*> mByGUID;  // as the tree was last built
   QHash<const norva::TOrbObject*, QTreeWidgetItem*> mItems;
   TLibrarySearch mSearch;
+  QTimer mGatherer;     // gathers the search's text while the window is idle
   bool mStale = false;  // the database changed since
 };
 

@@ -37,21 +37,24 @@ void TLibrarySearch::Add(norva::TCommandObject& command, const QString& where) {
   mText.clear();
 }
 
-void TLibrarySearch::GatherText() const {
+bool TLibrarySearch::GatherSome(std::size_t count) const {
   mText.reserve(mEntries.size());
-  for (const TLibraryEntry& entry : mEntries) {
+  const std::size_t end = mText.size() + std::min(count, mEntries.size() - mText.size());
+  for (std::size_t i = mText.size(); i < end; ++i) {
+    const TLibraryEntry& entry = mEntries[i];
     QString text = entry.Command->GetName() + u'\n' + entry.Where;
     for (const norva::TButtonClass& buttonClass : entry.Command->GetButtonClasses())
       text += u'\n' + buttonClass.GetName();
     text += u'\n' + DecodeTextOf(*entry.Command);
     mText.push_back(text.toLower());
   }
+  return mText.size() == mEntries.size();
 }
 
 QList<TLibraryEntry> TLibrarySearch::Find(QStringView query) const {
   const QList<QStringView> words = query.split(u' ', Qt::SkipEmptyParts);
   if (words.isEmpty()) return {};
-  if (mText.size() != mEntries.size()) GatherText();
+  GatherSome(mEntries.size());
   QStringList lowerWords;
   for (const QStringView word : words) lowerWords.append(word.toString().toLower());
   QList<TLibraryEntry> found;

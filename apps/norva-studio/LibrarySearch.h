@@ -31,12 +31,13 @@ class TLibrarySearch {
   void Add(norva::TCommandObject& command, const QString& where);
   // The commands in which every word of `query` begins a word; none for a query without words.
   QList<TLibraryEntry> Find(QStringView query) const;
+  // Gathers the text of up to `count` more commands (decoding an infra-red stream takes the
+  // longest); true once every command's is gathered.
+  bool GatherSome(std::size_t count) const;
 
  private:
-  void GatherText() const;
-
   std::vector<TLibraryEntry> mEntries;
-  // Each entry's searchable text in lower case, gathered at the first search.
+  // The searchable text in lower case of the first entries, as far as it was gathered.
   mutable std::vector<QString> mText;
 };
 
