@@ -347,6 +347,18 @@ TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
   EXPECT_TRUE(Button0Command().contains("wanted Code 1 in library IR"));
 }
 
+TEST(BindingMemory, KeepsWhatABindingWantedBetweenRuns) {
+  QTemporaryDir folder;
+  QSettings settings(folder.filePath("studio.ini"), QSettings::IniFormat);
+  TBindingMemory before;
+  before.Remember("{A}", "library Living", "Volume up");
+  before.Save(settings);
+  TBindingMemory after;
+  after.Load(settings);
+  EXPECT_EQ(after.Wanted("{A}"), "Volume up in library Living");
+  EXPECT_EQ(after.Wanted("{B}"), "");
+}
+
 // Durations to one scale, word ends marked, the word sent once told from the repeated one.
 TEST(StreamPulses, FollowTheStreamsWordsAndFormat) {
   const QList<double> once = {9000, 4500, 560, 20000};
