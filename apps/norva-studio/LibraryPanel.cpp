@@ -3,9 +3,12 @@
 #include <IR/IR.h>
 #include <NorvaGlobal/UIServices.h>
 #include <OrbGlobal/Gui/OrbDragObject.h>
+#include <OrbGlobal/Model/OrbErrors.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QMenu>
 
 namespace studio {
 
@@ -36,12 +39,22 @@ TLibraryTree::TLibraryTree(QWidget* parent) : QTreeWidget(parent) {
   header()->resizeSection(1, 80);
   setDragEnabled(true);
   setDragDropMode(QAbstractItemView::DragOnly);
-  setSelectionMode(QAbstractItemView::SingleSelection);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);  // several commands to delete or export
+  setEditTriggers(QAbstractItemView::EditKeyPressed);
+  connect(this, &QTreeWidget::itemChanged, this, &TLibraryTree::RenamedInPlace);
+  // Pieces of a few milliseconds, so the window answers the installer meanwhile.
+  constexpr std::size_t CommandsPerPiece = 500;
+  mGatherer.setInterval(0);
+  connect(&mGatherer, &QTimer::timeout, this, [this] {
+    if (mStale || mSearch.GatherSome(CommandsPerPiece)) mGatherer.stop();
+  });
 }
 
 void TLibraryTree::SetDatabase(norva::TIRDB* database) {
   if (mDatabase) mDatabase->RemoveUpdateListener(mListener);
   mDatabase = database;
+  if (mDatabase && !mDatabase->IsPublic() && !mBuiltIns)
+    mBuiltIns = std::make_unique<norva::TIRDB>(QString(), true);
   if (mDatabase) {
     mListener = mDatabase->AddUpdateListener(this, [this](norva::TOrbObject*) {
       if (mStale) return;
@@ -60,44 +73,92 @@ void TLibraryTree::SetDatabase(norva::TIRDB* database) {
 void TLibraryTree::Refresh() {
   mStale = false;
   const QString current = currentItem() ? currentItem()->data(0, GUIDRole).toString() : QString();
+  const QSet<QString> expanded = ExpandedPaths();
   clear();
   mByGUID.clear();
+  mItems.clear();
+  mSearch.Clear();
   if (!mDatabase) {
     emit Refreshed();
     return;
   }
   setUpdatesEnabled(false);
   QList<QTreeWidgetItem*> makes;
-  for (int m = 0; m < mDatabase->GetMakeCount(); ++m) {
-    const norva::TMake* make = mDatabase->GetMake(m);
-    auto* makeItem = new QTreeWidgetItem({make->GetName()});
-    if (const auto* builtIn = qobject_cast<const norva::TNorvaIntegraMake*>(make)) {
-      for (int g = 0; g < builtIn->GetNorvaCommandGroupCount(); ++g)
-        makeItem->addChild(GroupItem(*builtIn->GetNorvaCommandGroup(g)));
-    }
-    for (int i = 0; i < make->GetModelCount(); ++i) {
-      norva::TModel* model = make->GetModel(i);
-      auto* modelItem = new QTreeWidgetItem(makeItem, {model->GetName()});
-      modelItem->setData(0, ModelRole, QVariant::fromValue(static_cast<void*>(model)));
-      AddCommandItems(*model, *modelItem);
-    }
-    makes.append(makeItem);
-  }
+  AddMakeItems(*mDatabase, makes);
+  if (!mDatabase->IsPublic()) AddMakeItems(*mBuiltIns, makes);  // after the installer's own
   addTopLevelItems(makes);
+  Expand(expanded);
+  mGatherer.start();
   setUpdatesEnabled(true);
   if (!current.isEmpty()) Select(FindCommand(current));
   emit Refreshed();
 }
 
-QTreeWidgetItem* TLibraryTree::GroupItem(const norva::TNorvaGroup& group) {
+namespace {
+
+// Where an item is: the texts of its parents and its own. Commands are left out: they never open.
+QString PathOf(const QTreeWidgetItem& item) {
+  return item.parent() ? PathOf(*item.parent()) + u'\n' + item.text(0) : item.text(0);
+}
+
+template <typename F>
+void ForEachOpenable(QTreeWidgetItem& item, const F& visit) {
+  if (item.childCount() == 0) return;
+  visit(item);
+  for (int i = 0; i < item.childCount(); ++i) ForEachOpenable(*item.child(i), visit);
+}
+
+}  // namespace
+
+QSet<QString> TLibraryTree::ExpandedPaths() const {
+  QSet<QString> paths;
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    ForEachOpenable(*topLevelItem(i), [&paths](QTreeWidgetItem& item) {
+      if (item.isExpanded()) paths.insert(PathOf(item));
+    });
+  }
+  return paths;
+}
+
+void TLibraryTree::Expand(const QSet<QString>& paths) {
+  if (paths.isEmpty()) return;
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    ForEachOpenable(*topLevelItem(i), [&paths](QTreeWidgetItem& item) {
+      if (paths.contains(PathOf(item))) item.setExpanded(true);
+    });
+  }
+}
+
+void TLibraryTree::AddMakeItems(const norva::TIRDB& database, QList<QTreeWidgetItem*>& makes) {
+  for (int m = 0; m < database.GetMakeCount(); ++m) {
+    const norva::TMake* make = database.GetMake(m);
+    auto* makeItem = new QTreeWidgetItem({make->GetName()});
+    if (const auto* builtIn = qobject_cast<const norva::TNorvaIntegraMake*>(make)) {
+      for (int g = 0; g < builtIn->GetNorvaCommandGroupCount(); ++g)
+        makeItem->addChild(GroupItem(*builtIn->GetNorvaCommandGroup(g), make->GetName()));
+    }
+    for (int i = 0; i < make->GetModelCount(); ++i) {
+      norva::TModel* model = make->GetModel(i);
+      auto* modelItem = new QTreeWidgetItem(makeItem, {model->GetName()});
+      modelItem->setData(0, ModelRole, QVariant::fromValue(static_cast<void*>(model)));
+      mItems.insert(model, modelItem);
+      AddCommandItems(*model, *modelItem, model->GetFullName());
+    }
+    makes.append(makeItem);
+  }
+}
+
+QTreeWidgetItem* TLibraryTree::GroupItem(const norva::TNorvaGroup& group, const QString& where) {
   auto* item = new QTreeWidgetItem({group.GetName()});
+  const QString groupWhere = where + QStringLiteral(" - ") + group.GetName();
   for (int i = 0; i < group.GetChildObjectCount(); ++i)
-    item->addChild(GroupItem(*group.GetChildObject(i)));
-  AddCommandItems(group, *item);
+    item->addChild(GroupItem(*group.GetChildObject(i), groupWhere));
+  AddCommandItems(group, *item, groupWhere);
   return item;
 }
 
-void TLibraryTree::AddCommandItems(const norva::TCommandObjectList& list, QTreeWidgetItem& parent) {
+void TLibraryTree::AddCommandItems(const norva::TCommandObjectList& list, QTreeWidgetItem& parent,
+                                   const QString& where) {
   QList<QTreeWidgetItem*> commands;
   commands.reserve(list.GetCommandCount());
   for (int c = 0; c < list.GetCommandCount(); ++c) {
@@ -107,11 +168,18 @@ void TLibraryTree::AddCommandItems(const norva::TCommandObjectList& list, QTreeW
     item->setData(0, CommandRole, QVariant::fromValue(static_cast<void*>(command)));
     const QString guid = command->GetGUIDString();
     item->setData(0, GUIDRole, guid);
-    item->setFlags(item->flags() | Qt::ItemIsDragEnabled);
+    item->setFlags(item->flags() | Qt::ItemIsDragEnabled |
+                   (command->IsReadOnly() ? Qt::NoItemFlags : Qt::ItemIsEditable));
     commands.append(item);
     mByGUID.insert(guid, command);
+    mItems.insert(command, item);
+    mSearch.Add(*command, where);
   }
   parent.addChildren(commands);
+}
+
+QList<TLibraryEntry> TLibraryTree::Find(QStringView query) const {
+  return mStale ? QList<TLibraryEntry>() : mSearch.Find(query);
 }
 
 norva::TCommandObject* TLibraryTree::FindCommand(const QString& guid) const {
@@ -119,12 +187,7 @@ norva::TCommandObject* TLibraryTree::FindCommand(const QString& guid) const {
 }
 
 QTreeWidgetItem* TLibraryTree::ItemOf(const norva::TOrbObject* object) const {
-  for (QTreeWidgetItemIterator it(const_cast<TLibraryTree*>(this)); *it; ++it) {
-    if (Pointer<norva::TOrbObject>(*it, CommandRole) == object ||
-        Pointer<norva::TOrbObject>(*it, ModelRole) == object)
-      return *it;
-  }
-  return nullptr;
+  return mStale ? nullptr : mItems.value(object);
 }
 
 norva::TCommandObject* TLibraryTree::CurrentCommand() const {
@@ -159,9 +222,160 @@ norva::TCodeImportResult TLibraryTree::ImportCodes(const QString& path, const QB
 }
 
 void TLibraryTree::Rename(norva::TCommandObject& command, const QString& name) {
+  if (command.IsReadOnly()) throw norva::EUserError(command.GetName() + tr(" cannot be renamed."));
   command.SetName(name);
   EditDone();
   Select(&command);
+}
+
+void TLibraryTree::Delete(const QList<norva::TCommandObject*>& commands) {
+  for (norva::TCommandObject* command : commands) command->Delete();
+  EditDone();
+}
+
+void TLibraryTree::DeleteSelected() {
+  if (const QList<norva::TCommandObject*> selected = SelectedCommands(); !selected.isEmpty())
+    Try([&] { Delete(selected); });
+}
+
+QList<norva::TCommandObject*> TLibraryTree::SelectedCommands() const {
+  QList<norva::TCommandObject*> commands;
+  if (mStale) return commands;
+  for (QTreeWidgetItemIterator it(const_cast<TLibraryTree*>(this),
+                                  QTreeWidgetItemIterator::Selected);
+       *it; ++it) {
+    if (auto* command = Pointer<norva::TCommandObject>(*it, CommandRole)) commands.append(command);
+  }
+  return commands;
+}
+
+std::optional<norva::TCodeExport> TLibraryTree::ExportChosen(
+    norva::TCodeExportFormat format) const {
+  const QList<norva::TCommandObject*> selected = SelectedCommands();
+  if (selected.isEmpty()) {
+    const norva::TModel* model = ChosenModel();
+    if (!model) return std::nullopt;
+    return norva::ExportCodes({model}, format);
+  }
+  // The selection as a model of its own, outside the library: no edit of it.
+  const norva::TUndoSuspended undoOff;
+  norva::TModel selection;
+  selection.SetName(tr("Selection"));
+  for (const norva::TCommandObject* command : selected) selection.AddNewCommandObject(command);
+  return norva::ExportCodes({&selection}, format);
+}
+
+norva::TModel* TLibraryTree::ChosenModel() const {
+  for (const QTreeWidgetItem* item = mStale ? nullptr : currentItem(); item;
+       item = item->parent()) {
+    if (auto* model = Pointer<norva::TModel>(item, ModelRole)) return model;
+  }
+  return nullptr;
+}
+
+norva::TCommandObject* TLibraryTree::MoveTo(norva::TCommandObject& command, norva::TModel& model,
+                                            bool copy) {
+  if (!copy && command.IsReadOnly())
+    throw norva::EUserError(command.GetName() + tr(" cannot be moved."));
+  norva::TCommandObject* added = model.AddNewCommandObject(&command);
+  if (copy)
+    added->AssignNewGUID();
+  else
+    command.Delete();
+  EditDone();
+  Select(added);
+  return added;
+}
+
+void TLibraryTree::SetButtonClass(norva::TCommandObject& command,
+                                  const norva::TButtonClass& buttonClass) {
+  if (command.IsReadOnly())
+    throw norva::EUserError(command.GetName() + tr(" takes no other button class."));
+  command.SetButtonClasses({buttonClass});
+  EditDone();
+  Select(&command);
+}
+
+QList<norva::TModel*> TLibraryTree::WritableModels() const {
+  QList<norva::TModel*> models;
+  if (!mDatabase || mDatabase->IsReadOnly()) return models;
+  for (int m = 0; m < mDatabase->GetMakeCount(); ++m) {
+    const norva::TMake* make = mDatabase->GetMake(m);
+    for (int i = 0; i < make->GetModelCount(); ++i) {
+      if (!make->GetModel(i)->IsReadOnly()) models.append(make->GetModel(i));
+    }
+  }
+  return models;
+}
+
+// The tree is rebuilt by the database's update, once the editor that wrote the text is closed.
+void TLibraryTree::RenamedInPlace(QTreeWidgetItem* item, int column) {
+  norva::TCommandObject* command = Pointer<norva::TCommandObject>(item, CommandRole);
+  if (column != 0 || !command || mStale) return;
+  const QString name = item->text(0).trimmed();
+  if (name == command->GetName()) return;
+  if (name.isEmpty() || command->IsReadOnly()) {
+    const QSignalBlocker quiet(this);
+    item->setText(0, command->GetName());
+    return;
+  }
+  command->SetName(name);
+  norva::MaintainUndo();
+  emit Edited();
+}
+
+template <typename F>
+void TLibraryTree::Try(F edit) {
+  try {
+    edit();
+  } catch (const std::exception& error) {
+    norva::UIServices().MessageBox(QString::fromUtf8(error.what()), tr("IR library"),
+                                   norva::TMessageIcon::Stop, norva::TMessageButtons::OK);
+  }
+}
+
+bool TLibraryTree::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Delete || key == Qt::Key_F2) {
+      event->accept();
+      return true;
+    }
+  }
+  return QTreeWidget::event(event);
+}
+
+void TLibraryTree::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Delete && state() != EditingState) {
+    DeleteSelected();
+    return;
+  }
+  QTreeWidget::keyPressEvent(event);
+}
+
+void TLibraryTree::contextMenuEvent(QContextMenuEvent* event) {
+  norva::TCommandObject* command =
+      Pointer<norva::TCommandObject>(itemAt(event->pos()), CommandRole);
+  if (!command || mStale) return;
+  setCurrentItem(itemAt(event->pos()));
+  QMenu menu(this);
+  const bool readOnly = command->IsReadOnly();
+  menu.addAction(tr("&Rename"), this, [this] { editItem(currentItem(), 0); })
+      ->setEnabled(!readOnly);
+  menu.addAction(tr("&Delete"), this, [this, command] { Try([&] { Delete({command}); }); })
+      ->setEnabled(!readOnly);
+  QMenu* moveTo = menu.addMenu(tr("&Move to"));
+  QMenu* copyTo = menu.addMenu(tr("&Copy to"));
+  for (norva::TModel* model : WritableModels()) {
+    if (command->GetOwner() == model) continue;
+    moveTo->addAction(model->GetFullName(), this,
+                      [this, command, model] { Try([&] { MoveTo(*command, *model, false); }); });
+    copyTo->addAction(model->GetFullName(), this,
+                      [this, command, model] { Try([&] { MoveTo(*command, *model, true); }); });
+  }
+  moveTo->setEnabled(!readOnly && !moveTo->isEmpty());
+  copyTo->setEnabled(!copyTo->isEmpty());
+  menu.exec(event->globalPos());
 }
 
 norva::TModel* TLibraryTree::TargetModel() {
@@ -172,20 +386,48 @@ norva::TModel* TLibraryTree::TargetModel() {
   return mDatabase->GetOrAddModel(QStringLiteral("User"), QStringLiteral("Learnt codes"));
 }
 
-norva::TCommandObject* TLibraryTree::PasteHexCode() {
-  if (!mDatabase || mDatabase->IsReadOnly() || !norva::HexCodeInClipboard()) return nullptr;
+TPastedCode TLibraryTree::PasteHexCode() {
+  if (!mDatabase || mDatabase->IsReadOnly() || !norva::HexCodeInClipboard()) return {};
   // Named before it joins the database, where it would only find itself.
   norva::TIRStream pasted;
   pasted.SetHexCode(norva::UIServices().ClipboardText());
   norva::TModel* model = TargetModel();
-  if (!mDatabase->GetNames(pasted))
+  TPastedCode result;
+  if (mDatabase->GetNames(pasted)) {
+    result.Naming = TPastedCode::TNaming::SameCode;
+    result.NamedAfter = pasted.GetName() + QStringLiteral(" (") + pasted.GetCategory() + u')';
+    const norva::TMessageResult answer = norva::UIServices().MessageBox(
+        tr("The library holds this code already: %1. Add it again?").arg(result.NamedAfter),
+        tr("Paste hex code"), norva::TMessageIcon::Exclamation, norva::TMessageButtons::YesNo);
+    if (answer != norva::TMessageResult::Yes) return {};
+  } else if (const QList<norva::TStreamName> same = mDatabase->RecogniseNames(pasted.Data());
+             !same.isEmpty()) {
+    result.Naming = TPastedCode::TNaming::SameButton;
+    result.NamedAfter = same.first().Name + QStringLiteral(" (") + same.first().Category + u')';
+    pasted.SetName(same.first().Name);
+  } else {
     pasted.SetName(QStringLiteral("Code %1").arg(model->GetCommandCount() + 1));
-  norva::TCommandObject* stream = model->AddNewCommandObject(&pasted);
-  stream->AssignNewGUID();
-  stream->AutoAssignButtonClass();
+  }
+  result.Command = AddCopy(pasted, *model);
+  return result;
+}
+
+norva::TCommandObject* TLibraryTree::AddStream(const norva::TIRStreamData& stream,
+                                               const QString& name) {
+  if (!mDatabase || mDatabase->IsReadOnly()) return nullptr;
+  norva::TIRStream command;
+  command.SetData(stream);
+  command.SetName(name);
+  return AddCopy(command, *TargetModel());
+}
+
+norva::TCommandObject* TLibraryTree::AddCopy(const norva::TIRStream& stream, norva::TModel& model) {
+  norva::TCommandObject* added = model.AddNewCommandObject(&stream);
+  added->AssignNewGUID();
+  added->AutoAssignButtonClass();
   EditDone();
-  Select(stream);
-  return stream;
+  Select(added);
+  return added;
 }
 
 QStringList TLibraryTree::mimeTypes() const { return {norva::TOrbDragObject::MimeType}; }

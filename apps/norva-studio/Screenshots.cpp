@@ -1,14 +1,17 @@
 // Takes the pictures of the studio's main window that the documentation shows, by driving the
-// window as an installer would: codes imported into a library and one pasted (named from the
-// library), commands bound to the keypad's buttons, a native code sent to the simulator with the
-// bus panel showing the answers.
+// window as an installer would: codes imported into a library and another capture of one of them
+// pasted (named after the same button), with its details and stream picture; a search; a code
+// made from a protocol; commands bound to the keypad's buttons, a native code sent to the
+// simulator with the bus panel showing the answers.
 // Usage: norva-studio-screenshots OUTPUT_FOLDER (docs/images/ for the documentation's copies).
+#include "ProtocolCodeDialog.h"
 #include "StudioWindow.h"
 
 #include <IR/IR.h>
 #include <Testing/RecordingUIServices.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -57,6 +60,13 @@ const char NamedCodes[] =
     "0012 0024 0012 0024 0012 0024 0012 0024 0012 0047 0012 0024 0012 0024 0012 0047 "
     "0012 0024 0012 0047 0012 0024 0012 011D\n";
 
+// "HDMI 2" captured once more: the lead-in came out a little longer and the gap a little shorter.
+const char HDMI2Again[] =
+    "0000 006B 0000 001A 0098 0084 0012 0047 0012 0047 0012 0047 0012 0047 0012 0047 "
+    "0012 0024 0012 0047 0012 0047 0012 0024 0012 0047 0012 0047 0012 0024 0012 0024 "
+    "0012 0024 0012 0024 0012 0024 0012 0024 0012 0047 0012 0024 0012 0024 0012 0047 "
+    "0012 0024 0012 0024 0012 0047 0012 011D";
+
 void Pump(int ms) {
   QElapsedTimer timer;
   timer.start();
@@ -96,6 +106,17 @@ bool Bind(studio::TStudioWindow& window, int button, const QString& command,
   return true;
 }
 
+// The installer's own makes opened, the built-in ones (listed after them) left closed.
+void ExpandOwnMakes(studio::TStudioWindow& window) {
+  for (const char* make : {"Acme", "User"}) {
+    for (QTreeWidgetItem* item :
+         window.Library()->findItems(QString::fromLatin1(make), Qt::MatchExactly)) {
+      item->setExpanded(true);
+      for (int i = 0; i < item->childCount(); ++i) item->child(i)->setExpanded(true);
+    }
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -130,12 +151,27 @@ int main(int argc, char** argv) {
   window.OpenLibrary(library, false);
   window.AddModel();
   window.ImportCodes();
-  // The first code of the file copied and pasted: the library knows it and names it.
-  services.SetClipboardText(QString::fromUtf8(NamedCodes).section(u'\n', 0, 0).section(u'\t', 1));
+  // Another capture of a code of the file pasted: the library names it after the same button.
+  services.SetClipboardText(QString::fromLatin1(HDMI2Again));
   window.Library()->setCurrentItem(nullptr);  // into User / Learnt codes
   window.PasteHexCode();
-  window.Library()->expandAll();
+  ExpandOwnMakes(window);
   if (!Save(window, output, "studio-library.png")) return 1;
+
+  // A search over names, makes, models, button classes and decodes; a command found chosen.
+  window.Browser()->SearchField()->setText(QStringLiteral("volume"));
+  window.Browser()->ResultsView()->setCurrentIndex(window.Browser()->Results().index(0, 0));
+  if (!Save(window, output, "studio-search.png")) return 1;
+  window.Browser()->SearchField()->clear();
+
+  // A code from a protocol, its hex code shown before it is added.
+  studio::TProtocolCodeDialog protocol(&window);
+  protocol.Protocol()->setCurrentText(QStringLiteral("NEC1"));
+  protocol.Parameter('D')->setText(QStringLiteral("4"));
+  protocol.Parameter('F')->setText(QStringLiteral("8"));
+  protocol.show();
+  if (!Save(protocol, output, "studio-protocol.png")) return 1;
+  protocol.hide();
 
   // Opened with the built-in makes, bound to the keypad's buttons.
   window.OpenLibrary(library, true);

@@ -1,5 +1,7 @@
 #include "StudioWindow.h"
 
+#include "ProtocolCodeDialog.h"
+
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/UIServices.h>
@@ -11,6 +13,7 @@
 #include <QCloseEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
@@ -49,6 +52,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mKeypad(std::make_unique<norva::TWallKeypad>()),
       mView(new TKeypadView(this)),
       mLibrary(new TLibraryTree),
+      mBrowser(new TLibraryBrowser(mLibrary)),
       mBusView(new TBusView),
       mLink(std::make_unique<TStudioLink>(*mBusView)),
       mLibraryPanel(new norva::TCaptionedDockPanel(tr("IR library"), QStringLiteral("library"))),
@@ -56,7 +60,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mLinkState(new QLabel) {
   setObjectName(QStringLiteral("studio"));
   setCentralWidget(mView);
-  mLibraryPanel->setWidget(mLibrary);
+  mLibraryPanel->setWidget(mBrowser);
   addDockWidget(Qt::LeftDockWidgetArea, mLibraryPanel);
   mBusPanel->setWidget(mBusView);
   addDockWidget(Qt::BottomDockWidgetArea, mBusPanel);
@@ -76,6 +80,10 @@ TStudioWindow::TStudioWindow(QWidget* parent)
                                             tr("IR libraries (*.xml)"));
       case TFileRole::ImportCodes:
         return QFileDialog::getOpenFileName(this, tr("Import codes"), {}, CodeFileFilter());
+      case TFileRole::ExportCodes:
+        return QFileDialog::getSaveFileName(
+            this, tr("Export codes"), {},
+            tr("Pronto lines (*.txt *.tsv);;Girr documents (*.girr);;Flipper IR files (*.ir)"));
     }
     return QString();
   };
@@ -83,11 +91,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
     return QInputDialog::getText(this, windowTitle(), question, QLineEdit::Normal, proposal);
   };
   BuildMenus();
-  mView->SetCommandNamer([this](const QString& guid) {
-    if (guid.isEmpty()) return QString();
-    const norva::TCommandObject* command = mLibrary->FindCommand(guid);
-    return command ? command->GetName() : tr("not in the library: %1").arg(guid);
-  });
+  mView->SetCommandNamer([this](const QString& guid) { return BoundCommandText(guid); });
   connect(mView, &TKeypadView::Edited, this, &TStudioWindow::ShowState);
   connect(mLibrary, &TLibraryTree::Edited, this, &TStudioWindow::SaveLibrary);
   connect(mLibrary, &TLibraryTree::Refreshed, this, [this] {
@@ -115,6 +119,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   resizeDocks({mLibraryPanel}, {460}, Qt::Horizontal);
   resizeDocks({mBusPanel}, {240}, Qt::Vertical);
   QSettings settings = Settings();
+  mBindings.Load(settings);
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());
   ShowState();
@@ -176,8 +181,12 @@ void TStudioWindow::BuildMenus() {
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
   library->addAction(tr("&Import codes..."), this, &TStudioWindow::ImportCodes);
+  library->addAction(tr("New code from &protocol..."), this, &TStudioWindow::NewCodeFromProtocol);
+  library->addAction(tr("&Export codes (selected, or the chosen model)..."), this,
+                     &TStudioWindow::ExportCodes);
   library->addAction(tr("&Rename code..."), QKeySequence(Qt::Key_F2), this,
                      &TStudioWindow::RenameCode);
+  library->addAction(tr("&Delete selected codes"), mLibrary, &TLibraryTree::DeleteSelected);
 
   BuildConnectionMenu();
 
@@ -377,11 +386,51 @@ void TStudioWindow::Paste() {
 
 void TStudioWindow::PasteHexCode() {
   try {
-    mLibrary->PasteHexCode();
+    ShowPasted(mLibrary->PasteHexCode());
   } catch (const std::exception& error) {
     ShowError(error, tr("Paste hex code"));
   }
   ShowState();
+}
+
+void TStudioWindow::ShowPasted(const TPastedCode& pasted) {
+  if (!pasted.Command) return;
+  const QString name = pasted.Command->GetName();
+  switch (pasted.Naming) {
+    case TPastedCode::TNaming::SameCode:
+      statusBar()->showMessage(
+          tr("%1 added, named after the same code: %2").arg(name, pasted.NamedAfter));
+      break;
+    case TPastedCode::TNaming::SameButton:
+      statusBar()->showMessage(tr("%1 added, named after the same button (a similar code): %2")
+                                   .arg(name, pasted.NamedAfter));
+      break;
+    case TPastedCode::TNaming::Numbered:
+      statusBar()->showMessage(tr("%1 added: the library knows no code like it").arg(name));
+      break;
+  }
+}
+
+QString TStudioWindow::BoundCommandText(const QString& guid) {
+  if (guid.isEmpty()) return {};
+  if (const norva::TCommandObject* command = mLibrary->FindCommand(guid)) {
+    mBindings.Remember(guid, LibraryOf(*command), command->GetName());
+    return command->GetName();
+  }
+  const norva::TIRDB* database = mLibrary->Database();
+  const QString wanted = mBindings.Wanted(guid);
+  return tr("not in library %1 nor the built-in commands: %2")
+      .arg(database ? database->GetShortName() : tr("(none open)"),
+           wanted.isEmpty() ? guid : tr("wanted %1").arg(wanted));
+}
+
+QString TStudioWindow::LibraryOf(const norva::TCommandObject& command) {
+  const norva::TOrbObject* owner = command.GetOwner();
+  while (owner && !qobject_cast<const norva::TIRDB*>(owner)) owner = owner->GetOwner();
+  const auto* database = qobject_cast<const norva::TIRDB*>(owner);
+  return database && !database->GetFilename().isEmpty()
+             ? tr("library %1").arg(database->GetShortName())
+             : tr("the built-in commands");
 }
 
 norva::TCommandObject* TStudioWindow::SelectedCommand() const {
@@ -437,6 +486,37 @@ void TStudioWindow::ImportCodes() {
   ShowState();
 }
 
+void TStudioWindow::ExportCodes() {
+  const QString path = mChooseFile(TFileRole::ExportCodes);
+  if (path.isEmpty()) return;
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  const norva::TCodeExportFormat format =
+      suffix == QStringLiteral("girr") ? norva::TCodeExportFormat::Girr
+      : suffix == QStringLiteral("ir") ? norva::TCodeExportFormat::Flipper
+                                       : norva::TCodeExportFormat::Pronto;
+  const std::optional<norva::TCodeExport> exported = mLibrary->ExportChosen(format);
+  if (!exported) {
+    Tell(tr("Choose a model or the commands to export in the library first."), tr("Export"));
+    return;
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(exported->Bytes) != exported->Bytes.size()) {
+    Tell(tr("Cannot write %1: %2").arg(path, file.errorString()), tr("Export"));
+    return;
+  }
+  if (!exported->Unwritten.isEmpty())
+    Tell(tr("These commands could not be written:") + QLatin1Char('\n') +
+             exported->Unwritten.mid(0, 20).join(QLatin1Char('\n')),
+         tr("Export"));
+}
+
+void TStudioWindow::NewCodeFromProtocol() {
+  TProtocolCodeDialog dialog(this);
+  if (dialog.exec() != QDialog::Accepted || !dialog.Stream()) return;
+  if (!mLibrary->AddStream(*dialog.Stream(), dialog.CodeName()))
+    Tell(tr("The library is read-only: open or create one of your own."), tr("New code"));
+}
+
 void TStudioWindow::RenameCode() {
   norva::TCommandObject* command = mLibrary->CurrentCommand();
   if (!command || command->IsReadOnly()) return;
@@ -477,6 +557,7 @@ void TStudioWindow::closeEvent(QCloseEvent* event) {
   QSettings settings = Settings();
   settings.setValue(QStringLiteral("geometry"), saveGeometry());
   settings.setValue(QStringLiteral("panels"), saveState());
+  mBindings.Save(settings);
   event->accept();
 }
 

@@ -4,8 +4,10 @@
 // library's global histories, a timed auto-save and the close prompt. It is the application's
 // keypad client: it chooses file names.
 
+#include "BindingMemory.h"
 #include "BusView.h"
 #include "KeypadView.h"
+#include "LibraryBrowser.h"
 #include "LibraryPanel.h"
 #include "StudioLink.h"
 
@@ -35,7 +37,14 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
 
   // What the installer is asked for: a file (by a file dialog) or a line of text (by an input
   // box). Tests answer instead. "" means cancelled.
-  enum class TFileRole { OpenKeypad, SaveKeypad, OpenLibrary, SaveLibrary, ImportCodes };
+  enum class TFileRole {
+    OpenKeypad,
+    SaveKeypad,
+    OpenLibrary,
+    SaveLibrary,
+    ImportCodes,
+    ExportCodes
+  };
   using TFileChooser = std::function<QString(TFileRole role)>;
   using TTextAsker = std::function<QString(const QString& question, const QString& proposal)>;
   void SetFileChooser(TFileChooser chooser) { mChooseFile = std::move(chooser); }
@@ -50,6 +59,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   norva::TWallKeypad& Keypad() const { return *mKeypad; }
   TKeypadView* KeypadView() const { return mView; }
   TLibraryTree* Library() const { return mLibrary; }
+  TLibraryBrowser* Browser() const { return mBrowser; }
   TBusView* BusView() const { return mBusView; }
   TStudioLink& Link() { return *mLink; }
   norva::TCaptionedDockPanel* LibraryPanel() const { return mLibraryPanel; }
@@ -70,6 +80,11 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   bool SendSelectedCommand();
   void AddModel();
   void ImportCodes();
+  // The selected commands, or else the chosen model, written to a file in the format its name
+  // says (".girr" Girr, ".ir" Flipper, otherwise Pronto lines); what could not be written is told.
+  void ExportCodes();
+  // A code made from a protocol and its parameters, added to the chosen model.
+  void NewCodeFromProtocol();
   void RenameCode();
   // Writes the library when it has changes; a failure is told in a box.
   void SaveLibrary();
@@ -100,6 +115,11 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void Tell(const QString& text, const QString& caption);
   // The command bound to the selected button, when the library holds it.
   norva::TCommandObject* SelectedCommand() const;
+  // The name of a bound command, or which library it is not in and what it wanted.
+  QString BoundCommandText(const QString& guid);
+  static QString LibraryOf(const norva::TCommandObject& command);
+  // The status line says how a pasted code was named.
+  void ShowPasted(const TPastedCode& pasted);
   // What the status line says about the library's current item (a native code's frame).
   void ShowCurrentCode();
   // The library panel's caption: the library's name, and why it is read-only when it is.
@@ -109,6 +129,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   std::unique_ptr<norva::TIRDB> mDatabase;
   TKeypadView* mView;
   TLibraryTree* mLibrary;
+  TLibraryBrowser* mBrowser;
   TBusView* mBusView;
   std::unique_ptr<TStudioLink> mLink;
   norva::TCaptionedDockPanel* mLibraryPanel;
@@ -121,6 +142,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* mPaste = nullptr;
   QAction* mSend = nullptr;
   QTimer mAutoSave;
+  TBindingMemory mBindings;
   TFileChooser mChooseFile;
   TTextAsker mAskText;
 };
