@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The main job: builds the tools, starts the device simulator (norva-sim) and runs a short live
-# exchange with it over its serial line and over TCP, talks to the simulated USB amplifier, then
-# decodes the sample bus captures.
+# exchange with it over its serial line and over TCP, talks to the simulated USB amplifier,
+# decodes the sample bus captures, then takes the IR road: real codes imported into a scratch
+# library, decoded, built from a protocol, a re-learnt code named, a model exported.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 bash "$root/scripts/install-deps.sh"
@@ -57,3 +58,36 @@ run monitor --usb --simulated --count 2 --seconds 10
 
 run packet decode "$root/samples/amplifier-capture.txt"
 run packet decode --usb-notifications "$root/samples/usb-notifications.bin"
+
+echo
+echo "== IR codes: the real codes of tests/data/ir in a scratch library"
+data="$root/tests/data/ir"
+library="$work/library.xml"
+run irdb "$library" import "$data/pronto-codes.tsv" --make Shared --model "Real codes"
+echo
+echo "\$ norva irdb library.xml import flipper-raw.ir --make Shared --model Learnt | tail -n 3"
+"$norva" irdb "$library" import "$data/flipper-raw.ir" --make Shared --model Learnt | tail -n 3 || true
+echo
+echo "\$ head -n 6 pronto-codes.tsv | norva ir decode -"
+head -n 6 "$data/pronto-codes.tsv" | "$norva" ir decode - || true
+run ir encode NEC1 D=55 S=202 F=1 --hex
+
+# The same button learnt again: every pulse 3 % longer and every gap 3 % shorter.
+relearnt() {
+  local i=0 word value out=()
+  for word in $1; do
+    value=$((16#$word))
+    if ((i > 3)); then
+      if ((i % 2)); then value=$(((value * 97 + 50) / 100)); else value=$(((value * 103 + 50) / 100)); fi
+    fi
+    out+=("$(printf %04X "$value")")
+    i=$((i + 1))
+  done
+  echo "${out[*]}"
+}
+code=$(awk -F'\t' '$2 == "nec1" { print $7; exit }' "$data/girrlib-protocols.tsv")
+run irdb "$library" name "$(relearnt "$code")"
+echo
+echo "\$ norva irdb library.xml export Shared \"Real codes\" --format girr | head -c 600"
+"$norva" irdb "$library" export Shared "Real codes" --format girr | head -c 600 || true
+echo
