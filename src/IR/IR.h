@@ -12,6 +12,7 @@
 #include <IR/IRHexCode.h>
 #include <IR/IRMacro.h>
 #include <IR/IRPeriods.h>
+#include <IR/IRProtocols.h>
 #include <IR/IRRawSignal.h>
 #include <IR/IRStream.h>
 #include <IR/IRStreamData.h>

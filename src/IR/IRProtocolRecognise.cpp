@@ -1,0 +1,280 @@
+// Recognition: the walk's sink that checks a capture against the durations a protocol would send,
+// reading each bit field's symbols from it, then solves the parameters from the fields and checks
+// every field again with them.
+//
+// The sink keeps the expected duration that is still open (a gap followed by a gap grows, as in
+// rendering) and compares it with the capture only when a duration of the other kind closes it:
+// bi-phase half-bits merged by the carrier need no special case.
+#include <IR/IrpEngine.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace norva {
+
+namespace {
+
+// A learnt duration may be off by this share of the expected one, plus a slack that matters for
+// short ones (a receiver lengthens flashes and shortens gaps by a few tens of microseconds).
+constexpr double RelativeTolerance = 0.2;
+constexpr double SlackMicroseconds = 60;
+// Gaps this long only end a frame; a capture's may be longer, and a little shorter.
+constexpr double LongGapMicroseconds = 10000;
+constexpr double LongGapShare = 0.7;
+// A frame with an extent lasts at least this share of it.
+constexpr double ExtentShare = 0.85;
+constexpr double NoFit = std::numeric_limits<double>::infinity();
+
+bool Fits(double expected, double actual) {
+  return std::abs(actual - expected) <= expected * RelativeTolerance + SlackMicroseconds;
+}
+
+class TRecogniseSink {
+ public:
+  struct TState {
+    int Pos = 0;         // the capture's duration the open expected one is compared with
+    double Open = 0;     // the open expected duration
+    double MinEnd = -1;  // for an extent: the time the gap must reach, else -1
+  };
+
+  TRecogniseSink(const TIrpProtocol& protocol, std::span<const double> capture,
+                 TIrpScratch& scratch)
+      : mProtocol(protocol), mCapture(capture), mScratch(scratch) {}
+
+  TState Save() const { return mState; }
+  void Restore(const TState& state) { mState = state; }
+  bool AtEnd() const { return mState.Pos >= Count() && mState.Open == 0; }
+  int Pos() const { return mState.Pos; }
+
+  double Mark() const { return Elapsed(mState.Pos) + mState.Open; }
+
+  bool Duration(double signedMicroseconds) {
+    const bool flash = signedMicroseconds > 0;
+    if (mState.Open > 0 && flash != OpenIsFlash() && !Close()) return false;
+    if (mState.Open == 0 && flash != OpenIsFlash()) return !flash;  // silence before a frame
+    mState.Open += std::abs(signedMicroseconds);
+    return true;
+  }
+
+  bool Extent(double microseconds, double mark) {
+    if (mState.Open > 0 && OpenIsFlash() && !Close()) return false;
+    if (OpenIsFlash()) return true;
+    mState.Open = std::max(mState.Open, 1.0);
+    mState.MinEnd = mark + ExtentShare * microseconds;
+    return true;
+  }
+
+  bool BitField(int expr, int bitSpec) {
+    if (bitSpec < 0) return false;
+    const TIrpExpr& field = mProtocol.Exprs[static_cast<std::size_t>(expr)];
+    const std::int64_t width = EvaluateIrp(mProtocol, field.Right, mNoValues);
+    const TIrpBitSpec& spec = mProtocol.BitSpecs[static_cast<std::size_t>(bitSpec)];
+    const int perSymbol = spec.BitsPerSymbol;
+    const std::int64_t size = std::min<std::int64_t>(width < 0 ? -width : width, 64);
+    const int symbols = static_cast<int>((size + perSymbol - 1) / perSymbol);
+    std::uint64_t bits = 0;
+    for (int i = 0; i < symbols; ++i) {
+      const int code = ReadSymbol(spec);
+      if (code < 0) return false;
+      const int shift = (mProtocol.MsbFirst ? symbols - 1 - i : i) * perSymbol;
+      bits |= static_cast<std::uint64_t>(code) << shift;
+    }
+    mScratch.Observations.push_back({expr, bits});
+    return true;
+  }
+
+  void Assign(int, int) {}  // parameters are taken as constant over one press
+
+  // Closes the frame's last duration; a frame whose definition ends on a flash leaves the gap
+  // before the next frame free.
+  bool EndFrame() {
+    if (mState.Open > 0 && !Close()) return false;
+    if (mState.Pos < Count() && !OpenIsFlash()) ++mState.Pos;
+    return true;
+  }
+
+ private:
+  int Count() const { return static_cast<int>(mCapture.size()); }
+  bool OpenIsFlash() const { return mState.Pos % 2 == 0; }
+  double Elapsed(int pos) const { return mScratch.Elapsed[static_cast<std::size_t>(pos)]; }
+
+  bool Close() {
+    const int pos = mState.Pos;
+    const double open = mState.Open;
+    const double minEnd = mState.MinEnd;
+    mState.Open = 0;
+    mState.MinEnd = -1;
+    if (pos >= Count()) {
+      // A capture may stop at the last flash, without the gap after it.
+      mState.Pos = Count();
+      return pos % 2 == 1;
+    }
+    mState.Pos = pos + 1;
+    const double actual = mCapture[static_cast<std::size_t>(pos)];
+    if (minEnd >= 0) return Elapsed(pos + 1) >= minEnd;
+    if (pos % 2 == 1 && open >= LongGapMicroseconds) return actual >= LongGapShare * open;
+    return Fits(open, actual);
+  }
+
+  // How far the open expected duration is from the capture's; NoFit when it cannot grow into it.
+  double Residual() const {
+    if (mState.Open == 0) return 0;
+    if (mState.Pos >= Count()) return OpenIsFlash() ? NoFit : 0;
+    if (mState.MinEnd >= 0) return 0;
+    const double actual = mCapture[static_cast<std::size_t>(mState.Pos)];
+    const double excess = mState.Open - actual;
+    if (excess > mState.Open * RelativeTolerance + SlackMicroseconds) return NoFit;
+    return std::abs(excess);
+  }
+
+  // The code whose durations fit the capture here, the one that leaves its open duration closest
+  // to the capture's preferred; -1 when none fits.
+  int ReadSymbol(const TIrpBitSpec& spec) {
+    const TState start = mState;
+    TState best;
+    double bestResidual = NoFit;
+    int bestCode = -1;
+    for (std::size_t code = 0; code < spec.Codes.size(); ++code) {
+      mState = start;
+      bool ok = true;
+      for (const double duration : spec.Codes[code]) {
+        if (!Duration(duration)) {
+          ok = false;
+          break;
+        }
+      }
+      const double residual = ok ? Residual() : NoFit;
+      if (residual < bestResidual) {
+        bestResidual = residual;
+        best = mState;
+        bestCode = static_cast<int>(code);
+      }
+    }
+    mState = bestCode >= 0 ? best : start;
+    return bestCode;
+  }
+
+  const TIrpProtocol& mProtocol;
+  std::span<const double> mCapture;
+  TIrpScratch& mScratch;
+  TState mState;
+  const TIrpValues mNoValues{};
+};
+
+// Passes of the repeated part while they fit.
+int CountRepeats(const TIrpProtocol& protocol, TRecogniseSink& sink) {
+  int repeats = 0;
+  while (!sink.AtEnd()) {
+    const TRecogniseSink::TState saved = sink.Save();
+    if (!WalkIrpRepeat(protocol, sink) || sink.Pos() == saved.Pos) {
+      sink.Restore(saved);
+      break;
+    }
+    ++repeats;
+  }
+  return repeats;
+}
+
+// Whether the repeated part differs from the frame sent first (a ditto), so that a capture
+// without it lacks something.
+bool HasDistinctRepeat(const TIrpProtocol& protocol) {
+  if (protocol.Repeated < 0 || protocol.Repeated == protocol.Top) return false;
+  for (const TIrpItem& item : protocol.Streams[static_cast<std::size_t>(protocol.Top)].Items)
+    if (item.Kind != TIrpItemKind::Assignment && item.Stream != protocol.Repeated) return true;
+  return false;
+}
+
+struct TFieldShape {
+  int Variable = -1;  // the parameter the field shows directly, or -1
+  std::int64_t Size = 0;
+  std::int64_t Offset = 0;
+};
+
+TFieldShape ShapeOf(const TIrpProtocol& protocol, const TIrpExpr& field) {
+  static const TIrpValues noValues{};
+  TFieldShape shape;
+  const std::int64_t width = EvaluateIrp(protocol, field.Right, noValues);
+  shape.Size = std::min<std::int64_t>(width < 0 ? -width : width, 64);
+  shape.Offset = EvaluateIrp(protocol, field.Offset, noValues);
+  const TIrpExpr& value = protocol.Exprs[static_cast<std::size_t>(field.Left)];
+  if (value.Op == TIrpOp::Variable && shape.Offset >= 0 && shape.Offset < 64 &&
+      protocol.Variables[static_cast<std::size_t>(value.Variable)].Kind ==
+          TIrpVariableKind::Parameter)
+    shape.Variable = value.Variable;
+  return shape;
+}
+
+// Sets the parameters' bits from the fields that show them, counting the bits that only repeat
+// what is known; then the defaults of parameters no field showed.
+bool SolveParameters(const TIrpProtocol& protocol, const std::vector<TIrpObservation>& seen,
+                     TIrpRecognition& result) {
+  std::array<std::uint64_t, MaxIrpVariables> known{};
+  TIrpValues& values = result.Values;
+  values.fill(0);
+  for (const TIrpObservation& observation : seen) {
+    const TIrpExpr& field = protocol.Exprs[static_cast<std::size_t>(observation.Expr)];
+    const TFieldShape shape = ShapeOf(protocol, field);
+    if (shape.Variable < 0) {
+      result.CheckedBits += static_cast<int>(shape.Size);
+      continue;
+    }
+    std::uint64_t bits = IrpFieldBits(static_cast<std::int64_t>(observation.Bits),
+                                      EvaluateIrp(protocol, field.Right, values), 0, false);
+    if (field.Complemented) bits = ~bits & IrpWidthMask(shape.Size);
+    const auto index = static_cast<std::size_t>(shape.Variable);
+    const std::uint64_t fresh = (IrpWidthMask(shape.Size) << shape.Offset) & ~known[index];
+    values[index] |= static_cast<std::int64_t>((bits << shape.Offset) & fresh);
+    known[index] |= fresh;
+    result.CheckedBits += static_cast<int>(shape.Size) - std::popcount(fresh);
+  }
+  for (std::size_t v = 0; v < protocol.Variables.size(); ++v) {
+    const TIrpVariable& variable = protocol.Variables[v];
+    if (variable.Kind != TIrpVariableKind::Parameter || known[v] != 0) continue;
+    if (variable.Default < 0) return false;
+    values[v] = EvaluateIrp(protocol, variable.Default, values);
+  }
+  return true;
+}
+
+// Every field holds what the solved parameters give, and every parameter is in its range.
+bool CheckParameters(const TIrpProtocol& protocol, const std::vector<TIrpObservation>& seen,
+                     const TIrpValues& values) {
+  for (const TIrpObservation& observation : seen)
+    if (static_cast<std::uint64_t>(EvaluateIrp(protocol, observation.Expr, values)) !=
+        observation.Bits)
+      return false;
+  for (std::size_t v = 0; v < protocol.Variables.size(); ++v) {
+    const TIrpVariable& variable = protocol.Variables[v];
+    if (variable.Kind == TIrpVariableKind::Parameter &&
+        (values[v] < variable.Min || values[v] > variable.Max))
+      return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool RecogniseIrp(const TIrpProtocol& protocol, std::span<const double> durations,
+                  TIrpScratch& scratch, TIrpRecognition& result) {
+  result = TIrpRecognition();
+  scratch.Observations.clear();
+  TRecogniseSink sink(protocol, durations, scratch);
+  if (!WalkIrpIntro(protocol, sink)) return false;
+  result.Repeats = CountRepeats(protocol, sink);
+  while (!sink.AtEnd()) {
+    const TRecogniseSink::TState saved = sink.Save();
+    if (!WalkIrpIntro(protocol, sink) || sink.Pos() == saved.Pos) {
+      sink.Restore(saved);
+      break;
+    }
+    ++result.FramesBeyond;
+    CountRepeats(protocol, sink);
+  }
+  if (!sink.AtEnd() || sink.Pos() == 0) return false;
+  result.MissingRepeat = result.Repeats == 0 && HasDistinctRepeat(protocol);
+  return SolveParameters(protocol, scratch.Observations, result) &&
+         CheckParameters(protocol, scratch.Observations, result.Values);
+}
+
+}  // namespace norva
