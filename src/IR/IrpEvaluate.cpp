@@ -3,6 +3,7 @@
 #include <IR/IrpWalk.h>
 
 #include <algorithm>
+#include <bit>
 
 namespace norva {
 
@@ -45,6 +46,7 @@ std::int64_t Evaluate(const TIrpProtocol& protocol, int index, const TIrpValues&
     case TIrpOp::Negate: return static_cast<std::int64_t>(0 - left());
     case TIrpOp::Complement: return static_cast<std::int64_t>(~left());
     case TIrpOp::Not: return operand(expr.Left) == 0 ? 1 : 0;
+    case TIrpOp::BitCount: return std::popcount(left());
     case TIrpOp::Multiply: return static_cast<std::int64_t>(left() * right());
     case TIrpOp::Divide:
     case TIrpOp::Modulo: {

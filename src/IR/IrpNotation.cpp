@@ -318,9 +318,10 @@ class TIrpParser {
   }
   int ReadUnary() {
     const char c = Peek();
-    if (c == '-' || c == '!') {
+    if (c == '-' || c == '!' || c == '#') {
       ++mPos;
-      return Binary(c == '-' ? TIrpOp::Negate : TIrpOp::Not, ReadUnary(), -1);
+      const TIrpOp op = c == '-' ? TIrpOp::Negate : c == '!' ? TIrpOp::Not : TIrpOp::BitCount;
+      return Binary(op, ReadUnary(), -1);
     }
     if (c == '~') {
       ++mPos;

@@ -18,6 +18,7 @@ enum class TIrpOp : std::uint8_t {
   Negate,
   Complement,
   Not,
+  BitCount,
   Multiply,
   Divide,
   Modulo,
