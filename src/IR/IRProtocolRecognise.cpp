@@ -10,6 +10,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace norva {
 
@@ -128,12 +129,29 @@ class TRecogniseSink {
     return std::abs(excess);
   }
 
-  // The code whose durations fit the capture here, the one that leaves its open duration closest
-  // to the capture's preferred; -1 when none fits.
+  // How far from the capture's a code takes the duration open before it: the length it closes it
+  // at, or leaves it open at.
+  double FirstDistance(const TState& start, const std::vector<double>& code) const {
+    if (start.Pos >= Count()) return 0;
+    const bool flash = start.Pos % 2 == 0;
+    double length = start.Open;
+    for (const double duration : code) {
+      if ((duration > 0) == flash)
+        length += std::abs(duration);
+      else if (length > 0)
+        break;
+    }
+    return std::abs(length - mCapture[static_cast<std::size_t>(start.Pos)]);
+  }
+
+  // The code whose durations fit the capture here: the one that takes the duration open before it
+  // nearest the capture's (a run of single-unit flashes ends where its length is nearest, not
+  // where the next duration happens to fit best), then the one that leaves its own open duration
+  // closest to the capture's; -1 when none fits.
   int ReadSymbol(const TIrpBitSpec& spec) {
     const TState start = mState;
     TState best;
-    double bestResidual = NoFit;
+    std::pair<double, double> bestScore{NoFit, NoFit};
     int bestCode = -1;
     for (std::size_t code = 0; code < spec.Codes.size(); ++code) {
       mState = start;
@@ -144,9 +162,10 @@ class TRecogniseSink {
           break;
         }
       }
-      const double residual = ok ? Residual() : NoFit;
-      if (residual < bestResidual) {
-        bestResidual = residual;
+      if (!ok) continue;
+      const std::pair score{FirstDistance(start, spec.Codes[code]), Residual()};
+      if (score.second < NoFit && score < bestScore) {
+        bestScore = score;
         best = mState;
         bestCode = static_cast<int>(code);
       }

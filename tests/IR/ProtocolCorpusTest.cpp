@@ -138,14 +138,11 @@ struct TTally {
 
 }  // namespace
 
-// What the labels cannot say or the recogniser cannot read, as measured. F32's fourth byte and
-// IODATAn's x and y are parameters beyond D, S, F and T, so those codes do not encode back from
-// their labels. GwtS sends single-unit flashes and gaps, runs of up to nine of one kind: the
-// recogniser's 20 % tolerance reads a run of five as one of four plus the next symbol.
+// What the labels cannot say, as measured: F32's fourth byte and IODATAn's x and y are parameters
+// beyond D, S, F and T, so those codes do not encode back from their labels.
 const std::map<QString, TTally> Shortfalls = {
     {QStringLiteral("f32"), {3, 3, 0, 3}},
     {QStringLiteral("iodatan"), {10, 10, 0, 10}},
-    {QStringLiteral("gwts"), {11, 0, 11, 0}},
 };
 
 TEST(ProtocolCorpus, LabelledCodesDecodeEncodeAndSurviveJitter) {
