@@ -49,15 +49,25 @@ struct TFrame {
   TDurations Gaps;  // the gap after each flash but the last
 };
 
+bool SameClass(double a, double b) { return a < b * ClassRatio && b < a * ClassRatio; }
+
+// The durations up to the first gap that ends a frame: one of 8 ms or more, or one followed by
+// the lead-in flash again.
 TFrame FirstFrame(std::span<const double> microseconds) {
+  TDurations flashes;
+  for (std::size_t i = 0; i < microseconds.size(); i += 2) flashes.push_back(microseconds[i]);
+  const bool leadIn = !flashes.empty() && flashes[0] >= LeadInRatio * Median(flashes);
   TFrame frame;
   for (std::size_t i = 0; i < microseconds.size(); ++i) {
     if (i % 2 == 0) {
       frame.Flashes.push_back(microseconds[i]);
-    } else {
-      if (microseconds[i] >= FrameEndMicroseconds || i + 1 == microseconds.size()) break;
-      frame.Gaps.push_back(microseconds[i]);
+      continue;
     }
+    const bool last = i + 1 == microseconds.size();
+    const bool ends = microseconds[i] >= FrameEndMicroseconds ||
+                      (leadIn && !last && SameClass(microseconds[i + 1], microseconds[0]));
+    if (ends || last) break;
+    frame.Gaps.push_back(microseconds[i]);
   }
   return frame;
 }

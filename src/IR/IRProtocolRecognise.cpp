@@ -10,7 +10,6 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <utility>
 
 namespace norva {
 
@@ -27,8 +26,11 @@ constexpr double LongGapShare = 0.7;
 constexpr double ExtentShare = 0.85;
 constexpr double NoFit = std::numeric_limits<double>::infinity();
 
-bool Fits(double expected, double actual) {
-  return std::abs(actual - expected) <= expected * RelativeTolerance + SlackMicroseconds;
+double Tolerance(double expected) { return expected * RelativeTolerance + SlackMicroseconds; }
+
+// How far a captured duration is from the expected one, in tolerances: at most 1 fits.
+double Misfit(double expected, double actual) {
+  return std::abs(actual - expected) / Tolerance(expected);
 }
 
 class TRecogniseSink {
@@ -37,6 +39,8 @@ class TRecogniseSink {
     int Pos = 0;         // the capture's duration the open expected one is compared with
     double Open = 0;     // the open expected duration
     double MinEnd = -1;  // for an extent: the time the gap must reach, else -1
+    int Snapshot = -1;   // the assignments in force
+    double Misfit = 0;   // the sum of the closed durations' misfits, to choose between codes
   };
 
   TRecogniseSink(const TIrpProtocol& protocol, std::span<const double> capture,
@@ -81,11 +85,24 @@ class TRecogniseSink {
       const int shift = (mProtocol.MsbFirst ? symbols - 1 - i : i) * perSymbol;
       bits |= static_cast<std::uint64_t>(code) << shift;
     }
-    mScratch.Observations.push_back({expr, bits});
+    mScratch.Observations.push_back({expr, bits, mState.Snapshot});
     return true;
   }
 
-  void Assign(int, int) {}  // parameters are taken as constant over one press
+  // Assignments take effect for the fields that follow; their values come from what was
+  // assigned before (parameters count as 0 here: assignments that depend on them, like a toggle
+  // flipped after the press, come after the fields).
+  void Assign(int variable, int expr) {
+    if (variable >= MaxIrpVariables) return;
+    TIrpSnapshot snapshot;
+    if (mState.Snapshot >= 0)
+      snapshot = mScratch.Snapshots[static_cast<std::size_t>(mState.Snapshot)];
+    snapshot.Values[static_cast<std::size_t>(variable)] =
+        EvaluateIrp(mProtocol, expr, snapshot.Values);
+    snapshot.Assigned |= std::uint32_t{1} << variable;
+    mScratch.Snapshots.push_back(snapshot);
+    mState.Snapshot = static_cast<int>(mScratch.Snapshots.size()) - 1;
+  }
 
   // Closes the frame's last duration; a frame whose definition ends on a flash leaves the gap
   // before the next frame free.
@@ -115,43 +132,28 @@ class TRecogniseSink {
     const double actual = mCapture[static_cast<std::size_t>(pos)];
     if (minEnd >= 0) return Elapsed(pos + 1) >= minEnd;
     if (pos % 2 == 1 && open >= LongGapMicroseconds) return actual >= LongGapShare * open;
-    return Fits(open, actual);
+    const double misfit = Misfit(open, actual);
+    mState.Misfit += misfit;
+    return misfit <= 1;
   }
 
-  // How far the open expected duration is from the capture's; NoFit when it cannot grow into it.
+  // How far the open expected duration is from the capture's, in tolerances; NoFit when it
+  // cannot grow into it.
   double Residual() const {
     if (mState.Open == 0) return 0;
     if (mState.Pos >= Count()) return OpenIsFlash() ? NoFit : 0;
     if (mState.MinEnd >= 0) return 0;
     const double actual = mCapture[static_cast<std::size_t>(mState.Pos)];
-    const double excess = mState.Open - actual;
-    if (excess > mState.Open * RelativeTolerance + SlackMicroseconds) return NoFit;
-    return std::abs(excess);
+    if (mState.Open - actual > Tolerance(mState.Open)) return NoFit;
+    return Misfit(mState.Open, actual);
   }
 
-  // How far from the capture's a code takes the duration open before it: the length it closes it
-  // at, or leaves it open at.
-  double FirstDistance(const TState& start, const std::vector<double>& code) const {
-    if (start.Pos >= Count()) return 0;
-    const bool flash = start.Pos % 2 == 0;
-    double length = start.Open;
-    for (const double duration : code) {
-      if ((duration > 0) == flash)
-        length += std::abs(duration);
-      else if (length > 0)
-        break;
-    }
-    return std::abs(length - mCapture[static_cast<std::size_t>(start.Pos)]);
-  }
-
-  // The code whose durations fit the capture here: the one that takes the duration open before it
-  // nearest the capture's (a run of single-unit flashes ends where its length is nearest, not
-  // where the next duration happens to fit best), then the one that leaves its own open duration
-  // closest to the capture's; -1 when none fits.
+  // The code whose durations fit the capture here, the closest preferred (its closed durations,
+  // and the open one it leaves); -1 when none fits.
   int ReadSymbol(const TIrpBitSpec& spec) {
     const TState start = mState;
     TState best;
-    std::pair<double, double> bestScore{NoFit, NoFit};
+    double bestResidual = NoFit;
     int bestCode = -1;
     for (std::size_t code = 0; code < spec.Codes.size(); ++code) {
       mState = start;
@@ -162,10 +164,9 @@ class TRecogniseSink {
           break;
         }
       }
-      if (!ok) continue;
-      const std::pair score{FirstDistance(start, spec.Codes[code]), Residual()};
-      if (score.second < NoFit && score < bestScore) {
-        bestScore = score;
+      const double residual = ok ? mState.Misfit - start.Misfit + Residual() : NoFit;
+      if (residual < bestResidual) {
+        bestResidual = residual;
         best = mState;
         bestCode = static_cast<int>(code);
       }
@@ -257,12 +258,24 @@ bool SolveParameters(const TIrpProtocol& protocol, const std::vector<TIrpObserva
 }
 
 // Every field holds what the solved parameters give, and every parameter is in its range.
-bool CheckParameters(const TIrpProtocol& protocol, const std::vector<TIrpObservation>& seen,
+bool CheckParameters(const TIrpProtocol& protocol, const TIrpScratch& scratch,
                      const TIrpValues& values) {
-  for (const TIrpObservation& observation : seen)
-    if (static_cast<std::uint64_t>(EvaluateIrp(protocol, observation.Expr, values)) !=
+  for (const TIrpObservation& observation : scratch.Observations) {
+    const TIrpValues* used = &values;
+    TIrpValues inForce;
+    if (observation.Snapshot >= 0) {
+      const TIrpSnapshot& snapshot =
+          scratch.Snapshots[static_cast<std::size_t>(observation.Snapshot)];
+      inForce = values;
+      for (int v = 0; v < MaxIrpVariables; ++v)
+        if (snapshot.Assigned >> v & 1)
+          inForce[static_cast<std::size_t>(v)] = snapshot.Values[static_cast<std::size_t>(v)];
+      used = &inForce;
+    }
+    if (static_cast<std::uint64_t>(EvaluateIrp(protocol, observation.Expr, *used)) !=
         observation.Bits)
       return false;
+  }
   for (std::size_t v = 0; v < protocol.Variables.size(); ++v) {
     const TIrpVariable& variable = protocol.Variables[v];
     if (variable.Kind == TIrpVariableKind::Parameter &&
@@ -278,6 +291,7 @@ bool RecogniseIrp(const TIrpProtocol& protocol, std::span<const double> duration
                   TIrpScratch& scratch, TIrpRecognition& result) {
   result = TIrpRecognition();
   scratch.Observations.clear();
+  scratch.Snapshots.clear();
   TRecogniseSink sink(protocol, durations, scratch);
   if (!WalkIrpIntro(protocol, sink)) return false;
   result.Repeats = CountRepeats(protocol, sink);
@@ -293,7 +307,7 @@ bool RecogniseIrp(const TIrpProtocol& protocol, std::span<const double> duration
   if (!sink.AtEnd() || sink.Pos() == 0) return false;
   result.MissingRepeat = result.Repeats == 0 && HasDistinctRepeat(protocol);
   return SolveParameters(protocol, scratch.Observations, result) &&
-         CheckParameters(protocol, scratch.Observations, result.Values);
+         CheckParameters(protocol, scratch, result.Values);
 }
 
 }  // namespace norva

@@ -22,6 +22,14 @@ TIrpRendering RenderIrp(const TIrpProtocol& protocol, TIrpValues values);
 struct TIrpObservation {
   int Expr = -1;
   std::uint64_t Bits = 0;
+  int Snapshot = -1;  // the assignments in force when it was seen, -1 for none
+};
+
+// The variables assigned inside the streams (a variation's `[P=1]`) and their values, from the
+// point of an assignment on.
+struct TIrpSnapshot {
+  std::uint32_t Assigned = 0;
+  TIrpValues Values{};
 };
 
 // What a capture held for a protocol that explains it.
@@ -37,6 +45,7 @@ struct TIrpRecognition {
 struct TIrpScratch {
   std::vector<double> Elapsed;  // the capture's running sums
   std::vector<TIrpObservation> Observations;
+  std::vector<TIrpSnapshot> Snapshots;
 };
 
 // Whether the protocol explains the capture (durations in microseconds, alternating flash and

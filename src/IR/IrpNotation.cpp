@@ -2,9 +2,11 @@
 
 #include <NorvaGlobal/Exceptions.h>
 
+#include <array>
 #include <bit>
 #include <cctype>
 #include <cstdlib>
+#include <cstring>
 
 namespace norva {
 
@@ -15,6 +17,22 @@ int TIrpProtocol::FindVariable(QStringView name) const {
 }
 
 namespace {
+
+struct TBinaryOperator {
+  const char* Token = nullptr;
+  TIrpOp Op = TIrpOp::Or;
+};
+using TBinaryLevel = std::array<TBinaryOperator, 3>;
+
+// Binary operators from the loosest to the tightest binding, as in C.
+constexpr std::array<TBinaryLevel, 6> BinaryLevels = {{
+    {{{"|", TIrpOp::Or}}},
+    {{{"^", TIrpOp::Xor}}},
+    {{{"&", TIrpOp::And}}},
+    {{{"<<", TIrpOp::ShiftLeft}, {">>", TIrpOp::ShiftRight}}},
+    {{{"+", TIrpOp::Add}, {"-", TIrpOp::Subtract}}},
+    {{{"*", TIrpOp::Multiply}, {"/", TIrpOp::Divide}, {"%", TIrpOp::Modulo}}},
+}};
 
 // Recursive descent over the definition text; every rule consumes what it reads and raises on the
 // first character that does not fit.
@@ -167,6 +185,19 @@ class TIrpParser {
     return static_cast<int>(mProtocol.Streams.size()) - 1;
   }
 
+  // One alternative of a variation, "[P=0]": items like a stream's, maybe none.
+  int ReadAlternative() {
+    Expect('[');
+    TIrpStream stream;
+    if (Peek() != ']') {
+      do stream.Items.push_back(ReadItem());
+      while (Accept(','));
+    }
+    Expect(']');
+    mProtocol.Streams.push_back(std::move(stream));
+    return static_cast<int>(mProtocol.Streams.size()) - 1;
+  }
+
   void ReadRepeatMarker(TIrpStream& stream) {
     const char c = Peek();
     if (c == '*') {
@@ -196,6 +227,10 @@ class TIrpParser {
     } else if ((c == '(' && !IsParenthesisedBitField()) || c == '<') {
       item.Kind = TIrpItemKind::Stream;
       item.Stream = ReadStream(c == '<' ? ReadBitSpec() : -1);
+    } else if (c == '[') {
+      item.Kind = TIrpItemKind::Variation;
+      for (std::size_t part = 0; part < item.Alternatives.size() && Peek() == '['; ++part)
+        item.Alternatives[part] = ReadAlternative();
     } else if (IsNameStart(c) && IsAssignment()) {
       item.Kind = TIrpItemKind::Assignment;
       item.Variable = VariableOf(ReadName());
@@ -257,64 +292,22 @@ class TIrpParser {
     return Add(expr);
   }
 
-  // Binary operators from the loosest to the tightest binding, as in C.
-  int ReadExpr() { return ReadOr(); }
-  int ReadOr() {
-    int left = ReadXor();
-    while (Peek() == '|') {
-      ++mPos;
-      left = Binary(TIrpOp::Or, left, ReadXor());
+  int ReadExpr() { return ReadBinary(0); }
+  // The operands and operators of one level of binding, then the tighter levels.
+  int ReadBinary(std::size_t level) {
+    if (level == BinaryLevels.size()) return ReadUnary();
+    int left = ReadBinary(level + 1);
+    while (const TBinaryOperator* found = OperatorAhead(BinaryLevels[level])) {
+      mPos += std::strlen(found->Token);
+      left = Binary(found->Op, left, ReadBinary(level + 1));
     }
     return left;
   }
-  int ReadXor() {
-    int left = ReadAnd();
-    while (Peek() == '^') {
-      ++mPos;
-      left = Binary(TIrpOp::Xor, left, ReadAnd());
-    }
-    return left;
-  }
-  int ReadAnd() {
-    int left = ReadShift();
-    while (Peek() == '&') {
-      ++mPos;
-      left = Binary(TIrpOp::And, left, ReadShift());
-    }
-    return left;
-  }
-  int ReadShift() {
-    int left = ReadSum();
-    for (;;) {
-      const char c = Peek();
-      if ((c != '<' && c != '>') || PeekAt(1) != c) return left;
-      mPos += 2;
-      left = Binary(c == '<' ? TIrpOp::ShiftLeft : TIrpOp::ShiftRight, left, ReadSum());
-    }
-  }
-  int ReadSum() {
-    int left = ReadProduct();
-    for (;;) {
-      const char c = Peek();
-      if (c != '+' && c != '-') return left;
-      ++mPos;
-      left = Binary(c == '+' ? TIrpOp::Add : TIrpOp::Subtract, left, ReadProduct());
-    }
-  }
-  int ReadProduct() {
-    int left = ReadUnary();
-    for (;;) {
-      const char c = Peek();
-      TIrpOp op = TIrpOp::Multiply;
-      if (c == '/')
-        op = TIrpOp::Divide;
-      else if (c == '%')
-        op = TIrpOp::Modulo;
-      else if (c != '*')
-        return left;
-      ++mPos;
-      left = Binary(op, left, ReadUnary());
-    }
+  const TBinaryOperator* OperatorAhead(const TBinaryLevel& operators) {
+    SkipSpace();
+    for (const TBinaryOperator& op : operators)
+      if (op.Token != nullptr && mText.substr(mPos).starts_with(op.Token)) return &op;
+    return nullptr;
   }
   int ReadUnary() {
     const char c = Peek();

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -54,7 +55,18 @@ struct TIrpVariable {
   int Default = -1;  // a parameter's default expression, -1 when it has none
 };
 
-enum class TIrpItemKind : std::uint8_t { Flash, Gap, Extent, BitField, Stream, Assignment };
+enum class TIrpItemKind : std::uint8_t {
+  Flash,
+  Gap,
+  Extent,
+  BitField,
+  Stream,
+  Assignment,
+  Variation
+};
+
+// The parts of a press a variation `[..][..][..]` chooses between.
+enum class TIrpPart : std::uint8_t { Intro, Repeat, Ending };
 
 struct TIrpItem {
   TIrpItemKind Kind = TIrpItemKind::Flash;
@@ -62,6 +74,8 @@ struct TIrpItem {
   int Expr = -1;            // a bit field's expression; an assignment's value
   int Stream = -1;          // a nested stream
   int Variable = -1;        // an assignment's target
+  // A variation's alternatives for the intro, the repeat and the ending: streams, -1 for none.
+  std::array<int, 3> Alternatives{-1, -1, -1};
 };
 
 // The durations of each symbol, in microseconds, negative for gaps; a spec of 2^n codes sends

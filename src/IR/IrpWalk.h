@@ -12,7 +12,7 @@ namespace norva {
 
 // At most this many names in one definition; values live in a fixed array, so recognising a
 // candidate allocates nothing.
-inline constexpr int MaxIrpVariables = 24;
+inline constexpr int MaxIrpVariables = 32;
 using TIrpValues = std::array<std::int64_t, MaxIrpVariables>;
 
 std::int64_t EvaluateIrp(const TIrpProtocol& protocol, int expr, const TIrpValues& values);
@@ -28,11 +28,12 @@ inline int IrpBitSpecOf(const TIrpProtocol& protocol, int stream, int inherited)
   return own >= 0 ? own : inherited;
 }
 
-// Walks the items of one pass of `stream`. A nested stream is walked MinRepeats times, except
-// `stopAt`, after whose passes the walk ends (the rest of the outer stream is what follows the
-// held key). Returns false as soon as the sink refuses.
+// Walks the items of one pass of `stream` in `part` of a press. A nested stream is walked
+// MinRepeats times, except `stopAt`, after whose passes the walk ends (the rest of the outer
+// stream is what follows the held key). A variation walks its alternative for `part`. Returns
+// false as soon as the sink refuses.
 template <class Sink>
-bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitSpec, Sink& sink,
+bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitSpec, Sink& sink, TIrpPart part,
                    int stopAt = -1) {
   const auto mark = sink.Mark();
   for (const TIrpItem& item : protocol.Streams[static_cast<std::size_t>(stream)].Items) {
@@ -43,11 +44,16 @@ bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitSpec, Sink& 
       case TIrpItemKind::Extent: ok = sink.Extent(item.Microseconds, mark); break;
       case TIrpItemKind::BitField: ok = sink.BitField(item.Expr, bitSpec); break;
       case TIrpItemKind::Assignment: sink.Assign(item.Variable, item.Expr); break;
+      case TIrpItemKind::Variation: {
+        const int alternative = item.Alternatives[static_cast<std::size_t>(part)];
+        if (alternative >= 0) ok = WalkIrpStream(protocol, alternative, bitSpec, sink, part);
+        break;
+      }
       case TIrpItemKind::Stream: {
         const int inner = IrpBitSpecOf(protocol, item.Stream, bitSpec);
         const int passes = protocol.Streams[static_cast<std::size_t>(item.Stream)].MinRepeats;
         for (int pass = 0; pass < passes && ok; ++pass)
-          ok = WalkIrpStream(protocol, item.Stream, inner, sink, stopAt);
+          ok = WalkIrpStream(protocol, item.Stream, inner, sink, part, stopAt);
         if (item.Stream == stopAt) return ok;
         break;
       }
@@ -63,10 +69,12 @@ bool WalkIrpIntro(const TIrpProtocol& protocol, Sink& sink) {
   const int top = protocol.Top;
   const int bitSpec = protocol.Streams[static_cast<std::size_t>(top)].BitSpec;
   if (protocol.Repeated >= 0 && protocol.Repeated != top)
-    return WalkIrpStream(protocol, top, bitSpec, sink, protocol.Repeated) && sink.EndFrame();
+    return WalkIrpStream(protocol, top, bitSpec, sink, TIrpPart::Intro, protocol.Repeated) &&
+           sink.EndFrame();
   const int passes = protocol.Streams[static_cast<std::size_t>(top)].MinRepeats;
   for (int pass = 0; pass < passes; ++pass)
-    if (!WalkIrpStream(protocol, top, bitSpec, sink) || !sink.EndFrame()) return false;
+    if (!WalkIrpStream(protocol, top, bitSpec, sink, TIrpPart::Intro) || !sink.EndFrame())
+      return false;
   return true;
 }
 
@@ -77,7 +85,8 @@ bool WalkIrpRepeat(const TIrpProtocol& protocol, Sink& sink) {
   const int bitSpec =
       IrpBitSpecOf(protocol, protocol.Repeated,
                    protocol.Streams[static_cast<std::size_t>(protocol.Top)].BitSpec);
-  return WalkIrpStream(protocol, protocol.Repeated, bitSpec, sink) && sink.EndFrame();
+  return WalkIrpStream(protocol, protocol.Repeated, bitSpec, sink, TIrpPart::Repeat) &&
+         sink.EndFrame();
 }
 
 }  // namespace norva

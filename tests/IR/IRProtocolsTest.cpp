@@ -190,6 +190,8 @@ TEST(IRProtocols, WrongTimingsAreNotClaimedAndGetAStableDescription) {
     ASSERT_EQ(decodes.size(), 1);
     EXPECT_FALSE(decodes.front().IsKnown()) << DecodeText(decodes.front()).toStdString();
   }
+  // A carrier no NEC remote uses.
+  EXPECT_FALSE(DecodeIRSignal(56000, frame).front().IsKnown());
   // The second bit of F flipped: the complement no longer holds, F:16 has none to check.
   QList<double> badComplement = frame;
   badComplement[2 * 18 + 1] = 1692;
