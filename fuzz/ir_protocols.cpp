@@ -1,7 +1,9 @@
 // Arbitrary bytes as a learnt signal: the carrier (two bytes, in 100 Hz), then durations in
-// microseconds (two bytes each, little-endian, starting with a flash). Decoding never fails, and
-// every protocol it names encodes its parameters into a stream that decodes to them again.
+// microseconds (two bytes each, little-endian, starting with a flash). Decoding it, and the stream
+// made of it, never fails, and every protocol named encodes its parameters into a stream that
+// decodes to them again.
 #include <IR/IRProtocols.h>
+#include <IR/IRRawSignal.h>
 #include <NorvaGlobal/Exceptions.h>
 
 #include <cstdint>
@@ -22,8 +24,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const double frequency = 100.0 * (data[0] | data[1] << 8);
   QList<double> microseconds;
   for (std::size_t i = 2; i + 1 < size; i += 2) microseconds << (data[i] | data[i + 1] << 8);
-  const QList<norva::TIRDecode> decodes = norva::DecodeIRSignal(frequency, microseconds);
+  QList<norva::TIRDecode> decodes = norva::DecodeIRSignal(frequency, microseconds);
   if (!microseconds.isEmpty() && decodes.isEmpty()) std::abort();
+  try {
+    decodes += norva::DecodeIRStream(norva::RawSignalStream(frequency, microseconds));
+  } catch (const norva::ENorvaError&) {
+    // Durations or a carrier a stream cannot hold.
+  }
   for (const norva::TIRDecode& decode : decodes) {
     if (!decode.IsKnown()) {
       if (decode.Generic.isEmpty()) std::abort();

@@ -198,10 +198,19 @@ TEST(IRProtocols, WrongTimingsAreNotClaimedAndGetAStableDescription) {
   EXPECT_EQ(FirstDecode(DecodeIRSignal(f, badComplement)),
             QStringLiteral("NEC1-f16 D=4 F=63242 (no repeat frame)"));
 
-  const QString description = DecodeIRSignal(f, shortLeadIn).front().Generic;
-  EXPECT_EQ(description, QStringLiteral("pulse-distance 32 bits 0x20DF10EF"));
-  EXPECT_EQ(DecodeIRSignal(f * 1.03, Jittered(shortLeadIn, 0.1)).front().Generic, description);
-  EXPECT_EQ(DecodeIRSignal(f, Jittered(shortLeadIn, -0.08)).front().Generic, description);
+  // RC5 bits at 500 us, too fast for RC5: 1 1 0 00011 000101.
+  QList<double> fastBiPhase = Held(EncodeIRStream(u"RC5", P(3, None, 5, 0)), 1);
+  for (double& duration : fastBiPhase) duration *= 500.0 / 889;
+  const std::pair<QList<double>, const char*> unknown[] = {
+      {shortLeadIn, "pulse-distance 32 bits 0x20DF10EF"},
+      {fastBiPhase, "bi-phase 14 bits 0x30C5"},
+  };
+  for (const auto& [code, description] : unknown) {
+    EXPECT_EQ(DecodeIRSignal(f, code).front().Generic, QLatin1String(description));
+    EXPECT_EQ(DecodeIRSignal(f * 1.03, Jittered(code, 0.1)).front().Generic,
+              QLatin1String(description));
+    EXPECT_EQ(DecodeIRSignal(f, Jittered(code, -0.08)).front().Generic, QLatin1String(description));
+  }
   EXPECT_TRUE(DecodeIRStream(TIRStreamData()).isEmpty());
 }
 
