@@ -15,9 +15,10 @@ namespace {
 // A learnt carrier may be off by this share of the protocol's.
 constexpr double CarrierTolerance = 0.15;
 
-bool CarrierFits(double frequencyHz, const TIrpProtocol& protocol) {
-  if (frequencyHz <= 0 || protocol.FrequencyHz <= 0) return true;
-  return std::abs(frequencyHz / protocol.FrequencyHz - 1) <= CarrierTolerance;
+// How far a learnt carrier is from the protocol's, as a share of it; 0 when either has none.
+double CarrierOffset(double frequencyHz, const TIrpProtocol& protocol) {
+  if (frequencyHz <= 0 || protocol.FrequencyHz <= 0) return 0;
+  return std::abs(frequencyHz / protocol.FrequencyHz - 1);
 }
 
 bool IsConstant(const TIrpProtocol& protocol, int index) {
@@ -55,15 +56,18 @@ QString UnexplainedText(const TIrpRecognition& recognition) {
 struct TCandidate {
   std::size_t Entry = 0;
   TIrpRecognition Recognition;
+  double CarrierOffset = 0;
 };
 
 // Fewer frames beyond the code first, then more bits that confirm others (NEC1's complement over
-// NEC1-f16's plain field), then the table's order.
+// NEC1-f16's plain field), then the nearer carrier (Pioneer is NEC2 at 40 kHz), then the table's
+// order.
 bool Likelier(const TCandidate& a, const TCandidate& b) {
   if (a.Recognition.FramesBeyond != b.Recognition.FramesBeyond)
     return a.Recognition.FramesBeyond < b.Recognition.FramesBeyond;
   if (a.Recognition.CheckedBits != b.Recognition.CheckedBits)
     return a.Recognition.CheckedBits > b.Recognition.CheckedBits;
+  if (a.CarrierOffset != b.CarrierOffset) return a.CarrierOffset < b.CarrierOffset;
   return a.Entry < b.Entry;
 }
 
@@ -79,7 +83,8 @@ QList<TIRDecode> DecodeDurations(double frequencyHz, std::span<const double> dur
   std::vector<TCandidate> candidates;
   TCandidate candidate;
   for (std::size_t i = 0; i < catalogue.size(); ++i) {
-    if (!CarrierFits(frequencyHz, catalogue[i].Protocol)) continue;
+    candidate.CarrierOffset = CarrierOffset(frequencyHz, catalogue[i].Protocol);
+    if (candidate.CarrierOffset > CarrierTolerance) continue;
     if (!RecogniseIrp(catalogue[i].Protocol, durations, scratch, candidate.Recognition)) continue;
     candidate.Entry = i;
     candidates.push_back(candidate);

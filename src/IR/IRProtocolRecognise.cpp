@@ -10,6 +10,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace norva {
 
@@ -148,12 +149,29 @@ class TRecogniseSink {
     return Misfit(mState.Open, actual);
   }
 
-  // The code whose durations fit the capture here, the closest preferred (its closed durations,
-  // and the open one it leaves); -1 when none fits.
+  // How well a code takes the duration open before it: the length it closes it at, or leaves it
+  // open at, against the capture's.
+  double FirstMisfit(const TState& start, const std::vector<double>& code) const {
+    if (start.Pos >= Count()) return 0;
+    const bool flash = start.Pos % 2 == 0;
+    double length = start.Open;
+    for (const double duration : code) {
+      if ((duration > 0) == flash)
+        length += std::abs(duration);
+      else if (length > 0)
+        break;
+    }
+    return Misfit(length, mCapture[static_cast<std::size_t>(start.Pos)]);
+  }
+
+  // The code whose durations fit the capture here: the one that takes the duration open before it
+  // closest to the capture's (a run of single-unit flashes ends at the length nearest the
+  // capture's, not where the next duration happens to fit best), then the closest in all (its
+  // closed durations, and the open one it leaves); -1 when none fits.
   int ReadSymbol(const TIrpBitSpec& spec) {
     const TState start = mState;
     TState best;
-    double bestResidual = NoFit;
+    std::pair<double, double> bestResidual{NoFit, NoFit};
     int bestCode = -1;
     for (std::size_t code = 0; code < spec.Codes.size(); ++code) {
       mState = start;
@@ -165,8 +183,9 @@ class TRecogniseSink {
         }
       }
       const double residual = ok ? mState.Misfit - start.Misfit + Residual() : NoFit;
-      if (residual < bestResidual) {
-        bestResidual = residual;
+      const std::pair ranked{FirstMisfit(start, spec.Codes[code]), residual};
+      if (residual < NoFit && ranked < bestResidual) {
+        bestResidual = ranked;
         best = mState;
         bestCode = static_cast<int>(code);
       }

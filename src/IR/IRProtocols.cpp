@@ -72,12 +72,14 @@ TIRStreamData EncodeIRStream(QStringView protocolName, const TIRProtocolParamete
   if (entry == nullptr)
     throw ENorvaError(QStringLiteral("Unknown infra-red protocol: %1").arg(protocolName));
   const TIrpRendering rendering = RenderIrp(entry->Protocol, ValuesOf(*entry, parameters));
-  // A code sent once and then again the same way is one word repeated.
-  const bool sameWords = rendering.Once == rendering.Repeat;
+  const double frequency = entry->Protocol.FrequencyHz;
   try {
-    return WordsStream(entry->Protocol.FrequencyHz,
-                       sameWords ? QList<double>() : ListOf(rendering.Once),
-                       ListOf(rendering.Repeat));
+    // A code sent once and then again the same way is one word repeated; one whose repeated
+    // frame holds a long gap (Denon's two halves) is two words repeated in turn, as a hex code
+    // with that gap reads.
+    if (rendering.Once.empty() || rendering.Once == rendering.Repeat)
+      return RawSignalStream(frequency, ListOf(rendering.Repeat));
+    return WordsStream(frequency, ListOf(rendering.Once), ListOf(rendering.Repeat));
   } catch (const ENorvaError& error) {
     TIRDecode decode;
     decode.Protocol = entry->Name;
