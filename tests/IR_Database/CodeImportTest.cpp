@@ -130,8 +130,10 @@ TEST(CodeFileFormats, FlipperProtocolsBecomeTheEnginesOwn) {
       {"SIRC20", "3A 07 00 00", "32 00 00 00", "Sony20 D=26 S=57 F=50"},
       {"Kaseikyo", "80 02 20 00", "D0 03 00 00", "Panasonic D=128 S=0 F=61"},
       {"Kaseikyo", "89 02 20 02", "70 00 00 00", "Panasonic D=128 S=9 F=135"},
-      {"Kaseikyo", "80 54 32 00", "D0 03 00 00",
-       "Kaseikyo maker code 0x3254 has no protocol here (Panasonic's 0x2002 has)"},
+      {"Kaseikyo", "52 54 32 00", "D0 03 00 00", "Denon-K D=5 S=2 F=976"},
+      {"Kaseikyo", "80 34 12 00", "D0 03 00 00",
+       "Kaseikyo maker code 0x1234 has no protocol here (Panasonic's 0x2002 and Denon's 0x3254 "
+       "have)"},
       {"Kaseikyo", "80 02 20 04", "D0 03 00 00",
        "Kaseikyo address or command has bits beyond its fields"},
       {"Pioneer", "A5 00 00 00", "1C 00 00 00", "Pioneer D=165 F=28"},
@@ -199,7 +201,9 @@ TEST_F(CodeImport, RefusesWhatHasNowhereToGoOrNoFormat) {
   EXPECT_EQ(Refusals(nowhere.Refusals),
             QStringList{"line 1: neither the file nor the import names a make and model"});
   const TCodeImportResult unknown = Import("Power, 0000 006D\n");
-  EXPECT_EQ(Refusals(unknown.Refusals),
-            QStringList{"file: not in a format the import reads (flipper, girr, lircd, csv, sendir, pronto)"});
+  EXPECT_EQ(
+      Refusals(unknown.Refusals),
+      QStringList{
+          "file: not in a format the import reads (flipper, girr, lircd, csv, sendir, pronto)"});
   EXPECT_EQ(database.GetMakeCount(), 0);
 }

@@ -8,8 +8,9 @@ namespace {
 
 using TParameters = TIRProtocolParameters;
 
-// The maker code that Kaseikyo frames of the Panasonic protocol carry.
+// The maker codes that Kaseikyo frames of the Panasonic and Denon-K protocols carry.
 constexpr std::uint32_t PanasonicMaker = 0x2002;
+constexpr std::uint32_t DenonMaker = 0x3254;
 
 TProtocolCode Nec(std::uint32_t address, std::uint32_t command) {
   return {QStringLiteral("NEC1"), TParameters{address, {}, command, {}}};
@@ -56,19 +57,24 @@ TProtocolCode Sony20(std::uint32_t address, std::uint32_t command) {
 
 // The address holds the genres in its low byte (first above second), the maker code in the next
 // two and an ID in bits 24 and 25; the command has 10 bits. The Panasonic protocol's device is the
-// first genre with the maker's parity (0 for Panasonic), its sub-device the second genre with the
-// command's low 4 bits, its function the other 6 bits with the ID.
+// first genre with the maker's parity (0 for both makers here), its sub-device the second genre
+// with the command's low 4 bits, its function the other 6 bits with the ID. Denon-K sends the same
+// bytes after its own maker code, read as nibbles: the device is the first genre, the sub-device
+// the second, the function the 12 bits after them.
 TProtocolCode Kaseikyo(std::uint32_t address, std::uint32_t command) {
   const std::uint32_t maker = (address >> 8) & 0xFFFF;
-  if (maker != PanasonicMaker)
-    throw ENorvaError(
-        QStringLiteral("Kaseikyo maker code 0x%1 has no protocol here (Panasonic's 0x2002 has)")
-            .arg(maker, 4, 16, QLatin1Char('0')));
+  if (maker != PanasonicMaker && maker != DenonMaker)
+    throw ENorvaError(QStringLiteral("Kaseikyo maker code 0x%1 has no protocol here (Panasonic's "
+                                     "0x2002 and Denon's 0x3254 have)")
+                          .arg(maker, 4, 16, QLatin1Char('0')));
   if (address >> 26 != 0 || command >> 10 != 0)
     throw ENorvaError(QStringLiteral("Kaseikyo address or command has bits beyond its fields"));
   const std::uint32_t device = address & 0xF0;
   const std::uint32_t subDevice = (address & 0x0F) | (command & 0x0F) << 4;
   const std::uint32_t function = command >> 4 | (address >> 24) << 6;
+  if (maker == DenonMaker)
+    return {QStringLiteral("Denon-K"),
+            TParameters{device >> 4, subDevice & 0x0F, subDevice >> 4 | function << 4, {}}};
   return {QStringLiteral("Panasonic"), TParameters{device, subDevice, function, {}}};
 }
 
