@@ -1,5 +1,7 @@
 #include "StudioWindow.h"
 
+#include "TextFieldKeys.h"
+
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <NorvaGlobal/UIServices.h>
@@ -10,7 +12,6 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
@@ -26,8 +27,6 @@ QSettings Settings() {
   return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Norva"),
                    QStringLiteral("Studio"));
 }
-
-const QString KeypadFilter = QStringLiteral("Keypad configurations (*.keycfg)");
 
 // What a command becomes on the bus: only native codes have a packet.
 std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* command) {
@@ -54,25 +53,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   mBusPanel->setWidget(mBusView);
   addDockWidget(Qt::BottomDockWidgetArea, mBusPanel);
   statusBar()->addPermanentWidget(mLinkState);
-  mChooseFile = [this](TFileRole role) {
-    switch (role) {
-      case TFileRole::OpenKeypad:
-        return QFileDialog::getOpenFileName(this, tr("Open configuration"), {}, KeypadFilter);
-      case TFileRole::SaveKeypad:
-        return QFileDialog::getSaveFileName(this, tr("Save configuration"), {}, KeypadFilter);
-      case TFileRole::OpenLibrary:
-        return QFileDialog::getSaveFileName(this, tr("Open or create an IR library"), {},
-                                            tr("IR libraries (*.xml)"), nullptr,
-                                            QFileDialog::DontConfirmOverwrite);
-      case TFileRole::SaveLibrary:
-        return QFileDialog::getSaveFileName(this, tr("Save the IR library as"), {},
-                                            tr("IR libraries (*.xml)"));
-      case TFileRole::ImportCodes:
-        return QFileDialog::getOpenFileName(this, tr("Import named codes"), {},
-                                            tr("Named codes (*.tsv *.txt)"));
-    }
-    return QString();
-  };
+  mChooseFile = [this](TFileRole role) { return AskForFile(this, role); };
   mAskText = [this](const QString& question, const QString& proposal) {
     return QInputDialog::getText(this, windowTitle(), question, QLineEdit::Normal, proposal);
   };
@@ -83,6 +64,8 @@ TStudioWindow::TStudioWindow(QWidget* parent)
     return command ? command->GetName() : tr("not in the library: %1").arg(guid);
   });
   connect(mView, &TKeypadView::Edited, this, &TStudioWindow::ShowState);
+  connect(mView, &TKeypadView::SelectionChanged, this, &TStudioWindow::ShowState);
+  new TTextFieldKeys(this);
   connect(mLibrary, &TLibraryTree::Edited, this, &TStudioWindow::SaveLibrary);
   connect(mLibrary, &TLibraryTree::Refreshed, this, [this] {
     mView->Refresh();  // bound commands are named from the library
@@ -151,8 +134,8 @@ void TStudioWindow::BuildMenus() {
   // copying either hides the other.
   mPaste = edit->addAction(tr("&Paste (hex code into the library, button onto the keypad)"),
                            QKeySequence::Paste, this, &TStudioWindow::Paste);
-  edit->addAction(tr("&Clear button"), QKeySequence::Delete, this,
-                  [this] { mView->ClearButton(mView->Selected()); });
+  mClear = edit->addAction(tr("&Clear button"), QKeySequence::Delete, this,
+                           [this] { mView->ClearButton(mView->Selected()); });
   edit->addSeparator();
   mSend = edit->addAction(tr("S&end button's command"), QKeySequence(Qt::Key_F5), this,
                           [this] { SendSelectedCommand(); });
@@ -163,7 +146,7 @@ void TStudioWindow::BuildMenus() {
       OpenLibrary(path, false);
   });
   library->addAction(tr("Open as &public (with the built-in makes)..."), this, [this] {
-    if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
+    if (const QString path = mChooseFile(TFileRole::OpenPublicLibrary); !path.isEmpty())
       OpenLibrary(path, true);
   });
   library->addAction(tr("&Save as..."), this, &TStudioWindow::SaveLibraryAs);
@@ -231,6 +214,8 @@ void TStudioWindow::ShowState() {
   mPaste->setEnabled(
       TKeypadView::ButtonInClipboard() ||
       (norva::HexCodeInClipboard() && mLibrary->Database() && !mLibrary->Database()->IsReadOnly()));
+  const bool buttonUsed = !mKeypad->Button(mView->Selected()).IsBlank();
+  for (QAction* action : {mCut, mCopy, mClear}) action->setEnabled(buttonUsed);
   const norva::TCommandObject* command = SelectedCommand();
   mSend->setEnabled(command && mLink->Bus() && mLink->Bus()->LinkUp());
   mLinkState->setText(mLink->State());
@@ -246,7 +231,7 @@ void TStudioWindow::Tell(const QString& text, const QString& caption) {
 }
 
 void TStudioWindow::ChooseFileName(norva::TKeypadDevice& device) {
-  const QString path = mChooseFile(TFileRole::SaveKeypad);
+  const QString path = WithKeypadExtension(mChooseFile(TFileRole::SaveKeypad));
   if (!path.isEmpty()) device.SetName(path);
 }
 
@@ -343,7 +328,7 @@ bool TStudioWindow::FileSave() {
 }
 
 bool TStudioWindow::FileSaveAs() {
-  const QString path = mChooseFile(TFileRole::SaveKeypad);
+  const QString path = WithKeypadExtension(mChooseFile(TFileRole::SaveKeypad));
   if (path.isEmpty()) return false;
   {
     const norva::TUndoSuspended undoOff;  // where the file goes is no edit

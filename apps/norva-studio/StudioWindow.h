@@ -5,6 +5,7 @@
 // keypad client: it chooses file names.
 
 #include "BusView.h"
+#include "FileDialogs.h"
 #include "KeypadView.h"
 #include "LibraryPanel.h"
 #include "StudioLink.h"
@@ -35,7 +36,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
 
   // What the installer is asked for: a file (by a file dialog) or a line of text (by an input
   // box). Tests answer instead. "" means cancelled.
-  enum class TFileRole { OpenKeypad, SaveKeypad, OpenLibrary, SaveLibrary, ImportCodes };
+  using TFileRole = studio::TFileRole;
   using TFileChooser = std::function<QString(TFileRole role)>;
   using TTextAsker = std::function<QString(const QString& question, const QString& proposal)>;
   void SetFileChooser(TFileChooser chooser) { mChooseFile = std::move(chooser); }
@@ -86,6 +87,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* CopyAction() const { return mCopy; }
   QAction* PasteAction() const { return mPaste; }
   QAction* SendAction() const { return mSend; }
+  QAction* ClearAction() const { return mClear; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -120,6 +122,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* mCopy = nullptr;
   QAction* mPaste = nullptr;
   QAction* mSend = nullptr;
+  QAction* mClear = nullptr;
   QTimer mAutoSave;
   TFileChooser mChooseFile;
   TTextAsker mAskText;
