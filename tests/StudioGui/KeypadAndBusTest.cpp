@@ -5,7 +5,6 @@
 #include "StudioFixture.h"
 
 #include <FileDialogs.h>
-#include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <Simulation/Simulation.h>
 #include <support/QtPrinters.h>
 

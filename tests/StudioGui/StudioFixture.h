@@ -6,6 +6,7 @@
 
 #include <ButtonTile.h>
 #include <IR/IR.h>
+#include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <Testing/RecordingUIServices.h>
 #include <Utils/Folders.h>
@@ -46,6 +47,7 @@ class Studio : public ::testing::Test {
     norva::SetAutoSaveDir(mPreviousAutoSave);
     norva::Undo().Empty();
     norva::Redo().Empty();
+    norva::ReleaseClipboardObject();  // no button copied by one test waits for the next
   }
 
   std::unique_ptr<TStudioWindow> OpenWindow() {
