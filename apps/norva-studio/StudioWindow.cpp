@@ -1,5 +1,7 @@
 #include "StudioWindow.h"
 
+#include "Recovery.h"
+#include "StartPage.h"
 #include "TextFieldKeys.h"
 
 #include <IR/NorvaCodes.h>
@@ -8,25 +10,28 @@
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <OrbGraphics/OrbGraphics.h>
+#include <Utils/Folders.h>
 
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QSettings>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 namespace studio {
 
 namespace {
 
-QSettings Settings() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Norva"),
-                   QStringLiteral("Studio"));
-}
+// When the studio last closed cleanly or offered the auto-saved copies: later copies are news.
+const QString AutoSavesSeenKey = QStringLiteral("autoSavesSeenAt");
+
+QString AbsolutePath(const QString& path) { return QFileInfo(path).absoluteFilePath(); }
 
 // What a command becomes on the bus: only native codes have a packet.
 std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* command) {
@@ -39,7 +44,8 @@ std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* co
 TStudioWindow::TStudioWindow(QWidget* parent)
     : QMainWindow(parent),
       mKeypad(std::make_unique<norva::TWallKeypad>()),
-      mView(new TKeypadView(this)),
+      mView(new TKeypadView),
+      mPages(new QStackedWidget),
       mLibrary(new TLibraryTree),
       mBusView(new TBusView),
       mLink(std::make_unique<TStudioLink>(*mBusView)),
@@ -47,7 +53,8 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mBusPanel(new norva::TCaptionedDockPanel(tr("Bus"), QStringLiteral("busPanel"))),
       mLinkState(new QLabel) {
   setObjectName(QStringLiteral("studio"));
-  setCentralWidget(mView);
+  mPages->addWidget(mView);
+  setCentralWidget(mPages);
   mLibraryPanel->setWidget(mLibrary);
   addDockWidget(Qt::LeftDockWidgetArea, mLibraryPanel);
   mBusPanel->setWidget(mBusView);
@@ -58,6 +65,12 @@ TStudioWindow::TStudioWindow(QWidget* parent)
     return QInputDialog::getText(this, windowTitle(), question, QLineEdit::Normal, proposal);
   };
   BuildMenus();
+  mStart = new TStartPage(
+      {mOpenLibrary, mOpenPublicLibrary, mOpenKeypad, mConnectSimulator, mConnectEthernet});
+  mPages->addWidget(mStart);
+  connect(mStart, &TStartPage::LibraryChosen, this, &TStudioWindow::OpenLibrary);
+  connect(mStart, &TStartPage::KeypadChosen, this, &TStudioWindow::OpenKeypad);
+  ShowRecent();
   mView->SetCommandNamer([this](const QString& guid) {
     if (guid.isEmpty()) return QString();
     const norva::TCommandObject* command = mLibrary->FindCommand(guid);
@@ -91,7 +104,7 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   resize(1200, 800);
   resizeDocks({mLibraryPanel}, {460}, Qt::Horizontal);
   resizeDocks({mBusPanel}, {240}, Qt::Vertical);
-  QSettings settings = Settings();
+  QSettings settings = StudioSettings();
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());
   ShowState();
@@ -111,7 +124,8 @@ TStudioWindow::~TStudioWindow() {
 void TStudioWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu(tr("&File"));
   file->addAction(tr("&New"), QKeySequence::New, this, &TStudioWindow::FileNew);
-  file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] { FileOpen(); });
+  mOpenKeypad =
+      file->addAction(tr("&Open keypad..."), QKeySequence::Open, this, [this] { FileOpen(); });
   file->addAction(tr("&Save"), QKeySequence::Save, this, [this] { FileSave(); });
   file->addAction(tr("Save &As..."), QKeySequence::SaveAs, this, [this] { FileSaveAs(); });
   file->addSeparator();
@@ -141,14 +155,15 @@ void TStudioWindow::BuildMenus() {
                           [this] { SendSelectedCommand(); });
 
   QMenu* library = menuBar()->addMenu(tr("&Library"));
-  library->addAction(tr("&Open or create..."), this, [this] {
+  mOpenLibrary = library->addAction(tr("&Open or create library..."), this, [this] {
     if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
       OpenLibrary(path, false);
   });
-  library->addAction(tr("Open as &public (with the built-in makes)..."), this, [this] {
-    if (const QString path = mChooseFile(TFileRole::OpenPublicLibrary); !path.isEmpty())
-      OpenLibrary(path, true);
-  });
+  mOpenPublicLibrary = library->addAction(
+      tr("Open the &public library (read-only, with the built-in makes)..."), this, [this] {
+        if (const QString path = mChooseFile(TFileRole::OpenPublicLibrary); !path.isEmpty())
+          OpenLibrary(path, true);
+      });
   library->addAction(tr("&Save as..."), this, &TStudioWindow::SaveLibraryAs);
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
@@ -166,7 +181,8 @@ void TStudioWindow::BuildMenus() {
 
 void TStudioWindow::BuildConnectionMenu() {
   QMenu* connection = menuBar()->addMenu(tr("&Connection"));
-  connection->addAction(tr("&Simulator"), this, [this] { mLink->ConnectSimulator(); });
+  mConnectSimulator = connection->addAction(tr("Connect to the &simulator"), this,
+                                            [this] { mLink->ConnectSimulator(); });
   QMenu* serial = connection->addMenu(tr("Se&rial port"));
   connect(serial, &QMenu::aboutToShow, this, [this, serial] {
     serial->clear();
@@ -175,7 +191,8 @@ void TStudioWindow::BuildConnectionMenu() {
       serial->addAction(port, this, [this, port] { mLink->ConnectSerial(port); });
     if (ports.isEmpty()) serial->addAction(tr("(no serial ports found)"))->setEnabled(false);
   });
-  connection->addAction(tr("&Ethernet..."), this, &TStudioWindow::ConnectEthernet);
+  mConnectEthernet =
+      connection->addAction(tr("Connect over &Ethernet..."), this, &TStudioWindow::ConnectEthernet);
   QMenu* usb = connection->addMenu(tr("&USB device"));
   connect(usb, &QMenu::aboutToShow, this, [this, usb] {
     usb->clear();
@@ -219,6 +236,17 @@ void TStudioWindow::ShowState() {
   const norva::TCommandObject* command = SelectedCommand();
   mSend->setEnabled(command && mLink->Bus() && mLink->Bus()->LinkUp());
   mLinkState->setText(mLink->State());
+  mStart->ShowLinkState(mLink->State());
+  mPages->setCurrentWidget(ShowsStartPage() ? static_cast<QWidget*>(mStart) : mView);
+}
+
+bool TStudioWindow::ShowsStartPage() const {
+  return !mLibrary->Database() && !mKeypad->HasName() && !mKeypad->GetNeedsSaving();
+}
+
+void TStudioWindow::ShowRecent() {
+  mStart->ShowRecent(mRecentLibraries.Entries(), mRecentPublicLibraries.Entries(),
+                     mRecentKeypads.Entries());
 }
 
 void TStudioWindow::ShowError(const std::exception& error, const QString& caption) {
@@ -242,7 +270,10 @@ void TStudioWindow::OpenLibrary(const QString& path, bool isPublic) {
   const auto toldBelow = [](norva::TIRDB&, const QString&, bool& handled) { handled = true; };
   mDatabase = std::make_unique<norva::TIRDB>(path, isPublic, toldBelow);
   mLibrary->SetDatabase(mDatabase.get());
+  (isPublic ? mRecentPublicLibraries : mRecentLibraries).Add(AbsolutePath(path));
+  ShowRecent();
   ShowLibraryState();
+  ShowState();
   const QString failure = mDatabase->GetLoadFailure();
   if (failure.isEmpty()) return;
   const norva::TMessageResult answer = norva::UIServices().MessageBox(
@@ -301,7 +332,11 @@ void TStudioWindow::FileNew() {
 bool TStudioWindow::FileOpen() {
   if (!mKeypad->CanClose(false)) return false;
   const QString path = mChooseFile(TFileRole::OpenKeypad);
-  if (path.isEmpty()) return false;
+  return !path.isEmpty() && OpenKeypad(path);
+}
+
+bool TStudioWindow::OpenKeypad(const QString& path) {
+  if (!mKeypad->CanClose(false)) return false;
   try {
     if (!mKeypad->LoadFile(path)) {
       Tell(tr("%1 is no keypad configuration.").arg(path), tr("Open"));
@@ -310,15 +345,55 @@ bool TStudioWindow::FileOpen() {
   } catch (const std::exception& error) {
     ShowError(error, tr("Open"));
   }
+  mRecentKeypads.Add(AbsolutePath(path));
+  ShowRecent();
   mView->Refresh();
   ShowState();
   return true;
+}
+
+void TStudioWindow::OfferRecovery() {
+  QSettings settings = StudioSettings();
+  const QDateTime seen = settings.value(AutoSavesSeenKey).toDateTime();
+  settings.setValue(AutoSavesSeenKey, QDateTime::currentDateTime());
+  for (const TRecoverable& copy :
+       FindRecoverable(norva::GetAutoSaveDir(), mRecentKeypads.Entries(), seen)) {
+    const QString document = copy.Keypad.isEmpty() ? tr("a configuration that was never saved")
+                                                   : QFileInfo(copy.Keypad).fileName();
+    const norva::TMessageResult answer = norva::UIServices().MessageBox(
+        tr("The studio did not close cleanly. A copy of %1 was auto-saved at %2, after the file "
+           "was last saved. Open the auto-saved copy?")
+            .arg(document, QLocale().toString(copy.SavedAt, QLocale::ShortFormat)),
+        tr("Recover"), norva::TMessageIcon::Question, norva::TMessageButtons::YesNo);
+    if (answer == norva::TMessageResult::Yes) {
+      Recover(copy);
+      return;
+    }
+  }
+}
+
+void TStudioWindow::Recover(const TRecoverable& copy) {
+  try {
+    if (!mKeypad->LoadFile(copy.AutoSave)) return;
+  } catch (const std::exception& error) {
+    ShowError(error, tr("Recover"));
+    return;
+  }
+  {
+    const norva::TUndoSuspended undoOff;  // the copy stands for its file, changed
+    mKeypad->SetName(copy.Keypad);
+    mKeypad->SetNeedsSaving(true);
+  }
+  mView->Refresh();
+  ShowState();
 }
 
 bool TStudioWindow::FileSave() {
   mView->CommitCaption();
   try {
     const bool saved = mKeypad->FileSave();
+    if (saved) mRecentKeypads.Add(AbsolutePath(mKeypad->GetName()));
+    ShowRecent();
     ShowState();
     return saved;
   } catch (const std::exception& error) {
@@ -450,9 +525,10 @@ void TStudioWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   SaveLibrary();
-  QSettings settings = Settings();
+  QSettings settings = StudioSettings();
   settings.setValue(QStringLiteral("geometry"), saveGeometry());
   settings.setValue(QStringLiteral("panels"), saveState());
+  settings.setValue(AutoSavesSeenKey, QDateTime::currentDateTime());
   event->accept();
 }
 

@@ -8,6 +8,7 @@
 #include "FileDialogs.h"
 #include "KeypadView.h"
 #include "LibraryPanel.h"
+#include "RecentList.h"
 #include "StudioLink.h"
 
 #include <KeypadDevice/KeypadDevice.h>
@@ -19,6 +20,7 @@
 #include <memory>
 
 class QLabel;
+class QStackedWidget;
 
 namespace norva {
 class TCaptionedDockPanel;
@@ -26,6 +28,9 @@ class TUndo;
 }  // namespace norva
 
 namespace studio {
+
+class TStartPage;
+struct TRecoverable;
 
 class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   Q_OBJECT
@@ -47,11 +52,20 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   // that exists but did not load is opened read-only, so that nothing is written over it; the
   // installer is told why and offered to save the library under another name.
   void OpenLibrary(const QString& path, bool isPublic);
+  // Opens the keypad configuration in `path`, after the close prompt; false when it did not open.
+  bool OpenKeypad(const QString& path);
+  // When auto-saved copies of configurations are newer than their files and were written since
+  // the studio last closed cleanly, offers the newest that the installer takes, under its file's
+  // name and unsaved. Each copy is offered once.
+  void OfferRecovery();
 
   norva::TWallKeypad& Keypad() const { return *mKeypad; }
   TKeypadView* KeypadView() const { return mView; }
   TLibraryTree* Library() const { return mLibrary; }
   TBusView* BusView() const { return mBusView; }
+  // Shown instead of the keypad while no library is open and no configuration was opened or begun.
+  TStartPage* StartPage() const { return mStart; }
+  bool ShowsStartPage() const;
   TStudioLink& Link() { return *mLink; }
   norva::TCaptionedDockPanel* LibraryPanel() const { return mLibraryPanel; }
   QTimer& AutoSaveTimer() { return mAutoSave; }
@@ -95,6 +109,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
  private:
   void BuildMenus();
   void BuildConnectionMenu();
+  void ShowRecent();
+  void Recover(const TRecoverable& copy);
   void Watch(norva::TWallKeypad& keypad);
   // One step back in `history` (the undo or the redo history).
   void Revert(norva::TUndo& history);
@@ -110,6 +126,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   std::unique_ptr<norva::TWallKeypad> mKeypad;
   std::unique_ptr<norva::TIRDB> mDatabase;
   TKeypadView* mView;
+  QStackedWidget* mPages;
+  TStartPage* mStart = nullptr;
   TLibraryTree* mLibrary;
   TBusView* mBusView;
   std::unique_ptr<TStudioLink> mLink;
@@ -123,6 +141,14 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* mPaste = nullptr;
   QAction* mSend = nullptr;
   QAction* mClear = nullptr;
+  QAction* mOpenKeypad = nullptr;
+  QAction* mOpenLibrary = nullptr;
+  QAction* mOpenPublicLibrary = nullptr;
+  QAction* mConnectSimulator = nullptr;
+  QAction* mConnectEthernet = nullptr;
+  const TRecentList mRecentLibraries{QStringLiteral("recent/libraries")};
+  const TRecentList mRecentPublicLibraries{QStringLiteral("recent/publicLibraries")};
+  const TRecentList mRecentKeypads{QStringLiteral("recent/keypads")};
   QTimer mAutoSave;
   TFileChooser mChooseFile;
   TTextAsker mAskText;
