@@ -20,6 +20,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSaveFile>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -86,8 +87,11 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   });
   connect(mLibrary, &QTreeWidget::currentItemChanged, this, &TStudioWindow::ShowCurrentCode);
   connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &TStudioWindow::ShowState);
-  connect(mLink.get(), &TStudioLink::StateChanged, this, &TStudioWindow::ShowState);
-  connect(mBusView, &TBusView::ConnectionChanged, this, &TStudioWindow::ShowState);
+  for (auto changed : {&TStudioWindow::ShowState, &TStudioWindow::LogLinkChange}) {
+    connect(mLink.get(), &TStudioLink::StateChanged, this, changed);
+    connect(mBusView, &TBusView::ConnectionChanged, this, changed);
+  }
+  connect(mBusView, &TBusView::ExportRequested, this, &TStudioWindow::ExportBusLog);
   mAutoSave.setInterval(60 * 1000);
   connect(&mAutoSave, &QTimer::timeout, this, [this] {
     if (!mKeypad->GetNeedsAutoSaving()) return;
@@ -188,8 +192,15 @@ void TStudioWindow::BuildConnectionMenu() {
     serial->clear();
     const QStringList ports = norva::TNorvaBusComms::GetComPorts();
     for (const QString& port : ports)
-      serial->addAction(port, this, [this, port] { mLink->ConnectSerial(port); });
+      serial->addAction(port, this, [this, port] { ConnectSerial(port); });
     if (ports.isEmpty()) serial->addAction(tr("(no serial ports found)"))->setEnabled(false);
+    serial->addSeparator();
+    for (const QString& line : mRecentSerialLines.Entries()) {
+      if (!ports.contains(line))
+        serial->addAction(line, this, [this, line] { ConnectSerial(line); });
+    }
+    serial->addAction(tr("&Other line (such as the simulator's /dev/pts/N)..."), this,
+                      &TStudioWindow::ConnectSerialLine);
   });
   mConnectEthernet =
       connection->addAction(tr("Connect over &Ethernet..."), this, &TStudioWindow::ConnectEthernet);
@@ -497,8 +508,41 @@ void TStudioWindow::RenameCode() {
 }
 
 void TStudioWindow::ConnectEthernet() {
-  const QString address = mAskText(tr("Address of the device (host:port):"), QString());
-  if (!address.isEmpty()) mLink->ConnectEthernet(address);
+  const QStringList recent = mRecentAddresses.Entries();
+  const QString address = mAskText(tr("Address of the device (host:port):"),
+                                   recent.isEmpty() ? QString() : recent.first());
+  if (address.isEmpty()) return;
+  mRecentAddresses.Add(address);
+  mLink->ConnectEthernet(address);
+}
+
+void TStudioWindow::ConnectSerialLine() {
+  const QStringList recent = mRecentSerialLines.Entries();
+  const QString line =
+      mAskText(tr("Path of the serial line (norva-sim prints its own, \"pty: /dev/pts/N\"):"),
+               recent.isEmpty() ? QStringLiteral("/dev/pts/") : recent.first());
+  if (!line.isEmpty()) ConnectSerial(line);
+}
+
+void TStudioWindow::ConnectSerial(const QString& line) {
+  mRecentSerialLines.Add(line);
+  mLink->ConnectSerial(line);
+}
+
+void TStudioWindow::LogLinkChange() {
+  const QString state = mLink->State();
+  if (state == mLoggedLinkState) return;
+  mLoggedLinkState = state;
+  mBusView->Log().AppendLinkChange(state);
+}
+
+void TStudioWindow::ExportBusLog() {
+  const QString path = mChooseFile(TFileRole::ExportBusLog);
+  if (path.isEmpty()) return;
+  mBusView->Log().Flush();
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || !mBusView->WriteShownRows(file) || !file.commit())
+    Tell(tr("Cannot write %1: %2").arg(path, file.errorString()), tr("Export the bus log"));
 }
 
 void TStudioWindow::ShowCurrentCode() {

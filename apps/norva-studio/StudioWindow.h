@@ -90,7 +90,12 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void SaveLibrary();
   // Writes the library to a file the installer chooses, which becomes the library's file.
   void SaveLibraryAs();
+  // Asks for an address, proposing the last one; connects and remembers it.
   void ConnectEthernet();
+  // Asks for a serial line by its path (a simulator's pseudo-terminal, a port not listed).
+  void ConnectSerialLine();
+  // Writes the bus log's shown rows to a file the installer chooses.
+  void ExportBusLog();
 
   // Shows the title, the modified mark and which commands are possible now.
   void ShowState();
@@ -110,6 +115,9 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void BuildMenus();
   void BuildConnectionMenu();
   void ShowRecent();
+  // The link's state, written in the bus log when it changed.
+  void LogLinkChange();
+  void ConnectSerial(const QString& line);
   void Recover(const TRecoverable& copy);
   void Watch(norva::TWallKeypad& keypad);
   // One step back in `history` (the undo or the redo history).
@@ -149,6 +157,9 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   const TRecentList mRecentLibraries{QStringLiteral("recent/libraries")};
   const TRecentList mRecentPublicLibraries{QStringLiteral("recent/publicLibraries")};
   const TRecentList mRecentKeypads{QStringLiteral("recent/keypads")};
+  const TRecentList mRecentAddresses{QStringLiteral("recent/addresses")};
+  const TRecentList mRecentSerialLines{QStringLiteral("recent/serialLines")};
+  QString mLoggedLinkState;
   QTimer mAutoSave;
   TFileChooser mChooseFile;
   TTextAsker mAskText;

@@ -5,10 +5,13 @@
 #include "StudioFixture.h"
 
 #include <FileDialogs.h>
+#include <PacketLog.h>
 #include <Simulation/Simulation.h>
 #include <support/QtPrinters.h>
 
 #include <QFileDialog>
+#include <QTcpServer>
+#include <QToolButton>
 
 namespace studio {
 namespace {
@@ -115,6 +118,78 @@ TEST_F(Keypad, SaveAsAddsTheConfigurationExtension) {
   ASSERT_TRUE(mWindow->FileSaveAs());
   EXPECT_TRUE(QFile::exists(mFolder.filePath("Den.keycfg")));
   EXPECT_EQ(mWindow->Keypad().GetName(), mFolder.filePath("Den.keycfg"));
+}
+
+// Rows of the bus log whose column `column` holds `text`.
+int RowsWith(const TPacketLog& log, int column, const QString& text) {
+  int rows = 0;
+  for (int row = 0; row < log.rowCount(); ++row)
+    rows += log.index(row, column).data().toString().startsWith(text) ? 1 : 0;
+  return rows;
+}
+
+TEST_F(Keypad, TheBusLogNamesCommandsMarksTheLinkAndPausesClearsAndExports) {
+  TPacketLog& log = mWindow->BusView()->Log();
+  ASSERT_TRUE(mWindow->Link().ConnectSimulator());
+  ASSERT_TRUE(WaitFor([&] { return mWindow->Link().Bus()->LinkUp(); }));
+  View().Select(0);
+  ASSERT_TRUE(mWindow->SendSelectedCommand());
+  norva::sim::TDeviceSimulator& simulator = *mWindow->Link().Simulator();
+  simulator.SendKeypress(5, 3, 1);
+  const auto meaning = [&](const QString& text) {
+    return RowsWith(log, TPacketLog::MeaningColumn, text);
+  };
+  ASSERT_TRUE(WaitFor([&] { return meaning("key 3 pressed (repeat 1)") == 1; }));
+  EXPECT_EQ(meaning("Standby"), 2) << "sent and echoed";
+  EXPECT_EQ(meaning("acknowledges Standby"), 1);
+  EXPECT_EQ(meaning("Connected to the simulator"), 1);
+  EXPECT_EQ(log.index(0, TPacketLog::EchoColumn).data(), "link");
+
+  QTest::mouseClick(mWindow->BusView()->PauseButton(), Qt::LeftButton);
+  const int shown = log.rowCount();
+  simulator.SendStatus(5);
+  QTest::qWait(3 * TPacketLog::FlushIntervalMs);
+  EXPECT_EQ(log.rowCount(), shown) << "paused";
+  QTest::mouseClick(mWindow->BusView()->PauseButton(), Qt::LeftButton);
+  EXPECT_TRUE(WaitFor([&] { return meaning("status report") == 4; })) << "kept while paused";
+
+  mWindow->SetFileChooser([this](TFileRole) { return mFolder.filePath("bus.tsv"); });
+  QTest::mouseClick(mWindow->BusView()->ExportButton(), Qt::LeftButton);
+  QFile exported(mFolder.filePath("bus.tsv"));
+  ASSERT_TRUE(exported.open(QIODevice::ReadOnly));
+  const QList<QByteArray> lines = exported.readAll().split('\n');
+  EXPECT_EQ(lines.size(), log.rowCount() + 2) << "column names, rows, the last line's end";
+  EXPECT_EQ(lines.first(), "Time\tCommand\tZone\tData\tMeaning\tEcho");
+
+  QTest::mouseClick(mWindow->BusView()->ClearButton(), Qt::LeftButton);
+  EXPECT_EQ(log.rowCount(), 0);
+  simulator.HangUp();
+  EXPECT_TRUE(WaitFor([&] { return meaning("Not connected to the simulator") == 1; }))
+      << "the dropped link is in the log";
+}
+
+TEST_F(Studio, ARefusedLinkIsWrittenInTheBusLogWithItsReasonAndItsAddressIsProposedNextTime) {
+  QTcpServer closed;  // a port nothing listens on any more
+  ASSERT_TRUE(closed.listen(QHostAddress::LocalHost));
+  const QString address = QStringLiteral("127.0.0.1:%1").arg(closed.serverPort());
+  closed.close();
+  auto window = OpenWindow();
+  mAnswers = {address};
+  window->ConnectEthernet();
+  TPacketLog& log = window->BusView()->Log();
+  EXPECT_TRUE(WaitFor([&] {
+    return RowsWith(log, TPacketLog::MeaningColumn, "Not connected to " + address + ": ") > 0;
+  })) << "with the reason after the colon";
+  window.reset();
+
+  window = OpenWindow();
+  QString proposed;
+  window->SetTextAsker([&](const QString&, const QString& proposal) {
+    proposed = proposal;
+    return QString();
+  });
+  window->ConnectEthernet();
+  EXPECT_EQ(proposed, address);
 }
 
 TEST(StudioFileDialogs, SayWhatTheirButtonDoes) {

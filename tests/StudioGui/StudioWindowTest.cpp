@@ -272,6 +272,7 @@ TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus)
 
   ASSERT_TRUE(window->Link().ConnectSimulator());
   ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+  window->BusView()->Log().Clear();  // the link's own rows: the packets start at row 0
   EXPECT_TRUE(window->LinkStateText().startsWith("Connected to the simulator"))
       << window->LinkStateText().toStdString();
   DropOnButton(*window, *code, 0);
@@ -317,6 +318,7 @@ TEST_F(Studio, AUsbAmplifierIsFoundAndAnswersOverItsPipes) {
     EXPECT_EQ(devices[0].DeviceType, norva::NorvaAmp);
     ASSERT_TRUE(window->Link().ConnectUsb(devices[0].Path));
     ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+    window->BusView()->Log().Clear();
     ASSERT_TRUE(window->BusView()->Send(norva::BuildCommandPacket(0x02, 7, {2})));
     TPacketLog& log = window->BusView()->Log();
     ASSERT_TRUE(WaitFor([&] { return log.rowCount() >= 3; }));
@@ -346,6 +348,7 @@ TEST_F(Studio, AnEthernetDeviceThatHangsUpAtOnceIsNotConnectedAndOneThatAnswersI
   device.SetBusy(false);
   window->Link().ConnectEthernet(address);
   ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+  window->BusView()->Log().Clear();
   EXPECT_EQ(window->LinkStateText(), "Connected to " + address);
   ASSERT_TRUE(window->BusView()->Send(norva::BuildCommandPacket(0x02, 7, {2})));
   TPacketLog& log = window->BusView()->Log();
