@@ -41,7 +41,7 @@ TButtonTile::TButtonTile(int index, QWidget* parent)
   setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
   setLineWidth(2);
   setAcceptDrops(true);
-  setMinimumSize(150, 80);
+  setMinimumSize(140, 64);
   // A click takes the keyboard from the caption field, so the document's keys reach the keypad.
   setFocusPolicy(Qt::ClickFocus);
   setAutoFillBackground(true);

@@ -2,7 +2,7 @@
 
 #include <QAction>
 #include <QFileInfo>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -51,18 +51,18 @@ TStartPage::TStartPage(const QList<QAction*>& actions, QWidget* parent)
   buttons->addStretch();
   mLinkState->setWordWrap(true);
 
-  auto* grid = new QGridLayout;
-  grid->addWidget(Heading(tr("Start")), 0, 0, 1, 3);
-  grid->addWidget(explanation, 1, 0, 1, 3);
-  grid->addLayout(buttons, 2, 0, 2, 1);
-  grid->addWidget(Heading(tr("Recent libraries")), 2, 1);
-  grid->addWidget(mLibraries, 3, 1);
-  grid->addWidget(Heading(tr("Recent keypads")), 2, 2);
-  grid->addWidget(mKeypads, 3, 2);
-  grid->setColumnStretch(1, 1);
-  grid->setColumnStretch(2, 1);
+  auto* recent = new QVBoxLayout;
+  recent->addWidget(Heading(tr("Recent libraries")));
+  recent->addWidget(mLibraries);
+  recent->addWidget(Heading(tr("Recent keypads")));
+  recent->addWidget(mKeypads);
+  auto* columns = new QHBoxLayout;
+  columns->addLayout(buttons);
+  columns->addLayout(recent, 1);
   auto* layout = new QVBoxLayout(this);
-  layout->addLayout(grid);
+  layout->addWidget(Heading(tr("Start")));
+  layout->addWidget(explanation);
+  layout->addLayout(columns, 1);
 
   connect(mLibraries, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
     emit LibraryChosen(item->data(PathRole).toString(), item->data(PublicRole).toBool());

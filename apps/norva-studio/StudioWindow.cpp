@@ -1,6 +1,7 @@
 #include "StudioWindow.h"
 
 #include "Recovery.h"
+#include "ScreenFit.h"
 #include "StartPage.h"
 #include "TextFieldKeys.h"
 
@@ -21,6 +22,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QSaveFile>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -105,9 +107,9 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   norva::SetKeypadClient(this);
   Watch(*mKeypad);
   mView->SetKeypad(mKeypad.get());
-  resize(1200, 800);
-  resizeDocks({mLibraryPanel}, {460}, Qt::Horizontal);
-  resizeDocks({mBusPanel}, {240}, Qt::Vertical);
+  setGeometry(FirstWindowGeometry(screen()->availableGeometry()));
+  resizeDocks({mLibraryPanel}, {width() * 2 / 5}, Qt::Horizontal);
+  resizeDocks({mBusPanel}, {height() * 3 / 10}, Qt::Vertical);
   QSettings settings = StudioSettings();
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());
@@ -163,11 +165,11 @@ void TStudioWindow::BuildMenus() {
     if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
       OpenLibrary(path, false);
   });
-  mOpenPublicLibrary = library->addAction(
-      tr("Open the &public library (read-only, with the built-in makes)..."), this, [this] {
-        if (const QString path = mChooseFile(TFileRole::OpenPublicLibrary); !path.isEmpty())
-          OpenLibrary(path, true);
-      });
+  mOpenPublicLibrary = library->addAction(tr("Open the &public library..."), this, [this] {
+    if (const QString path = mChooseFile(TFileRole::OpenPublicLibrary); !path.isEmpty())
+      OpenLibrary(path, true);
+  });
+  mOpenPublicLibrary->setToolTip(tr("Read-only, with the installation's built-in makes"));
   library->addAction(tr("&Save as..."), this, &TStudioWindow::SaveLibraryAs);
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
