@@ -6,10 +6,7 @@
 #include <ScreenFit.h>
 #include <support/QtPrinters.h>
 
-#include <OrbGraphics/OrbGraphics.h>
-#include <StartPage.h>
 #include <QScreen>
-#include <QTableView>
 
 namespace studio {
 namespace {
