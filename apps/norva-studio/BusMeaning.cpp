@@ -48,6 +48,7 @@ QString RequestMeaning(norva::TCommand command, const QByteArray& data) {
       native != NativeNames().end())
     return native.value();
   if (command == norva::sim::StatusRequestCommand) return Tr("status request");
+  if (command == norva::sim::BurstCommand) return Tr("numbered burst (simulator)");
   if (command >= FirstStatusReport && command <= LastStatusReport) return Tr("status report");
   if (command == norva::KeypressCommand && data.size() == 1) {
     const auto byte = static_cast<std::uint8_t>(data[0]);

@@ -118,9 +118,9 @@ QVariant TPacketLog::data(const QModelIndex& index, int role) const {
 
 QVariant TPacketLog::headerData(int section, Qt::Orientation orientation, int role) const {
   if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
-  static const char* const names[ColumnCount] = {QT_TR_NOOP("Time"),    QT_TR_NOOP("Command"),
-                                                 QT_TR_NOOP("Zone"),    QT_TR_NOOP("Data"),
-                                                 QT_TR_NOOP("Meaning"), QT_TR_NOOP("Echo")};
+  static const char* const names[ColumnCount] = {QT_TR_NOOP("Time"), QT_TR_NOOP("Command"),
+                                                 QT_TR_NOOP("Zone"), QT_TR_NOOP("Data"),
+                                                 QT_TR_NOOP("Echo"), QT_TR_NOOP("Meaning")};
   return section >= 0 && section < ColumnCount ? tr(names[section]) : QVariant();
 }
 

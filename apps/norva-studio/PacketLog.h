@@ -1,6 +1,6 @@
 #pragma once
-// The packets seen on the bus, as a table: time, command, zone, data, what the command means and
-// whether the packet was sent by the studio or is the echo of one; between them, the link's
+// The packets seen on the bus, as a table: time, command, zone, data, whether the packet was sent
+// by the studio or is the echo of one, and what the command means; between them, the link's
 // changes (connected, refused, lost, with the reason). Packets arrive far faster than a window can
 // show them, so they are gathered and shown in batches a few times a second, and only the newest
 // MaxRows are kept: a device that never stops talking costs a bounded amount of memory. A paused
@@ -25,8 +25,8 @@ class TPacketLog : public QAbstractTableModel {
     CommandColumn,
     ZoneColumn,
     DataColumn,
-    MeaningColumn,
     EchoColumn,
+    MeaningColumn,
     ColumnCount
   };
   enum class TOrigin : std::uint8_t { Received, Echo, Sent, Link };

@@ -159,7 +159,7 @@ TEST_F(Keypad, TheBusLogNamesCommandsMarksTheLinkAndPausesClearsAndExports) {
   ASSERT_TRUE(exported.open(QIODevice::ReadOnly));
   const QList<QByteArray> lines = exported.readAll().split('\n');
   EXPECT_EQ(lines.size(), log.rowCount() + 2) << "column names, rows, the last line's end";
-  EXPECT_EQ(lines.first(), "Time\tCommand\tZone\tData\tMeaning\tEcho");
+  EXPECT_EQ(lines.first(), "Time\tCommand\tZone\tData\tEcho\tMeaning");
 
   QTest::mouseClick(mWindow->BusView()->ClearButton(), Qt::LeftButton);
   EXPECT_EQ(log.rowCount(), 0);

@@ -9,6 +9,8 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -43,6 +45,42 @@ QToolButton* CaptionButton(QWidget* parent, QStyle::StandardPixmap icon, const Q
   button->setFocusPolicy(Qt::NoFocus);
   return button;
 }
+
+// The tab of an unpinned panel: its caption, written upwards on the window's left and right edges
+// so that the tab takes no more room there than a tool bar does.
+class TEdgeTab : public QToolButton {
+ public:
+  explicit TEdgeTab(QToolBar* bar) : QToolButton(bar) {
+    connect(bar, &QToolBar::orientationChanged, this, [this](Qt::Orientation orientation) {
+      mUpright = orientation == Qt::Vertical;
+      updateGeometry();
+      update();
+    });
+  }
+  QSize sizeHint() const override {
+    const QSize size = QToolButton::sizeHint();
+    return mUpright ? size.transposed() : size;
+  }
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    if (!mUpright) {
+      QToolButton::paintEvent(event);
+      return;
+    }
+    QStylePainter painter(this);
+    painter.rotate(-90);
+    painter.translate(-height(), 0);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.rect = QRect(0, 0, height(), width());
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
+  }
+
+ private:
+  bool mUpright = false;
+};
 
 // The tool bar area along the same window edge as a dock area.
 Qt::ToolBarArea EdgeOf(Qt::DockWidgetArea area) {
@@ -109,7 +147,7 @@ void TCaptionedDockPanel::MakeTab() {
   mTabBar->setObjectName(objectName() + QStringLiteral("Tab"));
   mTabBar->setMovable(false);
   mTabBar->toggleViewAction()->setVisible(false);
-  mTab = new QToolButton(mTabBar);
+  mTab = new TEdgeTab(mTabBar);
   mTab->setText(windowTitle());
   mTab->setToolTip(tr("Shown while the pointer is over it"));
   mTabBar->addWidget(mTab);
