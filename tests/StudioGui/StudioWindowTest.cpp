@@ -453,8 +453,8 @@ TEST(StudioProgram, RefusesBadOptionsAndListsTheGoodOnes) {
     return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardOutput() +
                                                            process.readAllStandardError()));
   };
-  for (const QStringList& bad :
-       {QStringList{"--bogus"}, QStringList{"--serial", "/dev/x", "--usb"}, QStringList{"extra"}}) {
+  for (const QStringList& bad : {QStringList{"--bogus"}, QStringList{"--serial", "/dev/x", "--usb"},
+                                 QStringList{"extra"}, QStringList{"--public"}}) {
     const auto [code, output] = run(bad);
     EXPECT_EQ(code, 2) << bad.join(' ').toStdString();
     EXPECT_TRUE(output.contains("norva-studio: ")) << output.toStdString();
