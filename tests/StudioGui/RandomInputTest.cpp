@@ -35,11 +35,8 @@ class RandomInput : public Studio {
  protected:
   void SetUp() override {
     Studio::SetUp();
-    QFile codes(mFolder.filePath("remote.tsv"));
-    ASSERT_TRUE(codes.open(QIODevice::WriteOnly));
-    codes.write("Vol+\t" + VolumeUp.toUtf8() +
-                "\nPower\t0000 006D 0000 0002 0157 00AC 0015 05ED\n");
-    codes.close();
+    WriteFile("remote.tsv",
+              "Vol+\t" + VolumeUp.toUtf8() + "\nPower\t0000 006D 0000 0002 0157 00AC 0015 05ED\n");
     mWindow = OpenWindow();
     mWindow->SetFileChooser([this](TFileRole role) { return ChosenFile(role); });
     mWindow->SetTextAsker([this](const QString&, const QString&) {

@@ -15,6 +15,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QSettings>
@@ -99,6 +100,13 @@ class Studio : public ::testing::Test {
     editor->setFocus();
     editor->selectAll();
     QTest::keyClicks(editor, caption);
+  }
+
+  // A file of the test's own folder holding `content`.
+  void WriteFile(const QString& name, const QByteArray& content) {
+    QFile file(mFolder.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
   }
 
   // Waits, letting events run, until `done` or five seconds passed.
