@@ -34,7 +34,7 @@ QPushButton* ButtonFor(QAction* action) {
 }  // namespace
 
 TStartPage::TStartPage(const QList<QAction*>& actions, QWidget* parent)
-    : QWidget(parent),
+    : QScrollArea(parent),
       mLinkState(new QLabel),
       mLibraries(new QListWidget),
       mKeypads(new QListWidget) {
@@ -59,10 +59,14 @@ TStartPage::TStartPage(const QList<QAction*>& actions, QWidget* parent)
   auto* columns = new QHBoxLayout;
   columns->addLayout(buttons);
   columns->addLayout(recent, 1);
-  auto* layout = new QVBoxLayout(this);
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
   layout->addWidget(Heading(tr("Start")));
   layout->addWidget(explanation);
   layout->addLayout(columns, 1);
+  setWidget(page);
+  setWidgetResizable(true);
+  setFrameShape(QFrame::NoFrame);
 
   connect(mLibraries, &QListWidget::itemActivated, this, [this](QListWidgetItem* item) {
     emit LibraryChosen(item->data(PathRole).toString(), item->data(PublicRole).toBool());

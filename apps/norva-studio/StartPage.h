@@ -1,9 +1,10 @@
 #pragma once
 // What the window shows while no IR library is open: what to do first, with the actions at hand
 // (open or create a library, open the public one, open a keypad, connect to the installation or
-// the simulator), the link's state, and the libraries and keypads used last.
+// the simulator), the link's state, and the libraries and keypads used last. It scrolls rather
+// than clip where the window is small.
 
-#include <QWidget>
+#include <QScrollArea>
 
 class QAction;
 class QLabel;
@@ -12,7 +13,7 @@ class QListWidgetItem;
 
 namespace studio {
 
-class TStartPage : public QWidget {
+class TStartPage : public QScrollArea {
   Q_OBJECT
 
  public:
