@@ -345,11 +345,14 @@ void TStudioWindow::FileNew() {
 bool TStudioWindow::FileOpen() {
   if (!mKeypad->CanClose(false)) return false;
   const QString path = mChooseFile(TFileRole::OpenKeypad);
-  return !path.isEmpty() && OpenKeypad(path);
+  return !path.isEmpty() && LoadKeypad(path);
 }
 
 bool TStudioWindow::OpenKeypad(const QString& path) {
-  if (!mKeypad->CanClose(false)) return false;
+  return mKeypad->CanClose(false) && LoadKeypad(path);
+}
+
+bool TStudioWindow::LoadKeypad(const QString& path) {
   try {
     if (!mKeypad->LoadFile(path)) {
       Tell(tr("%1 is no keypad configuration.").arg(path), tr("Open"));

@@ -115,6 +115,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void BuildMenus();
   void BuildConnectionMenu();
   void ShowRecent();
+  // Reads the configuration in `path` into the document, the close prompt already answered.
+  bool LoadKeypad(const QString& path);
   // The link's state, written in the bus log when it changed.
   void LogLinkChange();
   void ConnectSerial(const QString& line);
