@@ -1,13 +1,16 @@
 #pragma once
 // The bus panel: a bus form that logs every packet the bus delivers (echoes of the studio's own
 // marked) and every packet the studio sends, in a table that a filter narrows to the rows whose
-// text contains it. The newest row stays in view while the view is scrolled to the end.
+// text contains it. The newest row stays in view while the view is scrolled to the end. The log
+// can be paused, cleared and exported.
 
 #include "PacketLog.h"
 
 #include <NorvaBusComms/Gui/BusForm.h>
 
+class QIODevice;
 class QLineEdit;
+class QToolButton;
 class QSortFilterProxyModel;
 class QTableView;
 
@@ -25,6 +28,12 @@ class TBusView : public norva::TNorvaBusForm {
   QLineEdit* Filter() const { return mFilter; }
   // The rows the filter lets through.
   int ShownRows() const;
+  QToolButton* PauseButton() const { return mPause; }
+  QToolButton* ClearButton() const { return mClear; }
+  QToolButton* ExportButton() const { return mExport; }
+  // The rows the filter lets through, with the column names first, tab-separated; false when
+  // `device` took less than all of it.
+  bool WriteShownRows(QIODevice& device) const;
 
   // Sends over the bus this form is registered with and logs it; false when no link is up.
   bool Send(const norva::TCommandPacket& packet);
@@ -35,12 +44,17 @@ class TBusView : public norva::TNorvaBusForm {
 
  signals:
   void ConnectionChanged();
+  // The installer asked for the shown rows in a file.
+  void ExportRequested();
 
  private:
   TPacketLog mLog;
   QLineEdit* mFilter;
   QSortFilterProxyModel* mFiltered;
   QTableView* mTable;
+  QToolButton* mPause;
+  QToolButton* mClear;
+  QToolButton* mExport;
 };
 
 }  // namespace studio

@@ -41,7 +41,10 @@ TButtonTile::TButtonTile(int index, QWidget* parent)
   setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
   setLineWidth(2);
   setAcceptDrops(true);
-  setMinimumSize(150, 80);
+  setMinimumSize(140, 64);
+  // A click takes the keyboard from the caption field, so the document's keys reach the keypad.
+  setFocusPolicy(Qt::ClickFocus);
+  setAutoFillBackground(true);
   QFont bold = mCaption->font();
   bold.setBold(true);
   bold.setPointSizeF(bold.pointSizeF() * 1.2);
@@ -58,9 +61,12 @@ void TButtonTile::Show(const QString& caption, const QString& buttonClass, const
   mCaption->setText(caption.isEmpty() ? tr("(no caption)") : caption);
   mClass->setText(buttonClass);
   mCommand->setText(command.isEmpty() ? tr("no command") : command);
+  mSelected = selected;
   setFrameShadow(selected ? QFrame::Sunken : QFrame::Raised);
-  setStyleSheet(selected ? QStringLiteral("TButtonTile { background: palette(highlight); }")
-                         : QString());
+  setLineWidth(selected ? 3 : 2);
+  setBackgroundRole(selected ? QPalette::Highlight : QPalette::Button);
+  for (QLabel* label : {mCaption, mClass, mCommand})
+    label->setForegroundRole(selected ? QPalette::HighlightedText : QPalette::ButtonText);
 }
 
 QString TButtonTile::CaptionText() const { return mCaption->text(); }

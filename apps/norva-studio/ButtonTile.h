@@ -24,6 +24,7 @@ class TButtonTile : public QFrame {
   QString CaptionText() const;
   QString ButtonClassText() const;
   QString CommandText() const;
+  bool IsShownSelected() const { return mSelected; }
 
  signals:
   void Clicked(int index);
@@ -43,6 +44,7 @@ class TButtonTile : public QFrame {
   QLabel* mClass;
   QLabel* mCommand;
   QPoint mPressedAt;
+  bool mSelected = false;
 };
 
 }  // namespace studio

@@ -32,6 +32,8 @@ TKeypadView::TKeypadView(QWidget* parent)
   }
   mCaption->setObjectName(QStringLiteral("caption"));
   connect(mCaption, &QLineEdit::editingFinished, this, &TKeypadView::CommitCaption);
+  // Enter gives the keyboard back to the keypad: the document's keys work on its buttons again.
+  connect(mCaption, &QLineEdit::returnPressed, this, [this] { Tile(mSelected)->setFocus(); });
   auto* form = new QFormLayout;
   form->addRow(mSelectedLabel, mCaption);
   auto* layout = new QVBoxLayout(this);
@@ -73,6 +75,7 @@ void TKeypadView::Select(int index) {
   mSelected = index;
   if (mKeypad) mCaption->setText(mKeypad->Button(index).GetCaption());
   Refresh();
+  emit SelectionChanged(index);
 }
 
 void TKeypadView::CommitCaption() {

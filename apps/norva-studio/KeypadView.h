@@ -55,6 +55,7 @@ class TKeypadView : public QWidget {
 
  signals:
   void Edited();
+  void SelectionChanged(int index);
 
  private:
   // One user action on the keypad, after any caption still being typed: its edits become one

@@ -3,8 +3,8 @@
 // and button classes. A library of the installer's own shows the installation's built-in commands
 // too, read-only, so native and learnt commands bind to one keypad whichever library is open.
 // Commands drag onto keypad buttons; a Pronto hex code on the clipboard, or a code file of another
-// tool, goes into the model chosen (or "Learnt codes" of make "User"), a pasted code named after the
-// same code, else the same button, the library knows. Commands are deleted, moved and copied
+// tool, goes into the model chosen (or "Learnt codes" of make "User"), a pasted code named after
+// the same code, else the same button, the library knows. Commands are deleted, moved and copied
 // between models and renamed in place, each one undo step. Any change to the database (an undo
 // too) shows in the tree once control is back in the event loop.
 

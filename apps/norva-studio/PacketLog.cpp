@@ -1,5 +1,7 @@
 #include "PacketLog.h"
 
+#include "BusMeaning.h"
+
 #include <NorvaGlobal/Zones.h>
 
 namespace studio {
@@ -10,16 +12,33 @@ TPacketLog::TPacketLog(QObject* parent) : QAbstractTableModel(parent) {
   connect(&mFlush, &QTimer::timeout, this, [this] {
     ShowPending(BatchRows);
     // The rest follows as soon as the window has had its turn.
-    if (!mPending.empty()) mFlush.start(0);
+    if (!mPending.empty() && !mPaused) mFlush.start(0);
   });
 }
 
 void TPacketLog::Append(const norva::TCommandPacket& packet, TOrigin origin) {
+  // Named when shown: a burst of packets that are never shown costs no naming.
+  Queue({mClock.elapsed(), packet.Cmd, packet.Zone, origin, packet.GetDataBytes(), QString()});
+}
+
+void TPacketLog::AppendLinkChange(const QString& text) {
+  Queue({mClock.elapsed(), 0, 0, TOrigin::Link, QByteArray(), text});
+}
+
+void TPacketLog::Queue(TEntry entry) {
   // Only the newest rows are ever shown, so a burst longer than the table is cut here already.
   if (mPending.size() >= static_cast<std::size_t>(MaxRows)) mPending.pop_front();
-  mPending.push_back({mClock.elapsed(), packet.Cmd, packet.Zone, origin, packet.GetDataBytes()});
+  mPending.push_back(std::move(entry));
   ++mTotal;
-  if (!mFlush.isActive()) mFlush.start(FlushIntervalMs);
+  if (!mPaused && !mFlush.isActive()) mFlush.start(FlushIntervalMs);
+}
+
+void TPacketLog::SetPaused(bool paused) {
+  mPaused = paused;
+  if (paused)
+    mFlush.stop();
+  else if (!mPending.empty())
+    mFlush.start(0);
 }
 
 void TPacketLog::Flush() {
@@ -38,6 +57,10 @@ void TPacketLog::ShowPending(std::size_t count) {
   }
   const auto first = static_cast<int>(mRows.size());
   beginInsertRows({}, first, first + static_cast<int>(arriving) - 1);
+  for (auto entry = mPending.begin(); entry != mPending.begin() + arriving; ++entry) {
+    if (entry->Origin != TOrigin::Link)
+      entry->Meaning = BusPacketMeaning(entry->Command, entry->Data);
+  }
   std::move(mPending.begin(), mPending.begin() + arriving, std::back_inserter(mRows));
   mPending.erase(mPending.begin(), mPending.begin() + arriving);
   endInsertRows();
@@ -59,6 +82,16 @@ int TPacketLog::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : ColumnCount;
 }
 
+QString TPacketLog::OriginText(TOrigin origin) {
+  switch (origin) {
+    case TOrigin::Echo: return tr("echo");
+    case TOrigin::Sent: return tr("sent");
+    case TOrigin::Link: return tr("link");
+    case TOrigin::Received: return {};
+  }
+  return {};
+}
+
 QString TPacketLog::Text(const TEntry& entry, int column) const {
   switch (column) {
     case TimeColumn:
@@ -66,13 +99,14 @@ QString TPacketLog::Text(const TEntry& entry, int column) const {
           .arg(entry.Milliseconds / 1000)
           .arg(entry.Milliseconds % 1000, 3, 10, QLatin1Char('0'));
     case CommandColumn:
-      return QStringLiteral("%1").arg(entry.Command, 2, 16, QLatin1Char('0')).toUpper();
-    case ZoneColumn: return norva::ZoneByteText(entry.Zone);
+      return entry.Origin == TOrigin::Link
+                 ? QString()
+                 : QStringLiteral("%1").arg(entry.Command, 2, 16, QLatin1Char('0')).toUpper();
+    case ZoneColumn:
+      return entry.Origin == TOrigin::Link ? QString() : norva::ZoneByteText(entry.Zone);
     case DataColumn: return QString::fromLatin1(entry.Data.toHex(' ').toUpper());
-    case EchoColumn:
-      return entry.Origin == TOrigin::Echo   ? tr("echo")
-             : entry.Origin == TOrigin::Sent ? tr("sent")
-                                             : QString();
+    case MeaningColumn: return entry.Meaning;
+    case EchoColumn: return OriginText(entry.Origin);
     default: return {};
   }
 }
@@ -86,7 +120,7 @@ QVariant TPacketLog::headerData(int section, Qt::Orientation orientation, int ro
   if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
   static const char* const names[ColumnCount] = {QT_TR_NOOP("Time"), QT_TR_NOOP("Command"),
                                                  QT_TR_NOOP("Zone"), QT_TR_NOOP("Data"),
-                                                 QT_TR_NOOP("Echo")};
+                                                 QT_TR_NOOP("Echo"), QT_TR_NOOP("Meaning")};
   return section >= 0 && section < ColumnCount ? tr(names[section]) : QVariant();
 }
 

@@ -1,13 +1,15 @@
 // Takes the pictures of the studio's main window that the documentation shows, by driving the
-// window as an installer would: codes imported into a library and another capture of one of them
-// pasted (named after the same button), with its details and stream picture; a search; a code
-// made from a protocol; commands bound to the keypad's buttons, a native code sent to the
-// simulator with the bus panel showing the answers.
+// window as an installer would: the first page with the files used last, codes imported into a
+// library and another capture of one of them pasted (named after the same button), with its
+// details and stream picture; a search; a code made from a protocol; commands bound to the keypad's
+// buttons, a native code sent to the simulator with the bus panel showing the answers, a panel
+// unpinned.
 // Usage: norva-studio-screenshots OUTPUT_FOLDER (docs/images/ for the documentation's copies).
 #include "ProtocolCodeDialog.h"
 #include "StudioWindow.h"
 
 #include <IR/IR.h>
+#include <OrbGraphics/OrbGraphics.h>
 #include <Testing/RecordingUIServices.h>
 
 #include <QApplication>
@@ -136,16 +138,26 @@ int main(int argc, char** argv) {
   if (!codes.open(QIODevice::WriteOnly) || codes.write(NamedCodes) < 0) return 1;
   codes.close();
 
+  const auto chooseFile = [&](studio::TFileRole role) {
+    return role == studio::TFileRole::ImportCodes ? codes.fileName()
+                                                  : scratch.filePath("Lounge.keycfg");
+  };
+  // An earlier day's work: a library opened and a keypad saved, so the first page lists them.
+  {
+    studio::TStudioWindow earlier;
+    earlier.SetFileChooser(chooseFile);
+    earlier.OpenLibrary(library, false);
+    if (!earlier.FileSaveAs()) return 1;
+  }
   studio::TStudioWindow window;
-  window.SetFileChooser([&](studio::TStudioWindow::TFileRole role) {
-    return role == studio::TStudioWindow::TFileRole::ImportCodes
-               ? codes.fileName()
-               : scratch.filePath("Lounge.keycfg");
-  });
+  window.SetFileChooser(chooseFile);
   QStringList answers = {"Acme", "TV 55X"};
   window.SetTextAsker([&](const QString&, const QString&) { return answers.takeFirst(); });
   window.resize(1280, 820);
+  // The first window was laid out for the offscreen screen's size; give the library its share.
+  window.resizeDocks({window.LibraryPanel()}, {500}, Qt::Horizontal);
   window.show();
+  if (!Save(window, output, "studio-start.png")) return 1;
 
   // The installer's own library: a model added, a file of named codes imported, a code pasted.
   window.OpenLibrary(library, false);
@@ -204,6 +216,10 @@ int main(int argc, char** argv) {
   Pump(600);
   window.BusView()->Filter()->setText(QStringLiteral("echo"));
   if (!Save(window, output, "studio-bus-filtered.png")) return 1;
+  // The library unpinned: hidden at the window's edge behind its tab.
+  window.BusView()->Filter()->clear();
+  window.LibraryPanel()->SetPinned(false);
+  if (!Save(window, output, "studio-unpinned.png")) return 1;
   window.setWindowModified(false);  // no close prompt in a program that takes pictures
   return 0;
 }

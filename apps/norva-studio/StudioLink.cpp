@@ -79,9 +79,12 @@ QString TStudioLink::State() const {
   const norva::TNorvaBusComms* bus = Bus();
   if (!bus || mName.isEmpty()) return tr("Not connected");
   if (bus->LinkUp()) return tr("Connected to %1").arg(mName);
-  if (bus->GetConnected()) return tr("Connecting to %1").arg(mName);
-  return mLastError.isEmpty() ? tr("Not connected to %1").arg(mName)
-                              : tr("Not connected to %1: %2").arg(mName, mLastError);
+  const QString reason = mLastError.isEmpty() ? bus->LinkRetryReason() : mLastError;
+  if (reason.isEmpty())
+    return bus->GetConnected() ? tr("Connecting to %1").arg(mName)
+                               : tr("Not connected to %1").arg(mName);
+  return bus->GetConnected() ? tr("Not connected to %1: %2; trying again").arg(mName, reason)
+                             : tr("Not connected to %1: %2").arg(mName, reason);
 }
 
 }  // namespace studio

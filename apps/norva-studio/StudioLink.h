@@ -45,7 +45,7 @@ class TStudioLink : public QObject {
   norva::TNorvaBusComms* Bus() const;
   norva::sim::TDeviceSimulator* Simulator() const { return mSimulator.get(); }
   // "Connected to the simulator (/dev/pts/4)", "Connecting to 10.0.0.5:4001", "Not connected",
-  // "Connection lost: ...".
+  // "Not connected to 10.0.0.5:4001: Connection refused; trying again".
   QString State() const;
   // The last failure the library reported, until the next connection attempt.
   QString LastError() const { return mLastError; }

@@ -1,6 +1,10 @@
 #include "StudioWindow.h"
 
 #include "ProtocolCodeDialog.h"
+#include "Recovery.h"
+#include "ScreenFit.h"
+#include "StartPage.h"
+#include "TextFieldKeys.h"
 
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/EnumNames.h>
@@ -8,36 +12,33 @@
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <OrbGraphics/OrbGraphics.h>
+#include <Utils/Folders.h>
 
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
+#include <QSaveFile>
+#include <QScreen>
 #include <QSettings>
+#include <QStackedWidget>
 #include <QStatusBar>
 
 namespace studio {
 
 namespace {
 
-QSettings Settings() {
-  return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Norva"),
-                   QStringLiteral("Studio"));
-}
+// When the studio last closed cleanly or offered the auto-saved copies: later copies are news.
+const QString AutoSavesSeenKey = QStringLiteral("autoSavesSeenAt");
 
-const QString KeypadFilter = QStringLiteral("Keypad configurations (*.keycfg)");
 // Refusals listed after an import's summary; the rest are only counted.
 constexpr int ShownRefusals = 20;
 
-// Any file: the import recognises a code file by its content, whatever its name.
-QString CodeFileFilter() {
-  return QObject::tr("Code files (%1) (*)").arg(norva::CodeFileFormatNames());
-}
+QString AbsolutePath(const QString& path) { return QFileInfo(path).absoluteFilePath(); }
 
 // What a command becomes on the bus: only native codes have a packet.
 std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* command) {
@@ -50,7 +51,8 @@ std::optional<norva::TCommandPacket> BusPacketOf(const norva::TCommandObject* co
 TStudioWindow::TStudioWindow(QWidget* parent)
     : QMainWindow(parent),
       mKeypad(std::make_unique<norva::TWallKeypad>()),
-      mView(new TKeypadView(this)),
+      mView(new TKeypadView),
+      mPages(new QStackedWidget),
       mLibrary(new TLibraryTree),
       mBrowser(new TLibraryBrowser(mLibrary)),
       mBusView(new TBusView),
@@ -59,40 +61,28 @@ TStudioWindow::TStudioWindow(QWidget* parent)
       mBusPanel(new norva::TCaptionedDockPanel(tr("Bus"), QStringLiteral("busPanel"))),
       mLinkState(new QLabel) {
   setObjectName(QStringLiteral("studio"));
-  setCentralWidget(mView);
+  mPages->addWidget(mView);
+  setCentralWidget(mPages);
   mLibraryPanel->setWidget(mBrowser);
   addDockWidget(Qt::LeftDockWidgetArea, mLibraryPanel);
   mBusPanel->setWidget(mBusView);
   addDockWidget(Qt::BottomDockWidgetArea, mBusPanel);
   statusBar()->addPermanentWidget(mLinkState);
-  mChooseFile = [this](TFileRole role) {
-    switch (role) {
-      case TFileRole::OpenKeypad:
-        return QFileDialog::getOpenFileName(this, tr("Open configuration"), {}, KeypadFilter);
-      case TFileRole::SaveKeypad:
-        return QFileDialog::getSaveFileName(this, tr("Save configuration"), {}, KeypadFilter);
-      case TFileRole::OpenLibrary:
-        return QFileDialog::getSaveFileName(this, tr("Open or create an IR library"), {},
-                                            tr("IR libraries (*.xml)"), nullptr,
-                                            QFileDialog::DontConfirmOverwrite);
-      case TFileRole::SaveLibrary:
-        return QFileDialog::getSaveFileName(this, tr("Save the IR library as"), {},
-                                            tr("IR libraries (*.xml)"));
-      case TFileRole::ImportCodes:
-        return QFileDialog::getOpenFileName(this, tr("Import codes"), {}, CodeFileFilter());
-      case TFileRole::ExportCodes:
-        return QFileDialog::getSaveFileName(
-            this, tr("Export codes"), {},
-            tr("Pronto lines (*.txt *.tsv);;Girr documents (*.girr);;Flipper IR files (*.ir)"));
-    }
-    return QString();
-  };
+  mChooseFile = [this](TFileRole role) { return AskForFile(this, role); };
   mAskText = [this](const QString& question, const QString& proposal) {
     return QInputDialog::getText(this, windowTitle(), question, QLineEdit::Normal, proposal);
   };
   BuildMenus();
+  mStart = new TStartPage(
+      {mOpenLibrary, mOpenPublicLibrary, mOpenKeypad, mConnectSimulator, mConnectEthernet});
+  mPages->addWidget(mStart);
+  connect(mStart, &TStartPage::LibraryChosen, this, &TStudioWindow::OpenLibrary);
+  connect(mStart, &TStartPage::KeypadChosen, this, &TStudioWindow::OpenKeypad);
+  ShowRecent();
   mView->SetCommandNamer([this](const QString& guid) { return BoundCommandText(guid); });
   connect(mView, &TKeypadView::Edited, this, &TStudioWindow::ShowState);
+  connect(mView, &TKeypadView::SelectionChanged, this, &TStudioWindow::ShowState);
+  new TTextFieldKeys(this);
   connect(mLibrary, &TLibraryTree::Edited, this, &TStudioWindow::SaveLibrary);
   connect(mLibrary, &TLibraryTree::Refreshed, this, [this] {
     mView->Refresh();  // bound commands are named from the library
@@ -100,8 +90,11 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   });
   connect(mLibrary, &QTreeWidget::currentItemChanged, this, &TStudioWindow::ShowCurrentCode);
   connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &TStudioWindow::ShowState);
-  connect(mLink.get(), &TStudioLink::StateChanged, this, &TStudioWindow::ShowState);
-  connect(mBusView, &TBusView::ConnectionChanged, this, &TStudioWindow::ShowState);
+  for (auto changed : {&TStudioWindow::ShowState, &TStudioWindow::LogLinkChange}) {
+    connect(mLink.get(), &TStudioLink::StateChanged, this, changed);
+    connect(mBusView, &TBusView::ConnectionChanged, this, changed);
+  }
+  connect(mBusView, &TBusView::ExportRequested, this, &TStudioWindow::ExportBusLog);
   mAutoSave.setInterval(60 * 1000);
   connect(&mAutoSave, &QTimer::timeout, this, [this] {
     if (!mKeypad->GetNeedsAutoSaving()) return;
@@ -115,10 +108,10 @@ TStudioWindow::TStudioWindow(QWidget* parent)
   norva::SetKeypadClient(this);
   Watch(*mKeypad);
   mView->SetKeypad(mKeypad.get());
-  resize(1200, 800);
-  resizeDocks({mLibraryPanel}, {460}, Qt::Horizontal);
-  resizeDocks({mBusPanel}, {240}, Qt::Vertical);
-  QSettings settings = Settings();
+  setGeometry(FirstWindowGeometry(screen()->availableGeometry()));
+  resizeDocks({mLibraryPanel}, {width() * 2 / 5}, Qt::Horizontal);
+  resizeDocks({mBusPanel}, {height() * 3 / 10}, Qt::Vertical);
+  QSettings settings = StudioSettings();
   mBindings.Load(settings);
   restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
   restoreState(settings.value(QStringLiteral("panels")).toByteArray());
@@ -139,7 +132,8 @@ TStudioWindow::~TStudioWindow() {
 void TStudioWindow::BuildMenus() {
   QMenu* file = menuBar()->addMenu(tr("&File"));
   file->addAction(tr("&New"), QKeySequence::New, this, &TStudioWindow::FileNew);
-  file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] { FileOpen(); });
+  mOpenKeypad =
+      file->addAction(tr("&Open keypad..."), QKeySequence::Open, this, [this] { FileOpen(); });
   file->addAction(tr("&Save"), QKeySequence::Save, this, [this] { FileSave(); });
   file->addAction(tr("Save &As..."), QKeySequence::SaveAs, this, [this] { FileSaveAs(); });
   file->addSeparator();
@@ -162,21 +156,22 @@ void TStudioWindow::BuildMenus() {
   // copying either hides the other.
   mPaste = edit->addAction(tr("&Paste (hex code into the library, button onto the keypad)"),
                            QKeySequence::Paste, this, &TStudioWindow::Paste);
-  edit->addAction(tr("&Clear button"), QKeySequence::Delete, this,
-                  [this] { mView->ClearButton(mView->Selected()); });
+  mClear = edit->addAction(tr("&Clear button"), QKeySequence::Delete, this,
+                           [this] { mView->ClearButton(mView->Selected()); });
   edit->addSeparator();
   mSend = edit->addAction(tr("S&end button's command"), QKeySequence(Qt::Key_F5), this,
                           [this] { SendSelectedCommand(); });
 
   QMenu* library = menuBar()->addMenu(tr("&Library"));
-  library->addAction(tr("&Open or create..."), this, [this] {
+  mOpenLibrary = library->addAction(tr("&Open or create library..."), this, [this] {
     if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
       OpenLibrary(path, false);
   });
-  library->addAction(tr("Open as &public (with the built-in makes)..."), this, [this] {
-    if (const QString path = mChooseFile(TFileRole::OpenLibrary); !path.isEmpty())
+  mOpenPublicLibrary = library->addAction(tr("Open the &public library..."), this, [this] {
+    if (const QString path = mChooseFile(TFileRole::OpenPublicLibrary); !path.isEmpty())
       OpenLibrary(path, true);
   });
+  mOpenPublicLibrary->setToolTip(tr("Read-only, with the installation's built-in makes"));
   library->addAction(tr("&Save as..."), this, &TStudioWindow::SaveLibraryAs);
   library->addSeparator();
   library->addAction(tr("Add &model..."), this, &TStudioWindow::AddModel);
@@ -198,16 +193,25 @@ void TStudioWindow::BuildMenus() {
 
 void TStudioWindow::BuildConnectionMenu() {
   QMenu* connection = menuBar()->addMenu(tr("&Connection"));
-  connection->addAction(tr("&Simulator"), this, [this] { mLink->ConnectSimulator(); });
+  mConnectSimulator = connection->addAction(tr("Connect to the &simulator"), this,
+                                            [this] { mLink->ConnectSimulator(); });
   QMenu* serial = connection->addMenu(tr("Se&rial port"));
   connect(serial, &QMenu::aboutToShow, this, [this, serial] {
     serial->clear();
     const QStringList ports = norva::TNorvaBusComms::GetComPorts();
     for (const QString& port : ports)
-      serial->addAction(port, this, [this, port] { mLink->ConnectSerial(port); });
+      serial->addAction(port, this, [this, port] { ConnectSerial(port); });
     if (ports.isEmpty()) serial->addAction(tr("(no serial ports found)"))->setEnabled(false);
+    serial->addSeparator();
+    for (const QString& line : mRecentSerialLines.Entries()) {
+      if (!ports.contains(line))
+        serial->addAction(line, this, [this, line] { ConnectSerial(line); });
+    }
+    serial->addAction(tr("&Other line (such as the simulator's /dev/pts/N)..."), this,
+                      &TStudioWindow::ConnectSerialLine);
   });
-  connection->addAction(tr("&Ethernet..."), this, &TStudioWindow::ConnectEthernet);
+  mConnectEthernet =
+      connection->addAction(tr("Connect over &Ethernet..."), this, &TStudioWindow::ConnectEthernet);
   QMenu* usb = connection->addMenu(tr("&USB device"));
   connect(usb, &QMenu::aboutToShow, this, [this, usb] {
     usb->clear();
@@ -246,9 +250,22 @@ void TStudioWindow::ShowState() {
   mPaste->setEnabled(
       TKeypadView::ButtonInClipboard() ||
       (norva::HexCodeInClipboard() && mLibrary->Database() && !mLibrary->Database()->IsReadOnly()));
+  const bool buttonUsed = !mKeypad->Button(mView->Selected()).IsBlank();
+  for (QAction* action : {mCut, mCopy, mClear}) action->setEnabled(buttonUsed);
   const norva::TCommandObject* command = SelectedCommand();
   mSend->setEnabled(command && mLink->Bus() && mLink->Bus()->LinkUp());
   mLinkState->setText(mLink->State());
+  mStart->ShowLinkState(mLink->State());
+  mPages->setCurrentWidget(ShowsStartPage() ? static_cast<QWidget*>(mStart) : mView);
+}
+
+bool TStudioWindow::ShowsStartPage() const {
+  return !mLibrary->Database() && !mKeypad->HasName() && !mKeypad->GetNeedsSaving();
+}
+
+void TStudioWindow::ShowRecent() {
+  mStart->ShowRecent(mRecentLibraries.Entries(), mRecentPublicLibraries.Entries(),
+                     mRecentKeypads.Entries());
 }
 
 void TStudioWindow::ShowError(const std::exception& error, const QString& caption) {
@@ -261,7 +278,7 @@ void TStudioWindow::Tell(const QString& text, const QString& caption) {
 }
 
 void TStudioWindow::ChooseFileName(norva::TKeypadDevice& device) {
-  const QString path = mChooseFile(TFileRole::SaveKeypad);
+  const QString path = WithKeypadExtension(mChooseFile(TFileRole::SaveKeypad));
   if (!path.isEmpty()) device.SetName(path);
 }
 
@@ -272,7 +289,10 @@ void TStudioWindow::OpenLibrary(const QString& path, bool isPublic) {
   const auto toldBelow = [](norva::TIRDB&, const QString&, bool& handled) { handled = true; };
   mDatabase = std::make_unique<norva::TIRDB>(path, isPublic, toldBelow);
   mLibrary->SetDatabase(mDatabase.get());
+  (isPublic ? mRecentPublicLibraries : mRecentLibraries).Add(AbsolutePath(path));
+  ShowRecent();
   ShowLibraryState();
+  ShowState();
   const QString failure = mDatabase->GetLoadFailure();
   if (failure.isEmpty()) return;
   const norva::TMessageResult answer = norva::UIServices().MessageBox(
@@ -331,7 +351,14 @@ void TStudioWindow::FileNew() {
 bool TStudioWindow::FileOpen() {
   if (!mKeypad->CanClose(false)) return false;
   const QString path = mChooseFile(TFileRole::OpenKeypad);
-  if (path.isEmpty()) return false;
+  return !path.isEmpty() && LoadKeypad(path);
+}
+
+bool TStudioWindow::OpenKeypad(const QString& path) {
+  return mKeypad->CanClose(false) && LoadKeypad(path);
+}
+
+bool TStudioWindow::LoadKeypad(const QString& path) {
   try {
     if (!mKeypad->LoadFile(path)) {
       Tell(tr("%1 is no keypad configuration.").arg(path), tr("Open"));
@@ -340,15 +367,55 @@ bool TStudioWindow::FileOpen() {
   } catch (const std::exception& error) {
     ShowError(error, tr("Open"));
   }
+  mRecentKeypads.Add(AbsolutePath(path));
+  ShowRecent();
   mView->Refresh();
   ShowState();
   return true;
+}
+
+void TStudioWindow::OfferRecovery() {
+  QSettings settings = StudioSettings();
+  const QDateTime seen = settings.value(AutoSavesSeenKey).toDateTime();
+  settings.setValue(AutoSavesSeenKey, QDateTime::currentDateTime());
+  for (const TRecoverable& copy :
+       FindRecoverable(norva::GetAutoSaveDir(), mRecentKeypads.Entries(), seen)) {
+    const QString document = copy.Keypad.isEmpty() ? tr("a configuration that was never saved")
+                                                   : QFileInfo(copy.Keypad).fileName();
+    const norva::TMessageResult answer = norva::UIServices().MessageBox(
+        tr("The studio did not close cleanly. A copy of %1 was auto-saved at %2, after the file "
+           "was last saved. Open the auto-saved copy?")
+            .arg(document, QLocale().toString(copy.SavedAt, QLocale::ShortFormat)),
+        tr("Recover"), norva::TMessageIcon::Question, norva::TMessageButtons::YesNo);
+    if (answer == norva::TMessageResult::Yes) {
+      Recover(copy);
+      return;
+    }
+  }
+}
+
+void TStudioWindow::Recover(const TRecoverable& copy) {
+  try {
+    if (!mKeypad->LoadFile(copy.AutoSave)) return;
+  } catch (const std::exception& error) {
+    ShowError(error, tr("Recover"));
+    return;
+  }
+  {
+    const norva::TUndoSuspended undoOff;  // the copy stands for its file, changed
+    mKeypad->SetName(copy.Keypad);
+    mKeypad->SetNeedsSaving(true);
+  }
+  mView->Refresh();
+  ShowState();
 }
 
 bool TStudioWindow::FileSave() {
   mView->CommitCaption();
   try {
     const bool saved = mKeypad->FileSave();
+    if (saved) mRecentKeypads.Add(AbsolutePath(mKeypad->GetName()));
+    ShowRecent();
     ShowState();
     return saved;
   } catch (const std::exception& error) {
@@ -358,7 +425,7 @@ bool TStudioWindow::FileSave() {
 }
 
 bool TStudioWindow::FileSaveAs() {
-  const QString path = mChooseFile(TFileRole::SaveKeypad);
+  const QString path = WithKeypadExtension(mChooseFile(TFileRole::SaveKeypad));
   if (path.isEmpty()) return false;
   {
     const norva::TUndoSuspended undoOff;  // where the file goes is no edit
@@ -526,8 +593,41 @@ void TStudioWindow::RenameCode() {
 }
 
 void TStudioWindow::ConnectEthernet() {
-  const QString address = mAskText(tr("Address of the device (host:port):"), QString());
-  if (!address.isEmpty()) mLink->ConnectEthernet(address);
+  const QStringList recent = mRecentAddresses.Entries();
+  const QString address = mAskText(tr("Address of the device (host:port):"),
+                                   recent.isEmpty() ? QString() : recent.first());
+  if (address.isEmpty()) return;
+  mRecentAddresses.Add(address);
+  mLink->ConnectEthernet(address);
+}
+
+void TStudioWindow::ConnectSerialLine() {
+  const QStringList recent = mRecentSerialLines.Entries();
+  const QString line =
+      mAskText(tr("Path of the serial line (norva-sim prints its own, \"pty: /dev/pts/N\"):"),
+               recent.isEmpty() ? QStringLiteral("/dev/pts/") : recent.first());
+  if (!line.isEmpty()) ConnectSerial(line);
+}
+
+void TStudioWindow::ConnectSerial(const QString& line) {
+  mRecentSerialLines.Add(line);
+  mLink->ConnectSerial(line);
+}
+
+void TStudioWindow::LogLinkChange() {
+  const QString state = mLink->State();
+  if (state == mLoggedLinkState) return;
+  mLoggedLinkState = state;
+  mBusView->Log().AppendLinkChange(state);
+}
+
+void TStudioWindow::ExportBusLog() {
+  const QString path = mChooseFile(TFileRole::ExportBusLog);
+  if (path.isEmpty()) return;
+  mBusView->Log().Flush();
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || !mBusView->WriteShownRows(file) || !file.commit())
+    Tell(tr("Cannot write %1: %2").arg(path, file.errorString()), tr("Export the bus log"));
 }
 
 void TStudioWindow::ShowCurrentCode() {
@@ -554,10 +654,11 @@ void TStudioWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   SaveLibrary();
-  QSettings settings = Settings();
+  QSettings settings = StudioSettings();
   settings.setValue(QStringLiteral("geometry"), saveGeometry());
   settings.setValue(QStringLiteral("panels"), saveState());
   mBindings.Save(settings);
+  settings.setValue(AutoSavesSeenKey, QDateTime::currentDateTime());
   event->accept();
 }
 

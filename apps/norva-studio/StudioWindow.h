@@ -6,9 +6,11 @@
 
 #include "BindingMemory.h"
 #include "BusView.h"
+#include "FileDialogs.h"
 #include "KeypadView.h"
 #include "LibraryBrowser.h"
 #include "LibraryPanel.h"
+#include "RecentList.h"
 #include "StudioLink.h"
 
 #include <KeypadDevice/KeypadDevice.h>
@@ -20,6 +22,7 @@
 #include <memory>
 
 class QLabel;
+class QStackedWidget;
 
 namespace norva {
 class TCaptionedDockPanel;
@@ -27,6 +30,9 @@ class TUndo;
 }  // namespace norva
 
 namespace studio {
+
+class TStartPage;
+struct TRecoverable;
 
 class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   Q_OBJECT
@@ -37,14 +43,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
 
   // What the installer is asked for: a file (by a file dialog) or a line of text (by an input
   // box). Tests answer instead. "" means cancelled.
-  enum class TFileRole {
-    OpenKeypad,
-    SaveKeypad,
-    OpenLibrary,
-    SaveLibrary,
-    ImportCodes,
-    ExportCodes
-  };
+  using TFileRole = studio::TFileRole;
   using TFileChooser = std::function<QString(TFileRole role)>;
   using TTextAsker = std::function<QString(const QString& question, const QString& proposal)>;
   void SetFileChooser(TFileChooser chooser) { mChooseFile = std::move(chooser); }
@@ -55,12 +54,21 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   // that exists but did not load is opened read-only, so that nothing is written over it; the
   // installer is told why and offered to save the library under another name.
   void OpenLibrary(const QString& path, bool isPublic);
+  // Opens the keypad configuration in `path`, after the close prompt; false when it did not open.
+  bool OpenKeypad(const QString& path);
+  // When auto-saved copies of configurations are newer than their files and were written since
+  // the studio last closed cleanly, offers the newest that the installer takes, under its file's
+  // name and unsaved. Each copy is offered once.
+  void OfferRecovery();
 
   norva::TWallKeypad& Keypad() const { return *mKeypad; }
   TKeypadView* KeypadView() const { return mView; }
   TLibraryTree* Library() const { return mLibrary; }
   TLibraryBrowser* Browser() const { return mBrowser; }
   TBusView* BusView() const { return mBusView; }
+  // Shown instead of the keypad while no library is open and no configuration was opened or begun.
+  TStartPage* StartPage() const { return mStart; }
+  bool ShowsStartPage() const;
   TStudioLink& Link() { return *mLink; }
   norva::TCaptionedDockPanel* LibraryPanel() const { return mLibraryPanel; }
   QTimer& AutoSaveTimer() { return mAutoSave; }
@@ -90,7 +98,12 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   void SaveLibrary();
   // Writes the library to a file the installer chooses, which becomes the library's file.
   void SaveLibraryAs();
+  // Asks for an address, proposing the last one; connects and remembers it.
   void ConnectEthernet();
+  // Asks for a serial line by its path (a simulator's pseudo-terminal, a port not listed).
+  void ConnectSerialLine();
+  // Writes the bus log's shown rows to a file the installer chooses.
+  void ExportBusLog();
 
   // Shows the title, the modified mark and which commands are possible now.
   void ShowState();
@@ -101,6 +114,7 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* CopyAction() const { return mCopy; }
   QAction* PasteAction() const { return mPaste; }
   QAction* SendAction() const { return mSend; }
+  QAction* ClearAction() const { return mClear; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -108,6 +122,13 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
  private:
   void BuildMenus();
   void BuildConnectionMenu();
+  void ShowRecent();
+  // Reads the configuration in `path` into the document, the close prompt already answered.
+  bool LoadKeypad(const QString& path);
+  // The link's state, written in the bus log when it changed.
+  void LogLinkChange();
+  void ConnectSerial(const QString& line);
+  void Recover(const TRecoverable& copy);
   void Watch(norva::TWallKeypad& keypad);
   // One step back in `history` (the undo or the redo history).
   void Revert(norva::TUndo& history);
@@ -128,6 +149,8 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   std::unique_ptr<norva::TWallKeypad> mKeypad;
   std::unique_ptr<norva::TIRDB> mDatabase;
   TKeypadView* mView;
+  QStackedWidget* mPages;
+  TStartPage* mStart = nullptr;
   TLibraryTree* mLibrary;
   TLibraryBrowser* mBrowser;
   TBusView* mBusView;
@@ -141,6 +164,18 @@ class TStudioWindow : public QMainWindow, public norva::IKeypadClient {
   QAction* mCopy = nullptr;
   QAction* mPaste = nullptr;
   QAction* mSend = nullptr;
+  QAction* mClear = nullptr;
+  QAction* mOpenKeypad = nullptr;
+  QAction* mOpenLibrary = nullptr;
+  QAction* mOpenPublicLibrary = nullptr;
+  QAction* mConnectSimulator = nullptr;
+  QAction* mConnectEthernet = nullptr;
+  const TRecentList mRecentLibraries{QStringLiteral("recent/libraries")};
+  const TRecentList mRecentPublicLibraries{QStringLiteral("recent/publicLibraries")};
+  const TRecentList mRecentKeypads{QStringLiteral("recent/keypads")};
+  const TRecentList mRecentAddresses{QStringLiteral("recent/addresses")};
+  const TRecentList mRecentSerialLines{QStringLiteral("recent/serialLines")};
+  QString mLoggedLinkState;
   QTimer mAutoSave;
   TBindingMemory mBindings;
   TFileChooser mChooseFile;

@@ -4,11 +4,9 @@
 
 #include <NorvaGlobal/Gui/QtUIServices.h>
 #include <NorvaGlobal/UIServices.h>
-#include <Utils/Folders.h>
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDir>
 
 #include <cstdio>
 
@@ -27,8 +25,8 @@ int main(int argc, char** argv) {
   const QCommandLineOption usb(QStringLiteral("usb"),
                                QStringLiteral("First recognised USB device."));
   const QCommandLineOption library(QStringLiteral("library"),
-                                   QStringLiteral("IR library file (default: IR.xml in the "
-                                                  "documents folder)."),
+                                   QStringLiteral("IR library file to open (by default the "
+                                                  "window starts with recent libraries)."),
                                    QStringLiteral("FILE"));
   const QCommandLineOption publicLibrary(QStringLiteral("public"),
                                          QStringLiteral("Open the library as the public one, with "
@@ -45,15 +43,17 @@ int main(int argc, char** argv) {
     return refuse(QStringLiteral("unexpected argument %1").arg(options.positionalArguments()[0]));
   if (int(options.isSet(serial)) + int(options.isSet(tcp)) + int(options.isSet(usb)) > 1)
     return refuse(QStringLiteral("name one link: --serial DEVICE, --tcp HOST:PORT or --usb"));
+  if (options.isSet(publicLibrary) && !options.isSet(library))
+    return refuse(QStringLiteral("--public needs the library: --library FILE"));
 
   norva::TQtUIServices services;
   const norva::TScopedUIServices installed(services);
   studio::TStudioWindow window;
-  window.OpenLibrary(options.isSet(library)
-                         ? options.value(library)
-                         : QDir(norva::GetMyDocumentsPath()).filePath(QStringLiteral("IR.xml")),
-                     options.isSet(publicLibrary));
+  // With no library named the window starts on its first page: what to do, recent files.
+  if (options.isSet(library))
+    window.OpenLibrary(options.value(library), options.isSet(publicLibrary));
   window.show();
+  window.OfferRecovery();
   if (options.isSet(serial))
     window.Link().ConnectSerial(options.value(serial));
   else if (options.isSet(tcp))

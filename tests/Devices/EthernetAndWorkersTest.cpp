@@ -110,6 +110,7 @@ TEST_F(EthernetPeerTest, APeerThatStaysAwayIsRetriedCalmly) {
   EXPECT_GE(client->ConnectionChanges, 4);
   EXPECT_LE(client->ConnectionChanges, 12);
   EXPECT_TRUE(ui.Messages().isEmpty());  // connect errors are retried, never shown
+  EXPECT_FALSE(bus->LinkRetryReason().isEmpty()) << "but the bus can say why it is not up";
 }
 
 TEST_F(EthernetPeerTest, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
@@ -130,6 +131,7 @@ TEST_F(EthernetPeerTest, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold
   ASSERT_TRUE(PumpUntil([&] { return bus->EthernetConnected(); }));
   PumpFor(100);
   EXPECT_TRUE(bus->LinkUp());
+  EXPECT_TRUE(bus->LinkRetryReason().isEmpty());
 }
 
 TEST_F(EthernetPeerTest, BytesThatNeverReachTheNetworkAreASendFailure) {

@@ -1,8 +1,10 @@
-// Captioned dock panels as a user meets them: clicking the pin floats and docks a panel, the
-// close button hides it, and the main window's saved state brings panels back as they were.
+// Captioned dock panels as a user meets them: clicking the pin hides a panel at its window's edge
+// behind a tab and pins it back, the close button hides it, and the main window's saved state
+// brings panels back as they were.
 
 #include <OrbGraphics/OrbGraphics.h>
 
+#include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
 #include <QSignalSpy>
@@ -40,29 +42,48 @@ struct TWindow {
   TCaptionedDockPanel* right;
 };
 
-TEST(DockPanel, ThePinFloatsAndDocksThePanel) {
+TEST(DockPanel, ThePinHidesThePanelAtItsWindowEdgeAndItsTabShowsIt) {
   TWindow w;
   ASSERT_TRUE(w.left->IsPinned());
   EXPECT_TRUE(w.left->PinButton()->isChecked());
-  EXPECT_FALSE(w.left->isWindow());
   EXPECT_TRUE(w.window.rect().contains(w.left->geometry())) << "docked inside the window";
-  const int centralDocked = w.CentralWidth();
+  const int centralPinned = w.CentralWidth();
 
   QSignalSpy pinned(w.left, &TCaptionedDockPanel::PinnedChanged);
   QTest::mouseClick(w.left->PinButton(), Qt::LeftButton);
   EXPECT_FALSE(w.left->IsPinned());
-  EXPECT_TRUE(w.left->isWindow()) << "a window of its own";
-  EXPECT_TRUE(w.left->isVisible());
+  EXPECT_FALSE(w.left->isVisible());
   EXPECT_FALSE(w.left->PinButton()->isChecked());
   ASSERT_EQ(pinned.count(), 1);
   EXPECT_EQ(pinned.at(0).at(0).toBool(), false);
-  EXPECT_GT(w.CentralWidth(), centralDocked) << "the room it took goes to the central area";
+  EXPECT_GT(w.CentralWidth(), centralPinned) << "the room it took goes to the central area";
+  QToolButton* tab = w.left->Tab();
+  ASSERT_NE(tab, nullptr);
+  ASSERT_TRUE(tab->isVisible());
+  EXPECT_LT(tab->mapTo(&w.window, QPoint()).x(), w.window.centralWidget()->x())
+      << "at the left edge, where the panel was";
 
+  // The pointer over the tab shows it; away from tab and panel, it hides again.
+  QEvent enter(QEvent::Enter);
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(tab, &enter);
+  EXPECT_TRUE(w.left->isVisible());
+  QApplication::sendEvent(tab, &leave);
+  QApplication::sendEvent(w.left, &enter);  // on to the panel
+  QTest::qWait(2 * TCaptionedDockPanel::HideDelayMs);
+  EXPECT_TRUE(w.left->isVisible()) << "the pointer is over the panel";
+  QApplication::sendEvent(w.left, &leave);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !w.left->isVisible(); }));
+
+  QApplication::sendEvent(tab, &enter);
   QTest::mouseClick(w.left->PinButton(), Qt::LeftButton);
   EXPECT_TRUE(w.left->IsPinned());
-  EXPECT_FALSE(w.left->isWindow());
-  EXPECT_EQ(w.window.dockWidgetArea(w.left), Qt::LeftDockWidgetArea) << "back where it was";
-  EXPECT_EQ(w.CentralWidth(), centralDocked);
+  EXPECT_FALSE(tab->isVisible());
+  QApplication::sendEvent(w.left, &leave);
+  QTest::qWait(2 * TCaptionedDockPanel::HideDelayMs);
+  EXPECT_TRUE(w.left->isVisible()) << "pinned, it stays";
+  EXPECT_EQ(w.window.dockWidgetArea(w.left), Qt::LeftDockWidgetArea) << "where it was";
+  EXPECT_EQ(w.CentralWidth(), centralPinned);
   EXPECT_EQ(pinned.count(), 2);
 }
 
@@ -90,6 +111,8 @@ TEST(DockPanel, TheSavedWindowStateBringsPanelsBackAsTheyWere) {
   QCoreApplication::processEvents();
   EXPECT_FALSE(restored.left->IsPinned());
   EXPECT_FALSE(restored.left->PinButton()->isChecked()) << "the button shows the restored state";
+  EXPECT_FALSE(restored.left->isVisible()) << "hidden at the edge";
+  EXPECT_TRUE(restored.left->Tab()->isVisible());
   EXPECT_FALSE(restored.right->isVisible());
 }
 

@@ -3,7 +3,7 @@
 // the window closed with and without saving, the file opened again; a native code sent to the
 // simulator and its echo in the bus view; codes imported and renamed; the panels remembered.
 
-#include <StudioWindow.h>
+#include "StudioFixture.h"
 
 #include <ButtonTile.h>
 #include <IR/IR.h>
@@ -35,96 +35,6 @@
 
 namespace studio {
 namespace {
-
-// A remote control's volume-up code, in Pronto hex.
-const QString VolumeUp = QStringLiteral(
-    "0000 006D 0000 0022 0157 00AC 0015 0016 0015 0016 0015 0041 0015 0016 0015 0016 "
-    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0016 0015 0041 0015 0041 "
-    "0015 0041 0015 0041 0015 0041 0015 0016 0015 0016 0015 0016 0015 0041 0015 0016 "
-    "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
-    "0015 0041 0015 0041 0015 0041 0015 05ED");
-
-class Studio : public ::testing::Test {
- protected:
-  void SetUp() override {
-    ASSERT_TRUE(mFolder.isValid());
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, mFolder.filePath("settings"));
-    mPreviousAutoSave = norva::SetAutoSaveDir(mFolder.filePath("autosave"));
-  }
-  void TearDown() override {
-    mWindow.reset();
-    norva::SetAutoSaveDir(mPreviousAutoSave);
-    norva::Undo().Empty();
-    norva::Redo().Empty();
-  }
-
-  std::unique_ptr<TStudioWindow> OpenWindow() {
-    auto window = std::make_unique<TStudioWindow>();
-    window->SetFileChooser([this](TStudioWindow::TFileRole role) {
-      return role == TStudioWindow::TFileRole::ImportCodes ? mFolder.filePath("remote.tsv")
-                                                           : mFolder.filePath("Lounge.keycfg");
-    });
-    window->SetTextAsker([this](const QString&, const QString&) {
-      return mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
-    });
-    window->OpenLibrary(mFolder.filePath("IR.xml"), false);
-    window->show();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    return window;
-  }
-
-  // The command's tree item dragged and dropped on button `index`, as the mouse delivers it.
-  static void DropOnButton(TStudioWindow& window, const norva::TCommandObject& command, int index) {
-    QTreeWidgetItem* item = window.Library()->ItemOf(&command);
-    ASSERT_NE(item, nullptr);
-    window.Library()->setCurrentItem(item);
-    const std::unique_ptr<QMimeData> data(
-        window.Library()->model()->mimeData(window.Library()->selectionModel()->selectedIndexes()));
-    ASSERT_NE(data, nullptr);
-    TButtonTile* tile = window.KeypadView()->Tile(index);
-    const QPoint centre = tile->rect().center();
-    QDragEnterEvent enter(centre, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(tile, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    QDropEvent drop(centre, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(tile, &drop);
-  }
-
-  // The public library opened and its built-in Standby code chosen in the tree.
-  const norva::TIRStream* ChooseBuiltInStandby(TStudioWindow& window) {
-    window.OpenLibrary(mFolder.filePath("public.xml"), true);
-    const QList<QTreeWidgetItem*> standby =
-        window.Library()->findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
-    if (standby.isEmpty()) return nullptr;
-    window.Library()->setCurrentItem(standby.first());
-    return qobject_cast<norva::TIRStream*>(window.Library()->CurrentCommand());
-  }
-
-  // Typed into the caption field of button `index`, without Enter.
-  static void TypeCaption(TStudioWindow& window, int index, const QString& caption) {
-    window.KeypadView()->Select(index);
-    QLineEdit* editor = window.KeypadView()->CaptionEditor();
-    editor->setFocus();
-    editor->selectAll();
-    QTest::keyClicks(editor, caption);
-  }
-
-  // Waits, letting events run, until `done` or five seconds passed.
-  template <typename Predicate>
-  static bool WaitFor(Predicate done) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!done() && waited.elapsed() < 5000) QTest::qWait(10);
-    return done();
-  }
-
-  QTemporaryDir mFolder;
-  std::unique_ptr<TStudioWindow> mWindow;  // for fixtures that open it in SetUp
-  QStringList mAnswers;                    // what the installer types, in turn
-  QString mPreviousAutoSave;
-  norva::TRecordingUIServices mServices;
-  norva::TScopedUIServices mInstalled{mServices};
-};
 
 TEST_F(Studio, PasteAddsOnlyAWholeCodeNamedCodeNWhenTheLibraryDoesNotKnowIt) {
   auto window = OpenWindow();
@@ -362,6 +272,7 @@ TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus)
 
   ASSERT_TRUE(window->Link().ConnectSimulator());
   ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+  window->BusView()->Log().Clear();  // the link's own rows: the packets start at row 0
   EXPECT_TRUE(window->LinkStateText().startsWith("Connected to the simulator"))
       << window->LinkStateText().toStdString();
   DropOnButton(*window, *code, 0);
@@ -407,6 +318,7 @@ TEST_F(Studio, AUsbAmplifierIsFoundAndAnswersOverItsPipes) {
     EXPECT_EQ(devices[0].DeviceType, norva::NorvaAmp);
     ASSERT_TRUE(window->Link().ConnectUsb(devices[0].Path));
     ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+    window->BusView()->Log().Clear();
     ASSERT_TRUE(window->BusView()->Send(norva::BuildCommandPacket(0x02, 7, {2})));
     TPacketLog& log = window->BusView()->Log();
     ASSERT_TRUE(WaitFor([&] { return log.rowCount() >= 3; }));
@@ -436,6 +348,7 @@ TEST_F(Studio, AnEthernetDeviceThatHangsUpAtOnceIsNotConnectedAndOneThatAnswersI
   device.SetBusy(false);
   window->Link().ConnectEthernet(address);
   ASSERT_TRUE(WaitFor([&] { return window->Link().Bus()->LinkUp(); }));
+  window->BusView()->Log().Clear();
   EXPECT_EQ(window->LinkStateText(), "Connected to " + address);
   ASSERT_TRUE(window->BusView()->Send(norva::BuildCommandPacket(0x02, 7, {2})));
   TPacketLog& log = window->BusView()->Log();
@@ -542,8 +455,8 @@ TEST(StudioProgram, RefusesBadOptionsAndListsTheGoodOnes) {
     return std::pair(process.exitCode(), QString::fromUtf8(process.readAllStandardOutput() +
                                                            process.readAllStandardError()));
   };
-  for (const QStringList& bad :
-       {QStringList{"--bogus"}, QStringList{"--serial", "/dev/x", "--usb"}, QStringList{"extra"}}) {
+  for (const QStringList& bad : {QStringList{"--bogus"}, QStringList{"--serial", "/dev/x", "--usb"},
+                                 QStringList{"extra"}, QStringList{"--public"}}) {
     const auto [code, output] = run(bad);
     EXPECT_EQ(code, 2) << bad.join(' ').toStdString();
     EXPECT_TRUE(output.contains("norva-studio: ")) << output.toStdString();

@@ -1,7 +1,10 @@
 #pragma once
-// Lets GoogleTest print Qt strings as text in failure messages.
+// Lets GoogleTest print Qt strings as text, and sizes and rectangles as numbers, in failure
+// messages.
 
 #include <QByteArray>
+#include <QRect>
+#include <QSize>
 #include <QString>
 
 #include <ostream>
@@ -11,4 +14,10 @@ inline void PrintTo(const QString& text, std::ostream* out) {
 }
 inline void PrintTo(const QByteArray& bytes, std::ostream* out) {
   *out << '"' << bytes.toStdString() << '"';
+}
+inline std::ostream& operator<<(std::ostream& out, const QSize& size) {
+  return out << size.width() << "x" << size.height();
+}
+inline std::ostream& operator<<(std::ostream& out, const QRect& rect) {
+  return out << rect.size() << "+" << rect.x() << "+" << rect.y();
 }

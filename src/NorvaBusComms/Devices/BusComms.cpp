@@ -139,6 +139,8 @@ void TNorvaBusComms::LinkFailed(const TPlatformResult& failure, const QString& c
   ReportError(failure.Text, caption, icon, true);
 }
 
+QString TNorvaBusComms::LinkRetryReason() const { return mLink ? mLink->RetryReason() : QString(); }
+
 void TNorvaBusComms::CloseDevice() {
   TLink* link = std::exchange(mLink, nullptr);
   mConnectedCommsInterface = NoCommsInterface;

@@ -71,6 +71,9 @@ class TNorvaBusComms : public QObject,
   void CloseDevice();
 
   bool GetConnected() const;
+  // Why the open link is not up while it keeps trying to connect (TLink::RetryReason); "" with
+  // none open.
+  QString LinkRetryReason() const;
   void SetConnected(bool value);
   // Reopens a lost connection; true when the connection state changed. Called periodically by
   // the application and after a worker failure.

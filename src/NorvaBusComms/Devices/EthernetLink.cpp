@@ -72,6 +72,7 @@ void TEthernetLink::DropSocket() {
 
 TPlatformResult TEthernetLink::Close() {
   mRetryTimer.stop();
+  mRetryReason.clear();
   mPendingWrite.clear();
   DropSocket();
   return {};
@@ -120,6 +121,7 @@ qint64 TEthernetLink::BytesToWrite() const {
 
 void TEthernetLink::EthernetConnect() {
   mConnectedOnce = true;
+  mRetryReason.clear();
   mConnectedFor.start();
   if (!mPendingWrite.isEmpty()) mSocket->write(std::exchange(mPendingWrite, QByteArray()));
   Host().LinkConnectionChanged();
@@ -148,6 +150,7 @@ QString TEthernetLink::ErrorCaption(QAbstractSocket::SocketError error, bool wri
 }
 
 void TEthernetLink::EthernetError(QAbstractSocket::SocketError error) {
+  mRetryReason = mSocket->errorString();
   // Errors while connecting are retried, so they are not shown; nor is the peer closing the
   // connection, which is how a device reboot looks.
   if (mConnectedOnce && error != QAbstractSocket::RemoteHostClosedError) {

@@ -41,6 +41,7 @@ class TEthernetLink final : public QObject, public TLink {
   // The socket exists and is connecting or connected.
   bool IsOpen() const override;
   bool IsUp() const override;
+  QString RetryReason() const override { return mRetryReason; }
   // Ethernet devices do not echo, so sent packets are not remembered.
   bool SendPacketText(const QByteArray& text) override;
   bool EchoesPackets(TCommsDeviceType /*connected*/) const override { return false; }
@@ -76,6 +77,7 @@ class TEthernetLink final : public QObject, public TLink {
   QElapsedTimer mConnectedFor;
   QByteArray mPendingWrite;  // written while the connection is still being made
   int mFailedAttempts = 0;
+  QString mRetryReason;
   QTimer mRetryTimer;
 };
 

@@ -44,6 +44,9 @@ class TLink : public TBusTransport {
   virtual TPlatformResult Close() = 0;
   // Bytes can reach the device now (Ethernet: the socket is connected, not just connecting).
   virtual bool IsUp() const { return IsOpen(); }
+  // Why a link that keeps trying to connect by itself is not up: its last connection error; ""
+  // once it is up, and for links that do not retry.
+  virtual QString RetryReason() const { return {}; }
 
   // Raw data and USB vendor commands: a link that cannot carry an item drops it.
   void TakeReceivedBytes(int /*kind*/, QByteArray& /*appendTo*/) override {}
