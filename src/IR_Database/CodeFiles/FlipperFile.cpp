@@ -92,7 +92,7 @@ TCodeFileEntries ReadFlipperFile(const QByteArray& bytes, const QString& /*path*
   TCodeFileEntries read;
   for (const TBlock& block : Blocks(bytes)) {
     const QString place = QStringLiteral("%1 (%2)").arg(LinePlace(block.Line), block.Name);
-    AddEntry(read, place, [&block] {
+    ReadEntry(read, place, [&block] {
       if (block.Name.isEmpty()) throw ENorvaError(QStringLiteral("no name"));
       return Entry(block);
     });

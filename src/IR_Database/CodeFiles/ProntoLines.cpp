@@ -42,7 +42,7 @@ TCodeFileEntries ReadProntoLines(const QByteArray& bytes, const QString& /*path*
                       !EndsOnHexCode(lines[0].Text) && lines.size() > 1 &&
                       EndsOnHexCode(lines[1].Text);
   for (qsizetype i = header ? 1 : 0; i < lines.size(); ++i)
-    AddEntry(read, LinePlace(lines[i].Number), [&line = lines[i]] { return ReadLine(line); });
+    ReadEntry(read, LinePlace(lines[i].Number), [&line = lines[i]] { return ReadLine(line); });
   return read;
 }
 

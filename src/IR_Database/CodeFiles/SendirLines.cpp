@@ -59,7 +59,7 @@ bool IsSendirLines(const QByteArray& bytes) {
 TCodeFileEntries ReadSendirLines(const QByteArray& bytes, const QString& /*path*/) {
   TCodeFileEntries read;
   for (const TCodeFileLine& line : CodeFileLines(bytes)) {
-    AddEntry(read, LinePlace(line.Number), [&line, &read] {
+    ReadEntry(read, LinePlace(line.Number), [&line, &read] {
       if (!IsSendirLine(line.Text)) throw ENorvaError(QStringLiteral("no sendir line"));
       TCodeFileEntry entry;
       entry.Code = ReadCode(SendirPart(line.Text));
