@@ -51,12 +51,21 @@ struct TFrame {
 
 bool SameClass(double a, double b) { return a < b * ClassRatio && b < a * ClassRatio; }
 
+// Whether the first flash opens each frame: far longer than the usual flash, and rare (a long bit
+// of a pulse-width code is as common as a short one).
+bool OpensWithLeadIn(const TDurations& flashes) {
+  if (flashes.empty() || flashes[0] < LeadInRatio * Median(flashes)) return false;
+  const auto alike = std::count_if(flashes.begin(), flashes.end(),
+                                   [&](double flash) { return SameClass(flash, flashes[0]); });
+  return static_cast<std::size_t>(alike) * 4 < flashes.size();
+}
+
 // The durations up to the first gap that ends a frame: one of 8 ms or more, or one followed by
 // the lead-in flash again.
 TFrame FirstFrame(std::span<const double> microseconds) {
   TDurations flashes;
   for (std::size_t i = 0; i < microseconds.size(); i += 2) flashes.push_back(microseconds[i]);
-  const bool leadIn = !flashes.empty() && flashes[0] >= LeadInRatio * Median(flashes);
+  const bool leadIn = OpensWithLeadIn(flashes);
   TFrame frame;
   for (std::size_t i = 0; i < microseconds.size(); ++i) {
     if (i % 2 == 0) {

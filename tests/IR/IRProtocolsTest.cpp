@@ -201,9 +201,13 @@ TEST(IRProtocols, WrongTimingsAreNotClaimedAndGetAStableDescription) {
   // RC5 bits at 500 us, too fast for RC5: 1 1 0 00011 000101.
   QList<double> fastBiPhase = Held(EncodeIRStream(u"RC5", P(3, None, 5, 0)), 1);
   for (double& duration : fastBiPhase) duration *= 500.0 / 889;
+  // Long and short flashes alike common: the first, long, is a bit, not a lead-in that opens
+  // every frame, so the whole code is described.
+  const QList<double> longFirstBit = {1200, 400, 400, 1200, 400, 1200, 1200, 400, 400, 30000};
   const std::pair<QList<double>, const char*> unknown[] = {
       {shortLeadIn, "pulse-distance 32 bits 0x20DF10EF"},
       {fastBiPhase, "bi-phase 14 bits 0x30C5"},
+      {longFirstBit, "other 9 durations 10010:0110"},
   };
   for (const auto& [code, description] : unknown) {
     EXPECT_EQ(DecodeIRSignal(f, code).front().Generic, QLatin1String(description));
