@@ -214,7 +214,7 @@ norva::TModel* TLibraryTree::AddModel(const QString& makeName, const QString& mo
 
 norva::TCodeImportResult TLibraryTree::ImportCodes(const QString& path, const QByteArray& bytes) {
   norva::TModel* model = mDatabase && !mDatabase->IsReadOnly() ? TargetModel() : nullptr;
-  if (!model) return {0, 0, {{QStringLiteral("file"), tr("The library is read-only.")}}};
+  if (!model) return {0, 0, {{QStringLiteral("file"), tr("The library is read-only.")}}, {}};
   norva::TCodeImportResult imported = norva::ImportCodeFile(
       *mDatabase, bytes, {path, model->GetOwner()->GetName(), model->GetName(), {}});
   EditDone();

@@ -549,6 +549,10 @@ void TStudioWindow::ImportCodes() {
                         .arg(imported.Refusals.size())};
   for (const norva::TCodeFileRefusal& refusal : imported.Refusals.mid(0, ShownRefusals))
     lines << refusal.Place + QStringLiteral(": ") + refusal.Reason;
+  if (!imported.Duplicates.isEmpty())
+    lines << tr("%n code(s) added under a second name:", nullptr,
+                static_cast<int>(imported.Duplicates.size()))
+          << imported.Duplicates.mid(0, ShownRefusals);
   Tell(lines.join(QLatin1Char('\n')), tr("Import"));
   ShowState();
 }

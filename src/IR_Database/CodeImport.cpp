@@ -77,7 +77,7 @@ TModel& TargetModel(TIRDB& database, const TCodeFileEntry& entry, const TCodeImp
 }
 
 void ImportEntry(TIRDB& database, const TCodeFileEntry& entry, const TCodeImportSource& source,
-                 TModelContents& contents, TCodeImportResult& result) {
+                 TModelContents& contents, TStreamNameIndex& known, TCodeImportResult& result) {
   TIRStream stream;
   {
     // Only the copy the model takes is an edit: the prototype records nothing.
@@ -95,6 +95,11 @@ void ImportEntry(TIRDB& database, const TCodeFileEntry& entry, const TCodeImport
   added->AutoAssignButtonClass();
   contents.Add(model, added);
   ++result.Added;
+  if (const TStreamName* same = known.Find(stream.Data()))
+    result.Duplicates << QStringLiteral("%1: %2 is the same code as %3: %4")
+                             .arg(entry.Place, entry.Name, same->Category, same->Name);
+  else
+    known.Add(stream.Data(), {entry.Name, model.GetFullName()});
 }
 
 }  // namespace
@@ -125,12 +130,14 @@ TCodeImportResult ImportCodeFile(TIRDB& database, const QByteArray& bytes,
     return result;
   }
   const TCodeFileEntries read = format->Read(bytes, source.Path);
+  // Taken before the import: the database's own index would be rebuilt after every addition.
+  TStreamNameIndex known = database.ExactNameIndex();
   const TOneImport oneImport(database);
   TModelContents contents;
   QList<TCodeFileRefusal> refused = read.Refusals;
   for (const TCodeFileEntry& entry : read.Entries) {
     try {
-      ImportEntry(database, entry, source, contents, result);
+      ImportEntry(database, entry, source, contents, known, result);
     } catch (const ENorvaError& error) {
       refused.append({entry.Place, error.Message()});
     }

@@ -21,6 +21,8 @@ struct TCodeImportResult {
   int Added = 0;
   int Skipped = 0;                   // already in their model: same name, same stream
   QList<TCodeFileRefusal> Refusals;  // the reader's, then the import's; "file": no known format
+  // Codes added under a second name: "line 4: Vol up is the same code as Acme - TV: Volume+".
+  QStringList Duplicates;
 };
 
 // The format named (case ignored), or with no name the first that recognises the bytes; nullptr

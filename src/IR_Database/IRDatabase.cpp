@@ -304,6 +304,8 @@ void TIRDB::DropIndexes() const {
   mRecognitionIndex.reset();
 }
 
+TStreamNameIndex TIRDB::ExactNameIndex() const { return BuiltIndex(mNameIndex); }
+
 bool TIRDB::GetNames(TIRStream& stream) const {
   const TStreamName* name = BuiltIndex(mNameIndex).Find(stream.Data());
   if (!name && mPublic) name = NativeStreamNames().Find(stream.Data());

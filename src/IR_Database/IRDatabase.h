@@ -95,6 +95,9 @@ class TIRDB : public TOrbObject {
   bool GetNames(TIRStream& stream) const;
   // The same by walking the whole database, for checking the index.
   bool GetNamesByWalking(TIRStream& stream) const;
+  // The index GetNames answers from, as it stands: a copy to extend, as an import does with the
+  // codes it adds.
+  TStreamNameIndex ExactNameIndex() const;
   // The names of every IR stream of the database that is the same button as `stream`
   // (StreamRecognition.h: the same decode, or the same structure within tolerances), in make,
   // model and command order, with their models' full names as category; a public database then

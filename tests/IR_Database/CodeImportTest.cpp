@@ -187,6 +187,8 @@ TEST_F(CodeImport, AddsEachCodeOnceInOneUndoStep) {
   const TCodeImportResult again = Import(file + "Power\t" + VolumeUp + "\n");
   EXPECT_EQ(again.Added, 1) << "a name with another code is another command";
   EXPECT_EQ(again.Skipped, 2);
+  EXPECT_TRUE(first.Duplicates.isEmpty());
+  EXPECT_EQ(again.Duplicates, QStringList{"line 4: Power is the same code as Acme - TV: Vol+"});
   EXPECT_EQ(Commands(), 3);
 
   EXPECT_EQ(Undo().NumSavePoints(), 2);
