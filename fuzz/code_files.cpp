@@ -10,8 +10,11 @@
 
 namespace {
 
+// A path in the layout the CSV form takes its make and model from.
+const QString Path = QStringLiteral("codes/Acme/TV/4,-1.csv");
+
 void CheckFormat(const norva::TCodeFileFormat& format, const QByteArray& bytes) {
-  const norva::TCodeFileEntries read = format.Read(bytes, QStringLiteral("codes/Acme/TV/4,-1.csv"));
+  const norva::TCodeFileEntries read = format.Read(bytes, Path);
   for (const norva::TCodeFileEntry& entry : read.Entries) {
     if (entry.Place.isEmpty()) std::abort();
     if (const auto* stream = std::get_if<norva::TIRStreamData>(&entry.Code))
@@ -23,18 +26,23 @@ void CheckFormat(const norva::TCodeFileFormat& format, const QByteArray& bytes) 
     if (refusal.Place.isEmpty() || refusal.Reason.isEmpty()) std::abort();
   norva::TIRDB database(QStringLiteral("/nonexistent/fuzz.xml"), false);
   const norva::TCodeImportResult imported = norva::ImportCodeFile(
-      database, bytes,
-      {QStringLiteral("fuzz"), QStringLiteral("Make"), QStringLiteral("Model"), format.Name});
+      database, bytes, {Path, QStringLiteral("Make"), QStringLiteral("Model"), format.Name});
   if (imported.Added + imported.Skipped + imported.Refusals.size() !=
       read.Entries.size() + read.Refusals.size())
     std::abort();
-  const norva::TModel* model =
-      database.GetOrAddModel(QStringLiteral("Make"), QStringLiteral("Model"));
-  if (model->GetCommandCount() != imported.Added) std::abort();
-  for (int i = 0; i < model->GetCommandCount(); ++i) {
-    auto* stream = qobject_cast<const norva::TIRStream*>(model->GetCommand(i));
-    if (!stream || stream->IsEmpty()) std::abort();
+  // Codes go to the make and model the file names, or else to those given.
+  int commands = 0;
+  for (int m = 0; m < database.GetMakeCount(); ++m) {
+    const norva::TMake* make = database.GetMake(m);
+    for (int i = 0; i < make->GetModelCount(); ++i) {
+      const norva::TModel* model = make->GetModel(i);
+      for (int c = 0; c < model->GetCommandCount(); ++c, ++commands) {
+        auto* stream = qobject_cast<const norva::TIRStream*>(model->GetCommand(c));
+        if (!stream || stream->IsEmpty()) std::abort();
+      }
+    }
   }
+  if (commands != imported.Added) std::abort();
 }
 
 }  // namespace
