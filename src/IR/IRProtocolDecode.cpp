@@ -85,6 +85,7 @@ QList<TIRDecode> DecodeDurations(double frequencyHz, std::span<const double> dur
   for (std::size_t i = 0; i < catalogue.size(); ++i) {
     candidate.CarrierOffset = CarrierOffset(frequencyHz, catalogue[i].Protocol);
     if (candidate.CarrierOffset > CarrierTolerance) continue;
+    if (!MayOpenWith(catalogue[i].Protocol, durations[0])) continue;
     if (!RecogniseIrp(catalogue[i].Protocol, durations, scratch, candidate.Recognition)) continue;
     candidate.Entry = i;
     candidates.push_back(candidate);

@@ -10,6 +10,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <utility>
 
 namespace norva {
@@ -304,7 +305,36 @@ bool CheckParameters(const TIrpProtocol& protocol, const TIrpScratch& scratch,
   return true;
 }
 
+// The flash every code of the protocol opens with, when its first duration is a fixed flash
+// followed by a gap: streams sent at least once are entered, assignments passed over.
+std::optional<double> LeadFlash(const TIrpProtocol& protocol) {
+  int stream = protocol.Top;
+  while (stream >= 0) {
+    const std::vector<TIrpItem>& items = protocol.Streams[static_cast<std::size_t>(stream)].Items;
+    std::size_t i = 0;
+    while (i < items.size() && items[i].Kind == TIrpItemKind::Assignment) ++i;
+    if (i == items.size()) return std::nullopt;
+    const TIrpItem& item = items[i];
+    if (item.Kind == TIrpItemKind::Stream) {
+      if (protocol.Streams[static_cast<std::size_t>(item.Stream)].MinRepeats < 1)
+        return std::nullopt;
+      stream = item.Stream;
+      continue;
+    }
+    if (item.Kind != TIrpItemKind::Flash || i + 1 == items.size() ||
+        items[i + 1].Kind != TIrpItemKind::Gap)
+      return std::nullopt;
+    return item.Microseconds;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
+
+bool MayOpenWith(const TIrpProtocol& protocol, double first) {
+  const std::optional<double> lead = LeadFlash(protocol);
+  return !lead || Misfit(*lead, first) <= 1;
+}
 
 bool RecogniseIrp(const TIrpProtocol& protocol, std::span<const double> durations,
                   TIrpScratch& scratch, TIrpRecognition& result) {

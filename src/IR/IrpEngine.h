@@ -48,6 +48,11 @@ struct TIrpScratch {
   std::vector<TIrpSnapshot> Snapshots;
 };
 
+// False when the protocol opens every code with a fixed flash and a gap, and `first`, the
+// capture's first duration, does not fit that flash: most protocols are turned away here before
+// any walk.
+bool MayOpenWith(const TIrpProtocol& protocol, double first);
+
 // Whether the protocol explains the capture (durations in microseconds, alternating flash and
 // gap, starting with a flash), with the values it solves for. `scratch.Elapsed` must hold the
 // capture's running sums (element i: the time before duration i, one more than durations).
