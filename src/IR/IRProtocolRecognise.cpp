@@ -72,17 +72,17 @@ class TRecogniseSink {
     return true;
   }
 
-  bool BitField(int expr, int bitSpec) {
-    if (bitSpec < 0) return false;
+  bool BitField(int expr, int bitCoding) {
+    if (bitCoding < 0) return false;
     const TIrpExpr& field = mProtocol.Exprs[static_cast<std::size_t>(expr)];
     const std::int64_t width = EvaluateIrp(mProtocol, field.Right, mNoValues);
-    const TIrpBitSpec& spec = mProtocol.BitSpecs[static_cast<std::size_t>(bitSpec)];
-    const int perSymbol = spec.BitsPerSymbol;
+    const TIrpBitCoding& coding = mProtocol.BitCodings[static_cast<std::size_t>(bitCoding)];
+    const int perSymbol = coding.BitsPerSymbol;
     const std::int64_t size = std::min<std::int64_t>(width < 0 ? -width : width, 64);
     const int symbols = static_cast<int>((size + perSymbol - 1) / perSymbol);
     std::uint64_t bits = 0;
     for (int i = 0; i < symbols; ++i) {
-      const int code = ReadSymbol(spec);
+      const int code = ReadSymbol(coding);
       if (code < 0) return false;
       const int shift = (mProtocol.MsbFirst ? symbols - 1 - i : i) * perSymbol;
       bits |= static_cast<std::uint64_t>(code) << shift;
@@ -169,22 +169,22 @@ class TRecogniseSink {
   // closest to the capture's (a run of single-unit flashes ends at the length nearest the
   // capture's, not where the next duration happens to fit best), then the closest in all (its
   // closed durations, and the open one it leaves); -1 when none fits.
-  int ReadSymbol(const TIrpBitSpec& spec) {
+  int ReadSymbol(const TIrpBitCoding& coding) {
     const TState start = mState;
     TState best;
     std::pair<double, double> bestResidual{NoFit, NoFit};
     int bestCode = -1;
-    for (std::size_t code = 0; code < spec.Codes.size(); ++code) {
+    for (std::size_t code = 0; code < coding.Codes.size(); ++code) {
       mState = start;
       bool ok = true;
-      for (const double duration : spec.Codes[code]) {
+      for (const double duration : coding.Codes[code]) {
         if (!Duration(duration)) {
           ok = false;
           break;
         }
       }
       const double residual = ok ? mState.Misfit - start.Misfit + Residual() : NoFit;
-      const std::pair ranked{FirstMisfit(start, spec.Codes[code]), residual};
+      const std::pair ranked{FirstMisfit(start, coding.Codes[code]), residual};
       if (residual < NoFit && ranked < bestResidual) {
         bestResidual = ranked;
         best = mState;

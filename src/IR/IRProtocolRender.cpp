@@ -36,19 +36,19 @@ class TRenderSink {
     return gap <= 0 || Duration(-gap);
   }
 
-  bool BitField(int expr, int bitSpec) {
+  bool BitField(int expr, int bitCoding) {
     const TIrpExpr& field = mProtocol.Exprs[static_cast<std::size_t>(expr)];
     const std::int64_t width = EvaluateIrp(mProtocol, field.Right, mValues);
     const auto bits = static_cast<std::uint64_t>(EvaluateIrp(mProtocol, expr, mValues));
-    if (bitSpec < 0) return false;
-    const TIrpBitSpec& spec = mProtocol.BitSpecs[static_cast<std::size_t>(bitSpec)];
-    const int perSymbol = spec.BitsPerSymbol;
+    if (bitCoding < 0) return false;
+    const TIrpBitCoding& coding = mProtocol.BitCodings[static_cast<std::size_t>(bitCoding)];
+    const int perSymbol = coding.BitsPerSymbol;
     const std::int64_t size = std::min<std::int64_t>(width < 0 ? -width : width, 64);
     const int symbols = static_cast<int>((size + perSymbol - 1) / perSymbol);
     const std::uint64_t symbolMask = IrpWidthMask(perSymbol);
     for (int i = 0; i < symbols; ++i) {
       const int shift = (mProtocol.MsbFirst ? symbols - 1 - i : i) * perSymbol;
-      for (const double duration : spec.Codes[(bits >> shift) & symbolMask]) Duration(duration);
+      for (const double duration : coding.Codes[(bits >> shift) & symbolMask]) Duration(duration);
     }
     return true;
   }

@@ -41,16 +41,16 @@ class TIrpParser {
   explicit TIrpParser(std::string_view text) : mText(text) {}
 
   TIrpProtocol Parse() {
-    ReadGeneralSpec();
-    const int bitSpec = Peek() == '<' ? ReadBitSpec() : -1;
-    mProtocol.Top = ReadStream(bitSpec);
+    ReadGeneralPart();
+    const int bitCoding = Peek() == '<' ? ReadBitCoding() : -1;
+    mProtocol.Top = ReadStream(bitCoding);
     while (!AtEnd()) {
       if (Peek() == '{')
         ReadDefinitions();
       else if (Peek() == '[')
-        ReadParameterSpecs();
+        ReadParameterList();
       else
-        Fail(QStringLiteral("a definition or parameter spec expected"));
+        Fail(QStringLiteral("a definition or parameter list expected"));
     }
     CheckNames();
     FindRepeatedStream();
@@ -127,7 +127,7 @@ class TIrpParser {
     }
   }
 
-  void ReadGeneralSpec() {
+  void ReadGeneralPart() {
     Expect('{');
     do {
       if (IsNameStart(Peek())) {
@@ -150,9 +150,9 @@ class TIrpParser {
     Expect('}');
   }
 
-  int ReadBitSpec() {
+  int ReadBitCoding() {
     Expect('<');
-    TIrpBitSpec spec;
+    TIrpBitCoding coding;
     do {
       std::vector<double> code;
       do {
@@ -160,21 +160,21 @@ class TIrpParser {
         const double duration = ReadDuration();
         code.push_back(gap ? -duration : duration);
       } while (Accept(','));
-      spec.Codes.push_back(std::move(code));
+      coding.Codes.push_back(std::move(code));
     } while (Accept('|'));
     Expect('>');
-    const std::size_t count = spec.Codes.size();
+    const std::size_t count = coding.Codes.size();
     if (count < 2 || (count & (count - 1)) != 0)
-      Fail(QStringLiteral("a bit spec of 2, 4, 8 or 16 codes expected"));
-    spec.BitsPerSymbol = std::countr_zero(count);
-    mProtocol.BitSpecs.push_back(std::move(spec));
-    return static_cast<int>(mProtocol.BitSpecs.size()) - 1;
+      Fail(QStringLiteral("a bit coding of 2, 4, 8 or 16 codes expected"));
+    coding.BitsPerSymbol = std::countr_zero(count);
+    mProtocol.BitCodings.push_back(std::move(coding));
+    return static_cast<int>(mProtocol.BitCodings.size()) - 1;
   }
 
-  int ReadStream(int bitSpec) {
+  int ReadStream(int bitCoding) {
     Expect('(');
     TIrpStream stream;
-    stream.BitSpec = bitSpec;
+    stream.BitCoding = bitCoding;
     if (Peek() != ')') {
       do stream.Items.push_back(ReadItem());
       while (Accept(','));
@@ -226,7 +226,7 @@ class TIrpParser {
       item.Microseconds = ReadDuration();
     } else if ((c == '(' && !IsParenthesisedBitField()) || c == '<') {
       item.Kind = TIrpItemKind::Stream;
-      item.Stream = ReadStream(c == '<' ? ReadBitSpec() : -1);
+      item.Stream = ReadStream(c == '<' ? ReadBitCoding() : -1);
     } else if (c == '[') {
       item.Kind = TIrpItemKind::Variation;
       for (std::size_t part = 0; part < item.Alternatives.size() && Peek() == '['; ++part)
@@ -370,7 +370,7 @@ class TIrpParser {
     Expect('}');
   }
 
-  void ReadParameterSpecs() {
+  void ReadParameterList() {
     Expect('[');
     do {
       const QString name = ReadName();

@@ -1,7 +1,7 @@
 #pragma once
 // The compiled form of a protocol definition in the IRP notation (docs/ir-protocols.md): carrier
-// and time unit, bit specs, the durations and bit fields of the streams, expressions, definitions
-// and parameter specs. Parsed once per protocol, then walked by the renderer and the recogniser.
+// and time unit, bit codings, the durations and bit fields of the streams, expressions, definitions
+// and parameter lists. Parsed once per protocol, then walked by the renderer and the recogniser.
 
 #include <QString>
 
@@ -78,18 +78,18 @@ struct TIrpItem {
   std::array<int, 3> Alternatives{-1, -1, -1};
 };
 
-// The durations of each symbol, in microseconds, negative for gaps; a spec of 2^n codes sends
+// The durations of each symbol, in microseconds, negative for gaps; a coding of 2^n codes sends
 // n bits per symbol.
-struct TIrpBitSpec {
+struct TIrpBitCoding {
   std::vector<std::vector<double>> Codes;
   int BitsPerSymbol = 1;
 };
 
-// A parenthesised stream: items, the bit spec in force (-1: the enclosing one), and its repeat
+// A parenthesised stream: items, the bit coding in force (-1: the enclosing one), and its repeat
 // marker: sent MinRepeats times, then again while the key is held when RepeatsForever.
 struct TIrpStream {
   std::vector<TIrpItem> Items;
-  int BitSpec = -1;
+  int BitCoding = -1;
   int MinRepeats = 1;
   bool RepeatsForever = false;
 };
@@ -100,7 +100,7 @@ struct TIrpProtocol {
   bool MsbFirst = false;
   std::vector<TIrpExpr> Exprs;
   std::vector<TIrpVariable> Variables;
-  std::vector<TIrpBitSpec> BitSpecs;
+  std::vector<TIrpBitCoding> BitCodings;
   std::vector<TIrpStream> Streams;
   int Top = -1;  // the outermost stream
   // The stream repeated while the key is held (the outermost, or one of its items), -1 for a

@@ -22,9 +22,9 @@ std::uint64_t IrpFieldBits(std::int64_t value, std::int64_t width, std::int64_t 
                            bool complemented);
 std::uint64_t IrpWidthMask(std::int64_t width);
 
-// The bit spec a stream works with: its own, else the one it inherits.
-inline int IrpBitSpecOf(const TIrpProtocol& protocol, int stream, int inherited) {
-  const int own = protocol.Streams[static_cast<std::size_t>(stream)].BitSpec;
+// The bit coding a stream works with: its own, else the one it inherits.
+inline int IrpBitCodingOf(const TIrpProtocol& protocol, int stream, int inherited) {
+  const int own = protocol.Streams[static_cast<std::size_t>(stream)].BitCoding;
   return own >= 0 ? own : inherited;
 }
 
@@ -33,8 +33,8 @@ inline int IrpBitSpecOf(const TIrpProtocol& protocol, int stream, int inherited)
 // stream is what follows the held key). A variation walks its alternative for `part`. Returns
 // false as soon as the sink refuses.
 template <class Sink>
-bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitSpec, Sink& sink, TIrpPart part,
-                   int stopAt = -1) {
+bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitCoding, Sink& sink,
+                   TIrpPart part, int stopAt = -1) {
   const auto mark = sink.Mark();
   for (const TIrpItem& item : protocol.Streams[static_cast<std::size_t>(stream)].Items) {
     bool ok = true;
@@ -42,15 +42,15 @@ bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitSpec, Sink& 
       case TIrpItemKind::Flash: ok = sink.Duration(item.Microseconds); break;
       case TIrpItemKind::Gap: ok = sink.Duration(-item.Microseconds); break;
       case TIrpItemKind::Extent: ok = sink.Extent(item.Microseconds, mark); break;
-      case TIrpItemKind::BitField: ok = sink.BitField(item.Expr, bitSpec); break;
+      case TIrpItemKind::BitField: ok = sink.BitField(item.Expr, bitCoding); break;
       case TIrpItemKind::Assignment: sink.Assign(item.Variable, item.Expr); break;
       case TIrpItemKind::Variation: {
         const int alternative = item.Alternatives[static_cast<std::size_t>(part)];
-        if (alternative >= 0) ok = WalkIrpStream(protocol, alternative, bitSpec, sink, part);
+        if (alternative >= 0) ok = WalkIrpStream(protocol, alternative, bitCoding, sink, part);
         break;
       }
       case TIrpItemKind::Stream: {
-        const int inner = IrpBitSpecOf(protocol, item.Stream, bitSpec);
+        const int inner = IrpBitCodingOf(protocol, item.Stream, bitCoding);
         const int passes = protocol.Streams[static_cast<std::size_t>(item.Stream)].MinRepeats;
         for (int pass = 0; pass < passes && ok; ++pass)
           ok = WalkIrpStream(protocol, item.Stream, inner, sink, part, stopAt);
@@ -67,13 +67,13 @@ bool WalkIrpStream(const TIrpProtocol& protocol, int stream, int bitSpec, Sink& 
 template <class Sink>
 bool WalkIrpIntro(const TIrpProtocol& protocol, Sink& sink) {
   const int top = protocol.Top;
-  const int bitSpec = protocol.Streams[static_cast<std::size_t>(top)].BitSpec;
+  const int bitCoding = protocol.Streams[static_cast<std::size_t>(top)].BitCoding;
   if (protocol.Repeated >= 0 && protocol.Repeated != top)
-    return WalkIrpStream(protocol, top, bitSpec, sink, TIrpPart::Intro, protocol.Repeated) &&
+    return WalkIrpStream(protocol, top, bitCoding, sink, TIrpPart::Intro, protocol.Repeated) &&
            sink.EndFrame();
   const int passes = protocol.Streams[static_cast<std::size_t>(top)].MinRepeats;
   for (int pass = 0; pass < passes; ++pass)
-    if (!WalkIrpStream(protocol, top, bitSpec, sink, TIrpPart::Intro) || !sink.EndFrame())
+    if (!WalkIrpStream(protocol, top, bitCoding, sink, TIrpPart::Intro) || !sink.EndFrame())
       return false;
   return true;
 }
@@ -82,10 +82,10 @@ bool WalkIrpIntro(const TIrpProtocol& protocol, Sink& sink) {
 template <class Sink>
 bool WalkIrpRepeat(const TIrpProtocol& protocol, Sink& sink) {
   if (protocol.Repeated < 0) return false;
-  const int bitSpec =
-      IrpBitSpecOf(protocol, protocol.Repeated,
-                   protocol.Streams[static_cast<std::size_t>(protocol.Top)].BitSpec);
-  return WalkIrpStream(protocol, protocol.Repeated, bitSpec, sink, TIrpPart::Repeat) &&
+  const int bitCoding =
+      IrpBitCodingOf(protocol, protocol.Repeated,
+                     protocol.Streams[static_cast<std::size_t>(protocol.Top)].BitCoding);
+  return WalkIrpStream(protocol, protocol.Repeated, bitCoding, sink, TIrpPart::Repeat) &&
          sink.EndFrame();
 }
 

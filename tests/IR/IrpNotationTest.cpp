@@ -1,4 +1,4 @@
-// The notation's constructs, each rendered from a small definition and recognised back: bit specs
+// The notation's constructs, each rendered from a small definition and recognised back: bit codings
 // of four codes, reversed, complemented and offset fields, definitions, bit counts, variations;
 // and the failures that name what a definition got wrong.
 
@@ -71,7 +71,7 @@ TEST(IrpNotation, ConstructsRenderAndAreRecognised) {
 TEST(IrpNotation, FailuresNameWhatIsWrong) {
   const std::pair<const char*, const char*> cases[] = {
       {"{38k,100}<1,-1|1,-2|1,-3>(F:1)[F:0..1]",
-       "Protocol definition: a bit spec of 2, 4, 8 or 16 codes expected at position 26 of"},
+       "Protocol definition: a bit coding of 2, 4, 8 or 16 codes expected at position 26 of"},
       {"{38k,100}<1,-1|1,-2>(F:1,X:1)[F:0..1]", "Protocol definition: X is not declared in"},
       {"{38k,100}<1,-1|1,-2>(F:1,1[F:0..1]", "Protocol definition: ')' expected at position 27"},
       {"{38k,100}<1,-1|1,-2>(F:1)[F:0..1][F:0..1]",
