@@ -4,6 +4,7 @@
 #include <IR/IRProtocols.h>
 #include <IR/IrpCatalogue.h>
 #include <IR/IrpEngine.h>
+#include <IR/IrpVectorState.h>
 
 #include <algorithm>
 #include <cmath>
@@ -21,14 +22,6 @@ double CarrierOffset(double frequencyHz, const TIrpProtocol& protocol) {
   return std::abs(frequencyHz / protocol.FrequencyHz - 1);
 }
 
-bool IsConstant(const TIrpProtocol& protocol, int index) {
-  if (index < 0) return true;
-  const TIrpExpr& expr = protocol.Exprs[static_cast<std::size_t>(index)];
-  if (expr.Op == TIrpOp::Variable) return false;
-  return IsConstant(protocol, expr.Left) && IsConstant(protocol, expr.Right) &&
-         IsConstant(protocol, expr.Offset);
-}
-
 // A parameter whose value is what its computed default gives (S=255-D) goes without saying.
 TIRProtocolParameters PublicParameters(const TIrpCatalogueEntry& entry, const TIrpValues& values) {
   TIRProtocolParameters parameters;
@@ -37,7 +30,7 @@ TIRProtocolParameters PublicParameters(const TIrpCatalogueEntry& entry, const TI
     if (variable < 0) continue;
     const std::int64_t value = values[static_cast<std::size_t>(variable)];
     const int defaultExpr = entry.Protocol.Variables[static_cast<std::size_t>(variable)].Default;
-    const bool implied = !IsConstant(entry.Protocol, defaultExpr) &&
+    const bool implied = !IsConstantIrp(entry.Protocol, defaultExpr) &&
                          EvaluateIrp(entry.Protocol, defaultExpr, values) == value;
     if (!implied) ParameterAt(parameters, i) = value;
   }
@@ -141,6 +134,7 @@ std::vector<double> StreamDurations(const TIRStreamData& stream) {
 }  // namespace
 
 QList<TIRDecode> DecodeIRStream(const TIRStreamData& stream) {
+  CleanUpperVectorHalves();
   const std::vector<double> durations = StreamDurations(stream);
   const double frequency =
       stream.ModulationPeriod == 0 ? 0 : ModulationClockHz / stream.ModulationPeriod;
@@ -148,6 +142,7 @@ QList<TIRDecode> DecodeIRStream(const TIRStreamData& stream) {
 }
 
 QList<TIRDecode> DecodeIRSignal(double frequencyHz, const QList<double>& microseconds) {
+  CleanUpperVectorHalves();
   for (const double duration : microseconds)
     if (!(duration >= 0) || !std::isfinite(duration)) return {};
   return DecodeDurations(std::isfinite(frequencyHz) ? frequencyHz : 0,

@@ -87,6 +87,11 @@ class TRecogniseSink {
       const int shift = (mProtocol.MsbFirst ? symbols - 1 - i : i) * perSymbol;
       bits |= static_cast<std::uint64_t>(code) << shift;
     }
+    // A fixed field (Kaseikyo's maker bytes) that does not hold its bits turns the protocol away
+    // here, not after the whole frame.
+    if (IsConstantIrp(mProtocol, expr) &&
+        static_cast<std::uint64_t>(EvaluateIrp(mProtocol, expr, mNoValues)) != bits)
+      return false;
     mScratch.Observations.push_back({expr, bits, mState.Snapshot});
     return true;
   }

@@ -72,6 +72,13 @@ std::int64_t EvaluateIrp(const TIrpProtocol& protocol, int expr, const TIrpValue
   return Evaluate(protocol, expr, values, 0);
 }
 
+bool IsConstantIrp(const TIrpProtocol& protocol, int expr) {
+  if (expr < 0) return true;
+  const TIrpExpr& node = protocol.Exprs[static_cast<std::size_t>(expr)];
+  return node.Op != TIrpOp::Variable && IsConstantIrp(protocol, node.Left) &&
+         IsConstantIrp(protocol, node.Right) && IsConstantIrp(protocol, node.Offset);
+}
+
 std::uint64_t IrpWidthMask(std::int64_t width) {
   if (width <= 0) return 0;
   return width >= 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << width) - 1;

@@ -16,6 +16,8 @@ inline constexpr int MaxIrpVariables = 32;
 using TIrpValues = std::array<std::int64_t, MaxIrpVariables>;
 
 std::int64_t EvaluateIrp(const TIrpProtocol& protocol, int expr, const TIrpValues& values);
+// Whether the expression names no variable (a fixed field such as 2:8); -1, no expression, is.
+bool IsConstantIrp(const TIrpProtocol& protocol, int expr);
 // The bits a bit field sends: `width` bits of `value` from `offset`, complemented first when
 // asked, in reverse order for a negative width.
 std::uint64_t IrpFieldBits(std::int64_t value, std::int64_t width, std::int64_t offset,
