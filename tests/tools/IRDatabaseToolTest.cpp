@@ -10,17 +10,6 @@
 
 namespace {
 
-QByteArray FileBytes(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void WriteFile(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-  file.write(bytes);
-}
-
 // Every action on a file that exists but did not load fails with one line naming the file and why;
 // the file is left exactly as it was.
 TEST(IRDatabaseTool, RefusesALibraryThatDidNotLoad) {

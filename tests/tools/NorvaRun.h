@@ -3,10 +3,12 @@
 // codes and their output.
 
 #include <QByteArray>
+#include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -30,6 +32,17 @@ inline TRun Norva(
           QString::fromUtf8(process.readAllStandardError())};
 }
 
+inline QByteArray FileBytes(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  file.write(bytes);
+}
+
 // A simulator for the live commands, as the main job runs it: `pty` and `tcp` name its links.
 class NorvaSimulatorTest : public ::testing::Test {
  protected:
@@ -50,6 +63,12 @@ class NorvaSimulatorTest : public ::testing::Test {
   void TearDown() override {
     simulator.write("quit\n");
     simulator.waitForFinished(5000);
+  }
+  // A line to the simulator's console, given time to take effect.
+  void Tell(const char* line) {
+    simulator.write(line);
+    simulator.waitForBytesWritten(5000);
+    QThread::msleep(200);
   }
 
   QProcess simulator;
