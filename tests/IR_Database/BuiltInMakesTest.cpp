@@ -34,7 +34,7 @@ QList<const TCommandObject*> BuiltInCommands(const TIRDB& database) {
 
 }  // namespace
 
-TEST_F(BuiltInMakes, AreNorvaThenIntegraWithTheirGroupsInOrder) {
+TEST_F(BuiltInMakes, AreNorvaThenIntegraWithTheirGroupsInOrderAndReadOnlyCommands) {
   const TIRDB database(Path("public.xml"), true);
   ASSERT_EQ(database.GetMakeCount(), 2);
   const auto* norvaMake = qobject_cast<const TNorvaMake*>(database.GetMake(0));
@@ -57,14 +57,9 @@ TEST_F(BuiltInMakes, AreNorvaThenIntegraWithTheirGroupsInOrder) {
   EXPECT_EQ(integra->GetNorvaCommandGroup(0)->GetChildObject(2)->GetChildObject(31)->GetName(),
             "Zone 31");
   EXPECT_FALSE(database.GetNeedsSaving());
-}
-
-TEST_F(BuiltInMakes, AllZonesHoldTheCommandsUsefulForAllZonesOnlyAndReadOnly) {
-  const TIRDB database(Path("public.xml"), true);
-  const auto* norvaMake = qobject_cast<const TNorvaMake*>(database.GetMake(0));
-  ASSERT_TRUE(norvaMake);
-  // No volume, but presets and alarms.
-  const TNorvaGroup* allZones = norvaMake->GetNorvaCommandGroup(0)->GetChildObject(0);
+  // All zones hold the commands useful for all zones only (no volume, but presets and alarms),
+  // read-only.
+  const TNorvaGroup* allZones = amplifier->GetChildObject(0);
   int useful = 0;
   for (int c = nvStandbyCmd; c <= nvAlarmSleep; ++c)
     useful += NorvaFunctionUseful(static_cast<TNorvaCommand>(c), -1, AmpCommand) ? 1 : 0;

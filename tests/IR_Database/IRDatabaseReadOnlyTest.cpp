@@ -123,7 +123,8 @@ TEST_F(ReadOnlyDatabase, GetOrAddModelAddsNothingWhereTheLibraryCannotChange) {
   }
 }
 
-TEST_F(DatabaseFile, OpeningRecordsNothingForUndo) {
+// Opening, public or not, and saving under another name record nothing for undo.
+TEST_F(DatabaseFile, OpeningAndSaveAsRecordNothingForUndo) {
   SaveAcme();
   for (const bool isPublic : {false, true}) {
     SCOPED_TRACE(isPublic ? "public" : "writable");
@@ -132,6 +133,10 @@ TEST_F(DatabaseFile, OpeningRecordsNothingForUndo) {
     Undo().Revert();
     EXPECT_EQ(opened.GetFilename(), Path("IR.xml"));
   }
+  TIRDB database(Path("IR.xml"), false);
+  database.SaveAs(Path("moved.xml"));
+  EXPECT_EQ(Undo().Count(), 0);
+  EXPECT_EQ(database.GetFilename(), Path("moved.xml"));
 }
 
 TEST_F(DatabaseFile, ACopyKeepsItsOwnFile) {
@@ -146,14 +151,6 @@ TEST_F(DatabaseFile, ACopyKeepsItsOwnFile) {
   copy.Save();
   EXPECT_EQ(FileBytes(Path("IR.xml")), saved);
   EXPECT_TRUE(QFile::exists(Path("copy.xml")));
-}
-
-TEST_F(DatabaseFile, SaveAsRecordsNothingForUndo) {
-  SaveAcme();
-  TIRDB database(Path("IR.xml"), false);
-  database.SaveAs(Path("moved.xml"));
-  EXPECT_EQ(Undo().Count(), 0);
-  EXPECT_EQ(database.GetFilename(), Path("moved.xml"));
 }
 
 // Without a handler that takes it, the failure is shown in one "Error" box.
@@ -198,20 +195,9 @@ TEST_F(LibraryThatDidNotLoad, GoesToTheHandlerInsteadOfABoxAndStaysAsOneLine) {
   }
 }
 
-// A handler set after the database was opened hears of the next load; not taking the failure
-// leaves it to the box.
-TEST_F(LibraryThatDidNotLoad, ALaterHandlerHearsOfTheNextLoad) {
-  WriteFile(Path("bad.xml"), Unloadable[0].File);
-  TIRDB database(Path("bad.xml"), true);
-  ASSERT_EQ(services.Messages().size(), 1);
-  int heard = 0;
-  database.SetOnError([&](TIRDB&, const QString&, bool&) { ++heard; });
-  database.Load();
-  EXPECT_EQ(heard, 1);
-  EXPECT_EQ(services.Messages().size(), 2);
-}
-
-TEST_F(LibraryThatDidNotLoad, IsNeverWrittenOverUnderAnySpellingOfItsName) {
+// It is never written over under any spelling of its name; saved elsewhere, the copy becomes a
+// writable library of its own.
+TEST_F(LibraryThatDidNotLoad, IsNeverWrittenOverButSavedElsewhereBecomesALibraryOfItsOwn) {
   for (const TUnloadable& c : Unloadable) {
     SCOPED_TRACE(c.Name);
     WriteFile(Path("bad.xml"), c.File);
@@ -226,14 +212,6 @@ TEST_F(LibraryThatDidNotLoad, IsNeverWrittenOverUnderAnySpellingOfItsName) {
     EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
     EXPECT_THROW(database.SaveAs(folder.path() + "/./bad.xml"), ENorvaError);
     EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
-  }
-}
-
-TEST_F(LibraryThatDidNotLoad, SavedElsewhereBecomesAWritableLibraryOfItsOwn) {
-  for (const TUnloadable& c : Unloadable) {
-    SCOPED_TRACE(c.Name);
-    WriteFile(Path("bad.xml"), c.File);
-    TIRDB database(Path("bad.xml"), false);
     database.SaveAs(Path("rescued.xml"));
     EXPECT_EQ(database.GetFilename(), Path("rescued.xml"));
     EXPECT_TRUE(database.GetLoadFailure().isEmpty());
@@ -243,9 +221,17 @@ TEST_F(LibraryThatDidNotLoad, SavedElsewhereBecomesAWritableLibraryOfItsOwn) {
   }
 }
 
-TEST_F(LibraryThatDidNotLoad, APublicOneSavedElsewhereStaysReadOnly) {
+// A handler set after a public database was opened hears of the next load; not taking the failure
+// leaves it to the box. Saved elsewhere, the public database stays read-only.
+TEST_F(LibraryThatDidNotLoad, APublicOnesLaterHandlerHearsOfTheNextLoadAndItStaysReadOnly) {
   WriteFile(Path("bad.xml"), Unloadable[0].File);
   TIRDB database(Path("bad.xml"), true);
+  ASSERT_EQ(services.Messages().size(), 1);
+  int heard = 0;
+  database.SetOnError([&](TIRDB&, const QString&, bool&) { ++heard; });
+  database.Load();
+  EXPECT_EQ(heard, 1);
+  EXPECT_EQ(services.Messages().size(), 2);
   database.SaveAs(Path("public.xml"));
   EXPECT_TRUE(database.GetLoadFailure().isEmpty());
   EXPECT_TRUE(database.IsReadOnly());
