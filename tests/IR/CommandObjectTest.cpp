@@ -190,7 +190,6 @@ TEST_F(TCommandTest, FilesComeOutAsTheGoldenOnesAndReadBackTheSame) {
   EXPECT_EQ(read.GetIRStream(1), nullptr);
   EXPECT_EQ(static_cast<TIRStream*>(read.GetCommand(2))->GetRepeats(), 2);
   EXPECT_EQ(Saved(read, false), Saved(list, false));
-  EnableUndo();
 }
 
 TEST_F(TCommandTest, ReadingAListIsUndoneAsAChangeOfTheListAlone) {
@@ -252,8 +251,6 @@ TEST_F(TCommandTest, BadFilesFailOrFollowTheIndexRuleAndNeverHalfLoad) {
   for (int i = 0; i < list.GetCommandCount(); ++i) names << list.GetCommand(i)->GetName();
   EXPECT_EQ(names, (QStringList{"first", "second", "second too"}));
   EXPECT_EQ(static_cast<TRS232Command*>(list.GetCommand(0))->GetBaudRate(), 9600);
-
-  EnableUndo();
 }
 
 TEST_F(TCommandTest, CommandsTakeTheirClassesAndCategoriesAsTheirSetsGiveThem) {

@@ -30,7 +30,7 @@ QList<int> Words(const QString& code) {
 // duration within 1/16 plus one carrier period (a word gap within its coarse unit more), or is
 // refused with a message saying why.
 TEST(IRStreamCorpus, RealCodesReadAndWriteBackWithinTheirTolerance) {
-  DisableUndo();
+  const TUndoSuspended undoOff;
   const auto corpus = Corpus();
   ASSERT_EQ(corpus.size(), 320);
   std::map<QString, int> outcomes;
@@ -78,11 +78,10 @@ TEST(IRStreamCorpus, RealCodesReadAndWriteBackWithinTheirTolerance) {
     std::printf("  %4d  %s\n", count, qPrintable(outcome));
   EXPECT_GE(outcomes["OK"], 300);
   EXPECT_EQ(outcomes["unmodulated"], 1);
-  EnableUndo();
 }
 
 TEST(IRStream, UnitsNamesAndTextFormsFollowTheStream) {
-  DisableUndo();
+  const TUndoSuspended undoOff;
   TIRStream stream;
   EXPECT_EQ(stream.GetName(), "Unknown IR-Command");
   stream.SetLearnt(true);
@@ -119,11 +118,10 @@ TEST(IRStream, UnitsNamesAndTextFormsFollowTheStream) {
   EXPECT_EQ(stream.GetRepeats(), 0);
   EXPECT_EQ(stream.GetFormat(), RepeatWord1);
   EXPECT_EQ(stream.Status(), "OK");
-  EnableUndo();
 }
 
 TEST(IRStream, NativeStreamsNameFileAndClassTheirCommands) {
-  DisableUndo();
+  const TUndoSuspended undoOff;
   TNorvaIRStream native;
   native.SetNorva(-1, nvStandbyCmd, AmpCommand);
   EXPECT_EQ(native.GetName(), "Standby");
@@ -147,13 +145,13 @@ TEST(IRStream, NativeStreamsNameFileAndClassTheirCommands) {
   ASSERT_EQ(read.GetCommandCount(), 1);
   EXPECT_STREQ(read.GetCommand(0)->metaObject()->className(), "norva::TIRStream");
   EXPECT_TRUE(read.GetCommand(0)->Match(&native));
-  EnableUndo();
 }
 
 TEST(IRStream, TheClipboardIsCheckedForTheShapeOfAHexCode) {
   TRecordingUIServices services;
   TScopedUIServices scoped(services);
   for (const auto& [text, expected] : std::map<QString, bool>{{" 0000 006D \n", true},
+                                                              {"  0000 00", true},
                                                               {"0000 006d 0000", true},
                                                               {"000", false},
                                                               {"0000-006D", false},
