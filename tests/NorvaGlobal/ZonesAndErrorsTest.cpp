@@ -6,25 +6,34 @@
 namespace norva {
 namespace {
 
-TEST(Zones, EncodingOfEachBank) {
-  EXPECT_EQ(EncodeZone(-1, true, true), 0xFF);
-  EXPECT_EQ(EncodeZone(0, false, false), 0x00);
-  EXPECT_EQ(EncodeZone(5, true, false), 0x45);
-  EXPECT_EQ(EncodeZone(31, false, true), 0x3F);
-  EXPECT_EQ(EncodeZone(32, false, false), 0x80);
-  EXPECT_EQ(EncodeZone(40, true, false), 0x88);  // only zones 0-31 have a preamp form
-  EXPECT_EQ(EncodeZone(64, false, false), 0xC0);
-  EXPECT_EQ(EncodeZone(70, false, true), 0xE6);
-  EXPECT_EQ(EncodeZone(95, true, true), 0xFF);  // zone 95 page-preset collides with "no zone"
-}
-
-TEST(Zones, DecodingAndFlags) {
-  EXPECT_EQ(GetDecodedZone(0x45), 5);
-  EXPECT_TRUE(IsPreampZone(0x45));
-  EXPECT_FALSE(IsPagePresetZone(0x45));
-  EXPECT_EQ(GetDecodedZone(0xE6), 70);
-  EXPECT_TRUE(IsPagePresetZone(0xE6));
-  EXPECT_FALSE(IsPreampZone(0xE6));
+// Each bank's byte, and its text naming the zone and its flags; the round trip below reads the
+// bytes back.
+TEST(Zones, EachBankEncodesToItsByteAndText) {
+  const struct {
+    std::int8_t Zone;
+    bool Preamp;
+    bool PagePreset;
+    std::uint8_t Byte;
+    const char* Text;
+  } cases[] = {
+      {-1, true, true, 0xFF, "no zone"},
+      {0, false, false, 0x00, "zone 0"},
+      {5, true, false, 0x45, "zone 5, preamp output"},
+      {5, true, true, 0x65, "zone 5, preamp output, page preset"},
+      {31, false, true, 0x3F, "zone 31, page preset"},
+      {32, false, false, 0x80, "zone 32"},
+      {32, false, true, 0xA0, "zone 32, page preset"},
+      {40, true, false, 0x88, "zone 40"},  // only zones 0-31 have a preamp form
+      {64, false, false, 0xC0, "zone 64"},
+      {70, false, true, 0xE6, "zone 70, page preset"},
+      {95, false, false, 0xDF, "zone 95"},
+      {95, true, true, 0xFF, "no zone"},  // zone 95 page-preset collides with "no zone"
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.Text);
+    EXPECT_EQ(EncodeZone(c.Zone, c.Preamp, c.PagePreset), c.Byte);
+    EXPECT_EQ(ZoneByteText(c.Byte), c.Text);
+  }
   EXPECT_EQ(GetDecodedZone(0xFF), -1);
   EXPECT_FALSE(IsPreampZone(0xFF));
   EXPECT_FALSE(IsPagePresetZone(0xFF));
@@ -41,21 +50,6 @@ TEST(Zones, EveryZoneSurvivesTheRoundTrip) {
       EXPECT_EQ(IsPagePresetZone(byte), pagePreset) << zone;
     }
   }
-}
-
-TEST(Zones, TextOfAZoneByteNamesTheZoneAndItsFlags) {
-  const struct {
-    std::uint8_t Byte;
-    const char* Text;
-  } cases[] = {
-      {0xFF, "no zone"},
-      {0x00, "zone 0"},
-      {0x45, "zone 5, preamp output"},
-      {0x65, "zone 5, preamp output, page preset"},
-      {0xA0, "zone 32, page preset"},
-      {0xDF, "zone 95"},
-  };
-  for (const auto& c : cases) EXPECT_EQ(ZoneByteText(c.Byte), c.Text) << int{c.Byte};
 }
 
 TEST(NorvaErrorMsg, TextsAndNumbers) {
