@@ -96,14 +96,13 @@ TEST(Base64, StreamsAgreeWithTheTextFormWhateverTheReadSizes) {
   }
 }
 
-TEST(Base64Decode, SkipsForeignCharactersAndStopsAtPadding) {
+// Foreign characters are skipped, padding ends the text, and an incomplete last group gives what
+// bytes it can.
+TEST(Base64Decode, SkipsForeignCharactersStopsAtPaddingAndReadsIncompleteGroups) {
   EXPECT_EQ(Decoded(" T W\r\nF u \t"), "Man");
   EXPECT_EQ(Decoded("T-W_F*u\xC3\xA4"), "Man");
   EXPECT_EQ(Decoded("TQ==TWFu"), "M");
   EXPECT_EQ(Decoded("=TWFu"), "");
-}
-
-TEST(Base64Decode, IncompleteLastGroupsGiveWhatBytesTheyCan) {
   EXPECT_EQ(Decoded("TQ"), "M") << "padding is optional";
   EXPECT_EQ(Decoded("TWE"), "Ma");
   EXPECT_EQ(Decoded("TWFuT"), "Man") << "a lone sextet cannot make a byte";
