@@ -2,6 +2,8 @@
 // save point, files come out byte for byte as the golden ones, bad files fail without touching the
 // list, and commands find their button classes by name.
 
+#include "FailureOf.h"
+
 #include <IR/IR.h>
 #include <NorvaGlobal/Exceptions.h>
 #include <OrbGlobal/Undo/Undo.h>
@@ -229,12 +231,7 @@ TEST_F(TCommandTest, BadFilesFailOrFollowTheIndexRuleAndNeverHalfLoad) {
        "'{nonsense}' is not a valid GUID value"},
   };
   for (const auto& c : failures) {
-    try {
-      Load(list, c.Xml, false);
-      ADD_FAILURE() << c.Xml;
-    } catch (const ENorvaError& error) {
-      EXPECT_EQ(error.Message(), c.Failure);
-    }
+    EXPECT_EQ(FailureOf([&] { Load(list, c.Xml, false); }), c.Failure);
     EXPECT_EQ(Saved(list, false), before) << c.Xml;
   }
 

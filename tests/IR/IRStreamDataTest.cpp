@@ -1,6 +1,8 @@
 // The arithmetic of infra-red streams: the period analysis, where a stream ends and whether it is
 // valid, its text forms, hex codes and the native frames, on the cases where a slip shows.
 
+#include "FailureOf.h"
+
 #include <IR/IRHexCode.h>
 #include <IR/NorvaCodes.h>
 #include <NorvaGlobal/Exceptions.h>
@@ -8,20 +10,9 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 using namespace norva;
 
 namespace {
-
-QString FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const ENorvaError& error) {
-    return error.Message();
-  }
-  return QStringLiteral("(no failure)");
-}
 
 // A one-word stream of `pairs` pairs of IDs 0/1 ending on ID 14.
 TIRStreamData OneWordStream(int pairs) {

@@ -2,8 +2,9 @@
 // of four codes, reversed, complemented and offset fields, definitions, bit counts, variations;
 // and the failures that name what a definition got wrong.
 
+#include "FailureOf.h"
+
 #include <IR/IrpEngine.h>
-#include <NorvaGlobal/Exceptions.h>
 #include <support/QtPrinters.h>
 
 #include <gtest/gtest.h>
@@ -78,12 +79,7 @@ TEST(IrpNotation, FailuresNameWhatIsWrong) {
        "Protocol definition: a name declared twice at position 41"},
   };
   for (const auto& [definition, message] : cases) {
-    QString failure;
-    try {
-      ParseIrp(definition);
-    } catch (const ENorvaError& error) {
-      failure = error.Message();
-    }
+    const QString failure = FailureOf([&] { ParseIrp(definition); });
     EXPECT_TRUE(failure.startsWith(QLatin1String(message))) << failure.toStdString();
   }
 }

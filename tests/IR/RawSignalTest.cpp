@@ -2,6 +2,7 @@
 // slips such a receiver makes become a faithful stream or one failure that leaves the stream as
 // it was.
 
+#include "FailureOf.h"
 #include "IRCorpus.h"
 
 #include <IR/IR.h>
@@ -202,12 +203,9 @@ TEST_F(RawSignal, ThatCannotBeAStreamFailsAndChangesNothing) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.Name);
     Undo().Empty();
-    try {
-      stream.SetRawSignal(c.Signal.Frequency, c.Signal.Microseconds);
-      ADD_FAILURE() << "no failure";
-    } catch (const ENorvaError& error) {
-      EXPECT_TRUE(error.Message().startsWith(QString::fromLatin1(c.Failure))) << error.what();
-    }
+    const QString failure =
+        FailureOf([&] { stream.SetRawSignal(c.Signal.Frequency, c.Signal.Microseconds); });
+    EXPECT_TRUE(failure.startsWith(QString::fromLatin1(c.Failure))) << failure.toStdString();
     MaintainUndo();
     EXPECT_EQ(stream.Data(), before);
     EXPECT_EQ(stream.GetName(), "Right");

@@ -1,6 +1,7 @@
 // The database's file: what a save writes and keeps, how a file reads back, and the names it goes
 // by.
 
+#include "IR/FailureOf.h"
 #include "IRDatabaseTest.h"
 
 #include <NorvaGlobal/Exceptions.h>
@@ -71,13 +72,11 @@ TEST_F(IRDatabaseFile, ASaveThatFailsKeepsThePreviousFileAndStillNeedsSaving) {
   TIRDB writable(Path("IR.xml"), false);
   AddStream(writable.GetMake(0)->GetModel(0), "Mute", codes[2]);
   const QByteArray before = FileBytes(Path("IR.xml"));
-  try {
+  const QString failure = FailureOf([&] {
     const TFileSizeLimit limit(64);
     writable.Save();
-    ADD_FAILURE() << "the save did not fail";
-  } catch (const ENorvaError& error) {
-    EXPECT_TRUE(error.Message().endsWith(" while saving " + Path("IR.xml"))) << error.what();
-  }
+  });
+  EXPECT_TRUE(failure.endsWith(" while saving " + Path("IR.xml"))) << failure.toStdString();
   EXPECT_EQ(FileBytes(Path("IR.xml")), before);
   EXPECT_TRUE(writable.GetNeedsSaving());
 }

@@ -2,6 +2,7 @@
 // did not load is reported once and never written over, and saving elsewhere makes the copy a
 // writable library of its own; undo and copies never change the file.
 
+#include "IR/FailureOf.h"
 #include "IRDatabaseTest.h"
 
 #include <NorvaGlobal/Exceptions.h>
@@ -203,12 +204,8 @@ TEST_F(LibraryThatDidNotLoad, IsNeverWrittenOverButSavedElsewhereBecomesALibrary
     WriteFile(Path("bad.xml"), c.File);
     TIRDB database(Path("bad.xml"), false);
     const QString failure = database.GetLoadFailure();
-    try {
-      database.Save();
-      ADD_FAILURE() << "a library that did not load was saved over";
-    } catch (const ENorvaError& error) {
-      EXPECT_TRUE(error.Message().contains(failure)) << error.what();
-    }
+    ASSERT_FALSE(failure.isEmpty());
+    EXPECT_TRUE(FailureOf([&] { database.Save(); }).contains(failure));
     EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
     EXPECT_THROW(database.SaveAs(folder.path() + "/./bad.xml"), ENorvaError);
     EXPECT_EQ(FileBytes(Path("bad.xml")), c.File);
