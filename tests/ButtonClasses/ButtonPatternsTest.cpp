@@ -1,10 +1,10 @@
 // The button-class finder on the names installers type and on real remote controls' names.
 
+#include "IR/IRCorpus.h"
+
 #include <ButtonClasses/ButtonClasses.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <support/QtPrinters.h>
-
-#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -65,13 +65,9 @@ TEST(ButtonPatterns, TheSearchOrderDecidesAsInstallersExpect) {
 }
 
 TEST(ButtonPatterns, RealRemoteControlNamesLandWhereAUserExpects) {
-  QFile corpus(QStringLiteral(NORVA_SOURCE_DIR "/tests/data/ir/pronto-codes.tsv"));
-  ASSERT_TRUE(corpus.open(QIODevice::ReadOnly)) << corpus.fileName().toStdString();
   std::map<QString, QString> found;
-  for (const QByteArray& line : corpus.readAll().split('\n'))
-    if (!line.isEmpty()) found[QString::fromUtf8(line).section(u'\t', 0, 0)] = QString();
+  for (const auto& [name, code] : Corpus()) found[name] = Found(name);
   ASSERT_GT(found.size(), 250u);
-  for (auto& [name, result] : found) result = Found(name);
 
   const std::map<QString, QString> obvious = {
       {"Power", "SystemClassGroup ButtonClass_Standby"},
