@@ -119,6 +119,9 @@ TEST(IRDatabaseTool, ImportsEachCodeOnce) {
             "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n"
             "Input\tir_stream\tOK\t\tunknown pulse-distance 2 bits 0x1\n"
             "Code 1\tir_stream\tOK\t\tunknown pulse-distance 2 bits 0x1\n");
+  EXPECT_EQ(Norva({"irdb", database, "--public", "list"}).Out,
+            "NORVA\t0 models, built in with 3 command groups\n"
+            "INTEGRA\t0 models, built in with 1 command groups\nAcme\t1 models\n");
   EXPECT_TRUE(QFile::exists(database + ".bak"));
   const QString notes = folder.filePath("notes.txt");
   EXPECT_EQ(Norva({"irdb", database, "import", notes, "--format", "Girl"}).ExitCode, 2);

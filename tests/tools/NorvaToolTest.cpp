@@ -105,35 +105,6 @@ TEST(NorvaTool, ReadsBuildsAndShowsInfraRedCodes) {
       1);
 }
 
-TEST(NorvaTool, ImportsListsAndNamesCodesInAnIRDatabase) {
-  QTemporaryDir folder;
-  const QString database = folder.filePath("IR.xml");
-  const QString tsv = folder.filePath("codes.tsv");
-  WriteFile(tsv,
-            "Power\t0000 006D 0000 0002 0157 00AC 0015 05ED\n"
-            "Mute\t0000 006D 0000 0001 0015  0041\n"
-            "Vol+\t0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400\n");
-  const TRun import = Norva({"irdb", database, "import", tsv, "--make", "Acme", "--model", "TV"});
-  EXPECT_EQ(import.ExitCode, 1);  // one line failed
-  EXPECT_EQ(import.Out,
-            tsv + ": line 2: Invalid hex code string.\nadded 2, skipped 0, refused 1\n");
-  EXPECT_EQ(
-      Norva({"irdb", database, "list", "acme", "tv"}).Out,
-      "Power\tir_stream\tToo short to have meaning\tSystem / Standby\tunknown pulse-width 2 bits "
-      "0x2\n"
-      "Vol+\tir_stream\tOK\tSystem / Vol Up\tunknown pulse-distance 3 bits 0x2\n");
-  EXPECT_EQ(Norva({"irdb", database, "--public", "list"}).Out,
-            "NORVA\t0 models, built in with 3 command groups\n"
-            "INTEGRA\t0 models, built in with 1 command groups\nAcme\t1 models\n");
-  const TRun named = Norva(
-      {"irdb", database, "name", "0000 006D 0000 0004 0016 0016 0016 0041 0016 0016 0016 0400"});
-  EXPECT_EQ(named.ExitCode, 0);
-  EXPECT_EQ(named.Out, "exact\tAcme - TV: Vol+\n");
-  const TRun unknown = Norva({"irdb", database, "name", "0000 0070 0000 0001 0010 0400"});
-  EXPECT_EQ(unknown.ExitCode, 1);
-  EXPECT_EQ(unknown.Out, "unknown\n");
-}
-
 TEST(NorvaTool, DecodeCoalescesAsTheReceivePathDoes) {
   const TRun run =
       Norva({"packet", "decode"}, "050101\r\n050102\r\nzz05\r\n0B0523\r\n050201\r\n0B05");
