@@ -154,12 +154,14 @@ TEST_F(DatabaseFile, ACopyKeepsItsOwnFile) {
   EXPECT_TRUE(QFile::exists(Path("copy.xml")));
 }
 
-// Without a handler that takes it, the failure is shown in one "Error" box.
-TEST_F(LibraryThatDidNotLoad, IsReportedInOneBoxAndLoadsNothingOfTheFile) {
+// Without a handler that takes it, the failure is shown in one "Error" box; a handler takes it
+// instead of the box, and the failure stays as one line. Nothing of the file is loaded.
+TEST_F(LibraryThatDidNotLoad, IsReportedInOneBoxOrToTheHandlerAndLoadsNothingOfTheFile) {
+  const QString loading = "Error loading " + Path("bad.xml");
   for (const TUnloadable& c : Unloadable) {
+    SCOPED_TRACE(c.Name);
+    WriteFile(Path("bad.xml"), c.File);
     for (const bool isPublic : {false, true}) {
-      SCOPED_TRACE(std::string(c.Name) + (isPublic ? ", public" : ""));
-      WriteFile(Path("bad.xml"), c.File);
       services.ClearMessages();
       const TIRDB database(Path("bad.xml"), isPublic);
       EXPECT_EQ(database.GetMakeCount(), isPublic ? 2 : 0);  // the built-in makes only
@@ -167,16 +169,10 @@ TEST_F(LibraryThatDidNotLoad, IsReportedInOneBoxAndLoadsNothingOfTheFile) {
       EXPECT_EQ(services.Messages()[0].Caption, "Error");
       const QString box = services.Messages()[0].Text;
       const QRegularExpression expected(QRegularExpression::anchoredPattern(
-          QRegularExpression::escape("Error loading " + Path("bad.xml") + "\r\n\r\n") + c.Box));
+          QRegularExpression::escape(loading + "\r\n\r\n") + c.Box));
       EXPECT_TRUE(expected.match(box).hasMatch()) << box.toStdString();
     }
-  }
-}
-
-TEST_F(LibraryThatDidNotLoad, GoesToTheHandlerInsteadOfABoxAndStaysAsOneLine) {
-  for (const TUnloadable& c : Unloadable) {
-    SCOPED_TRACE(c.Name);
-    WriteFile(Path("bad.xml"), c.File);
+    services.ClearMessages();
     QStringList reported;
     TIRDB database(Path("bad.xml"), false,
                    [&](TIRDB& sender, const QString& errorMsg, bool& handled) {
@@ -185,11 +181,10 @@ TEST_F(LibraryThatDidNotLoad, GoesToTheHandlerInsteadOfABoxAndStaysAsOneLine) {
                      handled = true;
                    });
     ASSERT_EQ(reported.size(), 1);
-    EXPECT_TRUE(reported[0].startsWith("Error loading " + Path("bad.xml") + "\r\n\r\n"));
+    EXPECT_TRUE(reported[0].startsWith(loading + "\r\n\r\n"));
     EXPECT_TRUE(services.Messages().isEmpty());
     const QString failure = database.GetLoadFailure();
-    EXPECT_TRUE(failure.startsWith("Error loading " + Path("bad.xml") + ": "))
-        << failure.toStdString();
+    EXPECT_TRUE(failure.startsWith(loading + ": ")) << failure.toStdString();
     EXPECT_TRUE(failure.contains(c.Failure)) << failure.toStdString();
     EXPECT_FALSE(failure.contains(u'\r') || failure.contains(u'\n')) << failure.toStdString();
     EXPECT_TRUE(database.IsReadOnly());
