@@ -2,13 +2,13 @@
 // What the IR database suites share: a folder of their own for the files, recorded message boxes,
 // and the real codes of tests/data/ir to fill models with.
 
+#include "FileContents.h"
 #include "IR/IRCorpus.h"
 
 #include <IR/IR.h>
 #include <IR_Database/IR_Database.h>
 #include <Testing/RecordingUIServices.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -20,17 +20,6 @@ inline TIRStream* AddStream(TModel* model, const QString& name, const QString& c
   stream->SetName(name);
   stream->SetHexCode(code);
   return stream;
-}
-
-inline QByteArray FileBytes(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline void WriteFile(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-  file.write(bytes);
 }
 
 class TIRDatabaseTest : public ::testing::Test {

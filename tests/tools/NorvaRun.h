@@ -2,8 +2,9 @@
 // The norva tool and the device simulator as the tool suites run them: real processes, their exit
 // codes and their output.
 
+#include "IR_Database/FileContents.h"
+
 #include <QByteArray>
-#include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
@@ -30,17 +31,6 @@ inline TRun Norva(
   process.waitForFinished(30000);
   return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
           QString::fromUtf8(process.readAllStandardError())};
-}
-
-inline QByteArray FileBytes(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-inline void WriteFile(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-  file.write(bytes);
 }
 
 // A simulator for the live commands, as the main job runs it: `pty` and `tcp` name its links.
