@@ -132,11 +132,6 @@ TEST_F(TCommandTest, EveryEditUndoesAndRedoesBackToTheSavePoint) {
        [&] { macro.GetCommand(1)->AddButtonClass(TButtonClass(CursorClassGroup, 5)); }},
       {"class data", [&] { macro.GetCommand(0)->SetButtonClassData(""); }},
       {"category", [&] { macro.GetCommand(3)->SetCategory("Amplifier"); }},
-      {"hex code",
-       [&] {
-         static_cast<TIRStream*>(macro.GetCommand(3))
-             ->SetHexCode("0000 0070 0000 0002 0010 0010 0010 0400");
-       }},
       {"insert", [&] { AddSerial(macro, "Lamp off", "2A4C4F46"); }},
       {"delete", [&] { macro.GetCommand(1)->Delete(); }},
       {"move", [&] { macro.GetCommand(3)->Move(0); }},
