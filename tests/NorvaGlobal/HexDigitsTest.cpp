@@ -5,7 +5,8 @@
 namespace norva {
 namespace {
 
-TEST(HexDigits, EveryDigitBothWaysAndNothingElse) {
+// Every digit both ways and nothing else; pairs make bytes only when both are digits.
+TEST(HexDigits, EveryDigitBothWaysAndPairsOfDigitsOnly) {
   for (unsigned value = 0; value < 16; ++value) {
     const char digit = HexDigitChar(value);
     EXPECT_EQ(HexDigitValue(static_cast<char32_t>(digit)), static_cast<int>(value)) << digit;
@@ -16,9 +17,6 @@ TEST(HexDigits, EveryDigitBothWaysAndNothingElse) {
   // The neighbours of the digit ranges, and a full-width digit, are no digits.
   for (const char32_t c : {U'/', U':', U'@', U'G', U'`', U'g', U' ', U'\uFF11'})
     EXPECT_EQ(HexDigitValue(c), -1) << static_cast<unsigned>(c);
-}
-
-TEST(HexDigits, PairsMakeBytesOnlyWhenBothAreDigits) {
   EXPECT_EQ(HexPairValue(U'0', U'0'), 0x00);
   EXPECT_EQ(HexPairValue(U'f', U'E'), 0xFE);
   EXPECT_EQ(HexPairValue(U'7', U'g'), -1);
