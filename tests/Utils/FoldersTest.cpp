@@ -41,7 +41,7 @@ class Folders : public testing::Test {
   std::vector<std::pair<const char*, QByteArray>> mSaved;
 };
 
-TEST_F(Folders, DocumentFoldersAreCreatedWhereTheyMustBe) {
+TEST_F(Folders, DocumentFoldersAreCreatedWhereTheyMustBeAndUnknownOnesAreNone) {
   EXPECT_EQ(GetFolderPath(folderDocuments), Documents());
   EXPECT_EQ(GetFirmwarePath(), Documents() + "/Norva Firmwares/");
   EXPECT_FALSE(QFileInfo::exists(Documents())) << "asking for the firmware folder creates nothing";
@@ -56,6 +56,7 @@ TEST_F(Folders, DocumentFoldersAreCreatedWhereTheyMustBe) {
   EXPECT_TRUE(QFileInfo(chosen).isDir());
   EXPECT_EQ(SetAutoSaveDir(QString()), chosen + '/');
   EXPECT_EQ(GetAutoSaveDir(), Documents() + "/Norva Keypad Manager/autosave");
+  for (int id : {0, 6, 26, 36, -1}) EXPECT_EQ(GetFolderPath(static_cast<TFolderId>(id)), "") << id;
 }
 
 TEST_F(Folders, CommonAndRecentFoldersFollowTheDataFolders) {
@@ -64,10 +65,6 @@ TEST_F(Folders, CommonAndRecentFoldersFollowTheDataFolders) {
   const QString recent = GetRecentPath();
   EXPECT_TRUE(recent.startsWith(Home() + '/')) << recent.toStdString();
   EXPECT_FALSE(recent.endsWith('/'));
-}
-
-TEST_F(Folders, UnknownIdentifiersGiveNoFolder) {
-  for (int id : {0, 6, 26, 36, -1}) EXPECT_EQ(GetFolderPath(static_cast<TFolderId>(id)), "") << id;
 }
 
 TEST(AppPath, IsTheExecutablesFolderWithATrailingSlash) {
