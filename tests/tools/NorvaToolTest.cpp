@@ -94,12 +94,17 @@ TEST(NorvaTool, ReadsBuildsAndShowsInfraRedCodes) {
       << read.Out.toStdString();
 
   // A learnt signal as capture tools write it, signs and all.
-  const TRun raw =
-      Norva({"ir", "raw", "--frequency", "38000", "+9000", "-4500", "+560", "-560", "+560"});
+  const TRun raw = Norva({"ir", "raw", "--frequency", "38000", "+9000", "-4500", "+560", "-560",
+                          "+560", "-1690", "+560"});
   EXPECT_EQ(raw.ExitCode, 0);
-  EXPECT_TRUE(raw.Out.contains("periods: 0: 8999.9 us, 1: 4500.0 us, 2: 560.0 us, 14: 99924.9 us"))
+  EXPECT_TRUE(raw.Out.contains(
+      "periods: 0: 8999.9 us, 1: 4500.0 us, 2: 560.0 us, 3: 1690.0 us, 14: 99924.9 us"))
       << raw.Out.toStdString();
-  EXPECT_EQ(Norva({"ir", "raw", "--frequency", "38000", "500", "30000", "500", "500"}).ExitCode, 0);
+  // A long gap ends a first word; a gap as long inside a word is refused.
+  EXPECT_EQ(Norva({"ir", "raw", "--frequency", "38000", "500", "30000", "500", "500", "500", "500",
+                   "500"})
+                .ExitCode,
+            0);
   EXPECT_EQ(
       Norva({"ir", "raw", "--frequency", "38000", "500", "9000", "500", "30000", "500"}).ExitCode,
       1);

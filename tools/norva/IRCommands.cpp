@@ -216,11 +216,13 @@ TIRProtocolParameters ParseParameters(const QStringList& words) {
   }
   return parameters;
 }
-// The stream of a raw signal, or the reason there is none; true when there is one.
+// The stream of a raw signal, or the reason there is none; true when it gave a stream whose status
+// is "OK", as for a hex code.
 bool ReportRawSignal(const TRawSignal& signal, QTextStream& out) {
   try {
-    PrintStream(RawSignalStream(signal.Hertz, signal.Durations), out);
-    return true;
+    const TIRStreamData stream = RawSignalStream(signal.Hertz, signal.Durations);
+    PrintStream(stream, out);
+    return stream.Status() == QStringLiteral("OK");
   } catch (const ENorvaError& error) {
     out << "error: " << error.Message() << '\n';
     return false;
