@@ -1,6 +1,7 @@
 // The clipboard slot: clones for sub-components, references for top-level objects, and the
 // system clipboard reached only through the UI services.
 #include "ModelFixtures.h"
+#include "ThrownMessage.h"
 
 #include <OrbGlobal/Clipboard/OrbClipboard.h>
 #include <OrbGlobal/Model/OrbErrors.h>
@@ -86,12 +87,7 @@ TEST_F(ClipboardTest, CutDeletesTheOriginalAndKeepsItUndoable) {
 
 TEST_F(ClipboardTest, CuttingAReadOnlyObjectLeavesTheCopyAndRaises) {
   document.SetReadOnly(true);
-  try {
-    item->CutToClipboard();
-    FAIL() << "no error";
-  } catch (const EUserError& error) {
-    EXPECT_EQ(error.Message(), QStringLiteral("Lamp cannot be deleted."));
-  }
+  EXPECT_EQ(ThrownMessage<EUserError>([&] { item->CutToClipboard(); }), "Lamp cannot be deleted.");
   EXPECT_FALSE(CutClipboardObject());
   EXPECT_NE(GetClipboardObject(), nullptr);
   EXPECT_EQ(document.Items().Count(), 1);

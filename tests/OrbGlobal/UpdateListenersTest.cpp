@@ -24,10 +24,15 @@ class UpdateListeners : public TModelTest {
   void SetUp() override {
     TModelTest::SetUp();
     item = document.AddItem(QStringLiteral("Item"));
-    document.SetName(QStringLiteral("Document"));
-    Listen(document, "document 1");
-    Listen(document, "document 2");
-    Listen(*item, "item");
+    Watch(document, *item);
+  }
+
+  // Two listeners on the document, one on its item.
+  void Watch(TDocument& watchedDocument, TItem& watchedItem) {
+    watchedDocument.SetName(QStringLiteral("Document"));
+    Listen(watchedDocument, "document 1");
+    Listen(watchedDocument, "document 2");
+    Listen(watchedItem, "item");
   }
 
   TUpdateListenerId Listen(TOrbObject& object, const QString& who) {
@@ -93,11 +98,8 @@ TEST_F(UpdateListeners, HearWhatTheUpdateSlotHearsOnceTheOwnersHaveTakenItIn) {
   for (const TCase& c : cases) {
     TDocument caseDocument;
     TItem* caseItem = caseDocument.AddItem(QStringLiteral("Item"));
-    caseDocument.SetName(QStringLiteral("Document"));
+    Watch(caseDocument, *caseItem);
     heard.clear();
-    Listen(caseDocument, "document 1");
-    Listen(caseDocument, "document 2");
-    Listen(*caseItem, "item");
     const int updatesBefore = caseDocument.UpdateCalls();
     c.change(caseDocument, *caseItem);
     EXPECT_EQ(heard, c.heard) << c.name;
