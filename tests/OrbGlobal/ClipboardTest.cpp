@@ -65,6 +65,13 @@ TEST_F(ClipboardTest, CopyingAgainDestroysThePreviousCloneButNeverATopLevelObjec
   EXPECT_EQ(GetClipboardObject(), nullptr);
   EXPECT_EQ(top.GetName(), QString());                         // still alive and usable
   EXPECT_FALSE(CheckOriginalClipboardObjectOwner(&document));  // copied without owner
+
+  // One destroyed elsewhere leaves the slot, and is not destroyed twice.
+  auto gone = std::make_unique<TTarget>();
+  gone->CopyToClipboard();
+  gone.reset();
+  EXPECT_EQ(GetClipboardObject(), nullptr);
+  ReleaseClipboardObject();
 }
 
 TEST_F(ClipboardTest, OtherDataOnTheSystemClipboardHidesTheSlot) {
@@ -91,14 +98,6 @@ TEST_F(ClipboardTest, CuttingAReadOnlyObjectLeavesTheCopyAndRaises) {
   EXPECT_FALSE(CutClipboardObject());
   EXPECT_NE(GetClipboardObject(), nullptr);
   EXPECT_EQ(document.Items().Count(), 1);
-}
-
-TEST_F(ClipboardTest, ATopLevelObjectDestroyedElsewhereLeavesTheSlot) {
-  auto top = std::make_unique<TTarget>();
-  top->CopyToClipboard();
-  top.reset();
-  EXPECT_EQ(GetClipboardObject(), nullptr);
-  ReleaseClipboardObject();  // nothing left to destroy twice
 }
 
 }  // namespace

@@ -12,8 +12,8 @@
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 
-#include <QAbstractListModel>
 #include <QDateTime>
+#include <QStandardItemModel>
 
 namespace fixture {
 
@@ -62,21 +62,6 @@ class TNested : public norva::TOrbObject {
 
  private:
   TNested* mChild = nullptr;
-};
-
-// Rows whose data under OrbObjectRole is the given value.
-class TRowsModel : public QAbstractListModel {
- public:
-  explicit TRowsModel(QList<QVariant> rows) : mRows(std::move(rows)) {}
-  int rowCount(const QModelIndex& parent) const override {
-    return parent.isValid() ? 0 : static_cast<int>(mRows.size());
-  }
-  QVariant data(const QModelIndex& index, int role) const override {
-    return role == OrbObjectRole ? mRows.at(index.row()) : QVariant();
-  }
-
- private:
-  QList<QVariant> mRows;
 };
 
 using OrbObjectTest = TModelTest;
@@ -333,12 +318,13 @@ TEST_F(OrbObjectTest, DestroyHandlerFiresOnce) {
 TEST_F(OrbObjectTest, ListRowsYieldTheirModelObjectOnly) {
   TItem item;
   QObject plain;
-  TRowsModel model(
-      {QVariant::fromValue<QObject*>(&item), QVariant::fromValue(&plain), 42, QVariant()});
+  const QVariant rows[] = {QVariant::fromValue<QObject*>(&item), QVariant::fromValue(&plain), 42,
+                           QVariant()};
+  QStandardItemModel model(4, 1);
+  for (int row = 0; row < 4; ++row) model.setData(model.index(row, 0), rows[row], OrbObjectRole);
   EXPECT_EQ(GetOrbObjectFromListItem(model.index(0, 0)), &item);
-  EXPECT_EQ(GetOrbObjectFromListItem(model.index(1, 0)), nullptr);
-  EXPECT_EQ(GetOrbObjectFromListItem(model.index(2, 0)), nullptr);
-  EXPECT_EQ(GetOrbObjectFromListItem(model.index(3, 0)), nullptr);
+  for (int row = 1; row < 4; ++row)
+    EXPECT_EQ(GetOrbObjectFromListItem(model.index(row, 0)), nullptr) << row;
   EXPECT_EQ(GetOrbObjectFromListItem(QModelIndex()), nullptr);
 }
 
