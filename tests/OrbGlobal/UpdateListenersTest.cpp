@@ -136,6 +136,7 @@ TEST_F(UpdateListeners, ComeAndGoWhileTheyAreCalled) {
   EXPECT_EQ(heard.size(), 5);
 }
 
+// Also while they are called: one may destroy the object, the others then hear nothing.
 TEST_F(UpdateListeners, GoWithTheirContextOrWithTheObject) {
   auto context = std::make_unique<QObject>();
   int calls = 0;
@@ -153,18 +154,17 @@ TEST_F(UpdateListeners, GoWithTheirContextOrWithTheObject) {
   freeStanding.reset();
   context.reset();
   EXPECT_EQ(calls, 1);
-}
 
-TEST_F(UpdateListeners, OneMayDestroyTheObjectTheOthersThenHearNothing) {
-  auto freeStanding = std::make_unique<TItem>();
-  QStringList calls;
+  freeStanding = std::make_unique<TItem>();
+  QStringList heardBy;
   freeStanding->AddUpdateListener(nullptr, [&](TOrbObject*) {
-    calls << QStringLiteral("first");
+    heardBy << QStringLiteral("first");
     freeStanding.reset();
   });
-  freeStanding->AddUpdateListener(nullptr, [&](TOrbObject*) { calls << QStringLiteral("second"); });
+  freeStanding->AddUpdateListener(nullptr,
+                                  [&](TOrbObject*) { heardBy << QStringLiteral("second"); });
   freeStanding->SetCount(1);
-  EXPECT_EQ(calls, QStringList({"first"}));
+  EXPECT_EQ(heardBy, QStringList({"first"}));
   EXPECT_EQ(freeStanding, nullptr);
 }
 
