@@ -1,5 +1,6 @@
 // The child list: growth and limits, ordering operations, and what it tells items, owner and undo.
 #include "ModelFixtures.h"
+#include "ThrownMessage.h"
 
 #include <OrbGlobal/Model/OrbErrors.h>
 #include <OrbGlobal/Undo/Undo.h>
@@ -56,11 +57,7 @@ TEST_F(OrbObjectListTest, RangeErrorsLeaveTheListUnchanged) {
   EXPECT_THROW(list.SetCount(TOrbObjectList::MaxListSize), EListError);
   EXPECT_THROW(list.QuickSort(0, 5, [](TOrbObject*, TOrbObject*) { return 0; }), EListError);
   EXPECT_EQ(list.Count(), 1);
-  try {
-    list.Get(7);
-  } catch (const EListError& error) {
-    EXPECT_TRUE(error.Message().contains(QStringLiteral("7")));
-  }
+  EXPECT_EQ(ThrownMessage<EListError>([&] { list.Get(7); }), "List index out of bounds (7)");
   list.Insert(1, nullptr);  // at Count is allowed
   EXPECT_EQ(list.Count(), 2);
 }
