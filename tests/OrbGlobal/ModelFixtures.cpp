@@ -29,13 +29,7 @@ void TItem::SetPart(TPart* part) {
 void TItem::AssignTo(QObject* dest) const {
   if (auto* item = qobject_cast<TItem*>(dest)) {
     item->SetCount(mCount);
-    item->SetShape(mShape);
-    item->SetFeatures(mFeatures);
-    item->SetCode(mCode);
     item->SetTitle(mTitle);
-    item->SetLevel(mLevel);
-    item->SetSerial(mSerial);
-    item->SetSteps(mSteps);
     item->SetLink(mLink);
     item->SetPart(mPart.get());
   }

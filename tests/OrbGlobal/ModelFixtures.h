@@ -1,7 +1,7 @@
 #pragma once
-// Small model classes for the object-model suites: a document owning a list of items whose
-// properties cover every kind the undo protocol records, a class with one property of every type
-// a model class may publish, plus the histories' clean slate.
+// Small model classes for the object-model suites: a document owning a list of items with parts
+// and references, a class with one property of every type a model class may publish, plus the
+// histories' clean slate.
 
 #include <NorvaGlobal/EnumSet.h>
 #include <OrbGlobal/Model/OrbObject.h>
@@ -43,6 +43,15 @@ struct TSpot {
   bool operator==(const TSpot&) const = default;
 };
 
+// The getter, the setter keeping the contract and the field of one property.
+#define FIXTURE_VALUE(Type, Name)                                       \
+ public:                                                                \
+  Type Get##Name() const { return m##Name; }                            \
+  void Set##Name(Type value) { ChangeProperty(#Name, m##Name, value); } \
+                                                                        \
+ private:                                                               \
+  Type m##Name{};
+
 // A top-level object other objects refer to.
 class TTarget : public norva::TOrbObject {
   Q_OBJECT
@@ -62,76 +71,36 @@ class TPart : public norva::TOrbObject {
 
  public:
   Q_INVOKABLE explicit TPart(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
-
-  int GetSize() const { return mSize; }
-  void SetSize(int size) { ChangeProperty("Size", mSize, size); }
-  double GetWeight() const { return mWeight; }
-  void SetWeight(double weight) { ChangeProperty("Weight", mWeight, weight); }
-  TTarget* GetAnchor() const { return mAnchor; }
-  void SetAnchor(TTarget* anchor) { ChangeProperty("Anchor", mAnchor, anchor); }
   void AssignTo(QObject* dest) const override;
 
- private:
-  int mSize = 0;
-  double mWeight = 0;
-  TTarget* mAnchor = nullptr;
+  FIXTURE_VALUE(int, Size)
+  FIXTURE_VALUE(double, Weight)
+  FIXTURE_VALUE(TTarget*, Anchor)
 };
 
+// An item of a document: a value, a text, references of both kinds and an owned part.
 class TItem : public norva::TOrbObject {
   Q_OBJECT
   Q_CLASSINFO("ClassGUID", "{7A1D2C3B-2222-4E5F-9A0B-1C2D3E4F5A6B}")
   Q_PROPERTY(int Count READ GetCount WRITE SetCount)
-  Q_PROPERTY(fixture::TShape Shape READ GetShape WRITE SetShape)
-  Q_PROPERTY(fixture::TFeatures Features READ GetFeatures WRITE SetFeatures)
-  Q_PROPERTY(QByteArray Code READ GetCode WRITE SetCode)
   Q_PROPERTY(QString Title READ GetTitle WRITE SetTitle)
-  Q_PROPERTY(double Level READ GetLevel WRITE SetLevel)
-  Q_PROPERTY(qint64 Serial READ GetSerial WRITE SetSerial)
-  Q_PROPERTY(QList<int> Steps READ GetSteps WRITE SetSteps)
   Q_PROPERTY(fixture::TTarget* Link READ GetLink WRITE SetLink)
   Q_PROPERTY(fixture::TPart* Part READ GetPart WRITE SetPart)
   Q_PROPERTY(QObject* Helper READ GetHelper WRITE SetHelper)
 
  public:
   Q_INVOKABLE explicit TItem(norva::TOrbObject* owner = nullptr);
-
-  int GetCount() const { return mCount; }
-  void SetCount(int count) { ChangeProperty("Count", mCount, count); }
-  TShape GetShape() const { return mShape; }
-  void SetShape(TShape shape) { ChangeProperty("Shape", mShape, shape); }
-  TFeatures GetFeatures() const { return mFeatures; }
-  void SetFeatures(TFeatures features) { ChangeProperty("Features", mFeatures, features); }
-  QByteArray GetCode() const { return mCode; }
-  void SetCode(const QByteArray& code) { ChangeProperty("Code", mCode, code); }
-  QString GetTitle() const { return mTitle; }
-  void SetTitle(const QString& title) { ChangeProperty("Title", mTitle, title); }
-  double GetLevel() const { return mLevel; }
-  void SetLevel(double level) { ChangeProperty("Level", mLevel, level); }
-  qint64 GetSerial() const { return mSerial; }
-  void SetSerial(qint64 serial) { ChangeProperty("Serial", mSerial, serial); }
-  QList<int> GetSteps() const { return mSteps; }
-  void SetSteps(const QList<int>& steps) { ChangeProperty("Steps", mSteps, steps); }
-  TTarget* GetLink() const { return mLink; }
-  void SetLink(TTarget* link) { ChangeProperty("Link", mLink, link); }
   TPart* GetPart() const { return mPart.get(); }
   void SetPart(TPart* part);
-  QObject* GetHelper() const { return mHelper; }
-  void SetHelper(QObject* helper) { ChangeProperty("Helper", mHelper, helper); }
-
   void AssignTo(QObject* dest) const override;
 
+  FIXTURE_VALUE(int, Count)
+  FIXTURE_VALUE(QString, Title)
+  FIXTURE_VALUE(TTarget*, Link)
+  FIXTURE_VALUE(QObject*, Helper)
+
  private:
-  int mCount = 0;
-  TShape mShape = shapeRound;
-  TFeatures mFeatures;
-  QByteArray mCode;
-  QString mTitle;
-  double mLevel = 0;
-  qint64 mSerial = 0;
-  QList<int> mSteps;
-  TTarget* mLink = nullptr;
   std::unique_ptr<TPart> mPart;
-  QObject* mHelper = nullptr;
 };
 
 // A part holding a record: undo cannot keep it, so its changes only write a debug line and the
@@ -143,21 +112,8 @@ class TSpotted : public norva::TOrbObject {
  public:
   Q_INVOKABLE explicit TSpotted(norva::TOrbObject* owner = nullptr) : TOrbObject(owner) {}
 
-  TSpot GetSpot() const { return mSpot; }
-  void SetSpot(TSpot spot) { ChangeProperty("Spot", mSpot, spot); }
-
- private:
-  TSpot mSpot;
+  FIXTURE_VALUE(TSpot, Spot)
 };
-
-// The getter, the setter keeping the contract and the field of one property of TValues.
-#define FIXTURE_VALUE(Type, Name)                                       \
- public:                                                                \
-  Type Get##Name() const { return m##Name; }                            \
-  void Set##Name(Type value) { ChangeProperty(#Name, m##Name, value); } \
-                                                                        \
- private:                                                               \
-  Type m##Name{};
 
 // One property of every value type a model class may publish, and a reference; each starts at its
 // type's default.

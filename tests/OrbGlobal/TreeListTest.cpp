@@ -24,21 +24,17 @@ class TreeListTest : public TModelTest {
   std::vector<std::unique_ptr<TTarget>> mObjects;
 };
 
-TEST_F(TreeListTest, OneObjectIsQuotedTwoAreParenthesised) {
+TEST_F(TreeListTest, OneObjectIsQuotedTwoAreParenthesisedAfterTheAssociatedObject) {
   TTreeList list;
   list.Add(Named("x"));
   EXPECT_EQ(list.GetText(), QStringLiteral("\"x\""));
   list.Add(Named("y"));
   EXPECT_EQ(list.GetText(), QStringLiteral("(\"x\", \"y\")"));
-}
-
-TEST_F(TreeListTest, TheAssociatedObjectLeadsTheLine) {
-  TTreeList list;
   list.SetAssociatedObject(Named("A"));
-  EXPECT_EQ(list.GetText(), QStringLiteral("\"A\""));
-  list.Add(Named("x"));
-  list.Add(Named("y"));
   EXPECT_EQ(list.GetText(), QStringLiteral("\"A\" => (\"x\", \"y\")"));
+  TTreeList alone;
+  alone.SetAssociatedObject(Named("A"));
+  EXPECT_EQ(alone.GetText(), QStringLiteral("\"A\""));
 }
 
 TEST_F(TreeListTest, NestedListsJoinAndEmptyOnesOrStrangersAddOnlyTheirSeparator) {

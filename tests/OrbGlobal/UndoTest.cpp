@@ -139,55 +139,38 @@ TEST_F(UndoTest, SnapshotsKeepEveryPublishableType) {
   }
 }
 
-TEST_F(UndoTest, ArraysAreKeptWholeAndEmptyOnesComeBackEmpty) {
-  Step([&] { item->SetSteps({1, 2}); });
-  Step([&] { item->SetSteps({9}); });
-  Undo().Revert();
-  EXPECT_EQ(item->GetSteps(), QList<int>({1, 2}));
-  Undo().Revert();
-  EXPECT_TRUE(item->GetSteps().isEmpty());
-}
-
 // The part's own entries would restore it by themselves; without them only the sub-object entry's
 // snapshot can.
 void KeepOnlyTheSubObjectEntry(TItem& item) { Undo().RemoveChangesAffectingObject(item.GetPart()); }
 
+// A reference the snapshot holds comes back, or as none when its object was destroyed meanwhile.
 TEST_F(UndoTest, SubObjectsComeBackFromTheirSnapshot) {
-  TTarget anchor;
-  item->GetPart()->SetSize(4);
-  item->GetPart()->SetWeight(1.25);
-  item->GetPart()->SetAnchor(&anchor);
-  Undo().Empty();
+  for (const bool anchorDestroyed : {false, true}) {
+    SCOPED_TRACE(anchorDestroyed ? "anchor destroyed meanwhile" : "anchor alive");
+    auto anchor = std::make_unique<TTarget>();
+    TTarget* const anchorAddress = anchor.get();
+    item->GetPart()->SetSize(4);
+    item->GetPart()->SetWeight(1.25);
+    item->GetPart()->SetAnchor(anchor.get());
+    Undo().Empty();
 
-  TPart replacement;
-  replacement.SetSize(8);
-  replacement.SetWeight(3);
-  Step([&] { item->SetPart(&replacement); });
-  KeepOnlyTheSubObjectEntry(*item);
-  ASSERT_EQ(Undo().Count(), 1);
-  ASSERT_NE(dynamic_cast<TChangedSubObjectProperty*>(Undo().LastChange()), nullptr);
-  EXPECT_EQ(item->GetPart()->GetAnchor(), nullptr);
+    TPart replacement;
+    replacement.SetSize(8);
+    replacement.SetWeight(3);
+    Step([&] { item->SetPart(&replacement); });
+    KeepOnlyTheSubObjectEntry(*item);
+    ASSERT_EQ(Undo().Count(), 1);
+    ASSERT_NE(dynamic_cast<TChangedSubObjectProperty*>(Undo().LastChange()), nullptr);
+    EXPECT_EQ(item->GetPart()->GetAnchor(), nullptr);
+    if (anchorDestroyed) anchor.reset();
 
-  Undo().Revert();
-  EXPECT_EQ(item->GetPart()->GetSize(), 4);
-  EXPECT_EQ(item->GetPart()->GetWeight(), 1.25);
-  EXPECT_EQ(item->GetPart()->GetAnchor(), &anchor);
-  EXPECT_EQ(item->GetPart()->GetOwner(), item);
-}
-
-TEST_F(UndoTest, SnapshotOfASubObjectForgetsAReferenceDestroyedMeanwhile) {
-  auto anchor = std::make_unique<TTarget>();
-  item->GetPart()->SetSize(2);
-  item->GetPart()->SetAnchor(anchor.get());
-  Undo().Empty();
-  TPart replacement;
-  replacement.SetSize(5);
-  Step([&] { item->SetPart(&replacement); });
-  KeepOnlyTheSubObjectEntry(*item);
-  anchor.reset();
-  Undo().Revert();
-  EXPECT_EQ(item->GetPart()->GetSize(), 2);
-  EXPECT_EQ(item->GetPart()->GetAnchor(), nullptr);
+    Undo().Revert();
+    EXPECT_EQ(item->GetPart()->GetSize(), 4);
+    EXPECT_EQ(item->GetPart()->GetWeight(), 1.25);
+    EXPECT_EQ(item->GetPart()->GetAnchor(), anchorDestroyed ? nullptr : anchorAddress);
+    EXPECT_EQ(item->GetPart()->GetOwner(), item);
+    item->GetPart()->SetAnchor(nullptr);
+  }
 }
 
 TEST_F(UndoTest, AReferenceToADestroyedObjectComesBackAsNone) {
@@ -199,11 +182,16 @@ TEST_F(UndoTest, AReferenceToADestroyedObjectComesBackAsNone) {
   EXPECT_EQ(item->GetLink(), nullptr);
 }
 
-TEST_F(UndoTest, UnchangedValuesRecordNothing) {
+TEST_F(UndoTest, UnchangedValuesAndFreeStandingSubComponentsRecordNothingTopLevelObjectsDo) {
   item->SetCount(0);
   item->SetTitle(QString());
   item->SetName(QStringLiteral("  item "));
+  TItem loose;
+  loose.SetCount(3);
   EXPECT_EQ(Undo().Count(), 0);
+  TTarget top;
+  top.SetName(QStringLiteral("top"));
+  EXPECT_EQ(Undo().Count(), 1);
 }
 
 TEST_F(UndoTest, UnknownNamesAndUnsupportedKindsOnlyWriteTheirLine) {
@@ -229,16 +217,7 @@ TEST_F(UndoTest, OwnerPropertiesAreRecordedOnTheOwner) {
   EXPECT_EQ(entry->PropertyName(), QStringLiteral("Count"));
 }
 
-TEST_F(UndoTest, FreeStandingSubComponentsRecordNothingTopLevelObjectsDo) {
-  TItem loose;
-  loose.SetCount(3);
-  EXPECT_EQ(Undo().Count(), 0);
-  TTarget top;
-  top.SetName(QStringLiteral("top"));
-  EXPECT_EQ(Undo().Count(), 1);
-}
-
-TEST_F(UndoTest, RevertUndoesOnlyTheLastStepAndRedoReappliesIt) {
+TEST_F(UndoTest, RevertUndoesOnlyTheLastStepRedoReappliesItUntilAFreshEdit) {
   Step([&] { item->SetCount(1); });
   Step([&] { item->SetCount(2); });
   Step([&] {
@@ -265,15 +244,12 @@ TEST_F(UndoTest, RevertUndoesOnlyTheLastStepAndRedoReappliesIt) {
   EXPECT_EQ(item->GetTitle(), QStringLiteral("three"));
   EXPECT_FALSE(Redo().CanRevert());
   EXPECT_EQ(Undo().NumSavePoints(), 3);
-}
 
-TEST_F(UndoTest, AFreshEditDiscardsTheRedoHistory) {
-  Step([&] { item->SetCount(1); });
   Undo().Revert();
   MaintainUndo();
   ASSERT_TRUE(Redo().CanRevert());
   Step([&] { item->SetTitle(QStringLiteral("new")); });
-  EXPECT_FALSE(Redo().CanRevert());
+  EXPECT_FALSE(Redo().CanRevert());  // a fresh edit discards what was left to redo
 }
 
 TEST_F(UndoTest, RevertRevertsAtLeastOneEntryEvenWithoutASavePoint) {
@@ -337,14 +313,10 @@ TEST_F(UndoTest, DeletedItemsLiveInTheEntryAndComeBackAtTheirIndex) {
   EXPECT_EQ(b->GetCount(), 4);
   Undo().Revert();
   EXPECT_EQ(document.Item(1), b.data());
-}
-
-TEST_F(UndoTest, EmptyingTheHistoriesDestroysHeldItems) {
-  QPointer<TItem> doomed = item;
-  Step([&] { item->Delete(); });
-  ASSERT_TRUE(doomed);
+  // Emptying the history that holds it destroys it.
+  Redo().Revert();
   Undo().Empty();
-  EXPECT_FALSE(doomed);
+  EXPECT_FALSE(b);
 }
 
 TEST_F(UndoTest, AddedItemsAreTakenOutAndRedoneAsTheSameObject) {
@@ -464,19 +436,7 @@ class TFailingEntry : public TChangeProtocolEntry {
   void Revert() override { throw ENorvaError(QStringLiteral("cannot")); }
 };
 
-TEST_F(UndoTest, AFailingRevertKeepsItsEntryAndRestoresTheCursor) {
-  TRecordingUIServices ui;
-  TScopedUIServices scoped(ui);
-  item->SetCount(1);
-  Undo().Add(std::make_unique<TFailingEntry>(item));
-  EXPECT_THROW(Undo().Revert(), ENorvaError);
-  EXPECT_FALSE(Undo().Undoing());
-  EXPECT_EQ(ui.BusyDepth(), 0);
-  EXPECT_EQ(Undo().Count(), 2);
-  EXPECT_EQ(item->GetCount(), 1);
-}
-
-TEST_F(UndoTest, RevertShowsTheBusyCursorWhileItRuns) {
+TEST_F(UndoTest, RevertShowsTheBusyCursorWhileItRunsAndAFailingOneKeepsItsEntry) {
   TRecordingUIServices ui;
   TScopedUIServices scoped(ui);
   int depthDuringRevert = -1;
@@ -485,6 +445,14 @@ TEST_F(UndoTest, RevertShowsTheBusyCursorWhileItRuns) {
   Undo().Revert();
   EXPECT_EQ(depthDuringRevert, 1);
   EXPECT_EQ(ui.BusyDepth(), 0);
+
+  item->SetCount(1);
+  Undo().Add(std::make_unique<TFailingEntry>(item));
+  EXPECT_THROW(Undo().Revert(), ENorvaError);
+  EXPECT_FALSE(Undo().Undoing());
+  EXPECT_EQ(ui.BusyDepth(), 0);
+  EXPECT_EQ(Undo().Count(), 2);
+  EXPECT_EQ(item->GetCount(), 1);
 }
 
 TEST_F(UndoTest, GetChangeWalksFromEitherEnd) {

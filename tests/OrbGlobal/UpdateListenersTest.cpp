@@ -24,10 +24,15 @@ class UpdateListeners : public TModelTest {
   void SetUp() override {
     TModelTest::SetUp();
     item = document.AddItem(QStringLiteral("Item"));
-    document.SetName(QStringLiteral("Document"));
-    Listen(document, "document 1");
-    Listen(document, "document 2");
-    Listen(*item, "item");
+    Watch(document, *item);
+  }
+
+  // Two listeners on the document, one on its item.
+  void Watch(TDocument& watchedDocument, TItem& watchedItem) {
+    watchedDocument.SetName(QStringLiteral("Document"));
+    Listen(watchedDocument, "document 1");
+    Listen(watchedDocument, "document 2");
+    Listen(watchedItem, "item");
   }
 
   TUpdateListenerId Listen(TOrbObject& object, const QString& who) {
@@ -93,11 +98,8 @@ TEST_F(UpdateListeners, HearWhatTheUpdateSlotHearsOnceTheOwnersHaveTakenItIn) {
   for (const TCase& c : cases) {
     TDocument caseDocument;
     TItem* caseItem = caseDocument.AddItem(QStringLiteral("Item"));
-    caseDocument.SetName(QStringLiteral("Document"));
+    Watch(caseDocument, *caseItem);
     heard.clear();
-    Listen(caseDocument, "document 1");
-    Listen(caseDocument, "document 2");
-    Listen(*caseItem, "item");
     const int updatesBefore = caseDocument.UpdateCalls();
     c.change(caseDocument, *caseItem);
     EXPECT_EQ(heard, c.heard) << c.name;
@@ -134,6 +136,7 @@ TEST_F(UpdateListeners, ComeAndGoWhileTheyAreCalled) {
   EXPECT_EQ(heard.size(), 5);
 }
 
+// Also while they are called: one may destroy the object, the others then hear nothing.
 TEST_F(UpdateListeners, GoWithTheirContextOrWithTheObject) {
   auto context = std::make_unique<QObject>();
   int calls = 0;
@@ -151,18 +154,17 @@ TEST_F(UpdateListeners, GoWithTheirContextOrWithTheObject) {
   freeStanding.reset();
   context.reset();
   EXPECT_EQ(calls, 1);
-}
 
-TEST_F(UpdateListeners, OneMayDestroyTheObjectTheOthersThenHearNothing) {
-  auto freeStanding = std::make_unique<TItem>();
-  QStringList calls;
+  freeStanding = std::make_unique<TItem>();
+  QStringList heardBy;
   freeStanding->AddUpdateListener(nullptr, [&](TOrbObject*) {
-    calls << QStringLiteral("first");
+    heardBy << QStringLiteral("first");
     freeStanding.reset();
   });
-  freeStanding->AddUpdateListener(nullptr, [&](TOrbObject*) { calls << QStringLiteral("second"); });
+  freeStanding->AddUpdateListener(nullptr,
+                                  [&](TOrbObject*) { heardBy << QStringLiteral("second"); });
   freeStanding->SetCount(1);
-  EXPECT_EQ(calls, QStringList({"first"}));
+  EXPECT_EQ(heardBy, QStringList({"first"}));
   EXPECT_EQ(freeStanding, nullptr);
 }
 

@@ -11,6 +11,7 @@
 namespace norva {
 namespace {
 
+// Under the document an element gets a line break without tab.
 TEST(AddXMLDOMElement, IndentsOneTabPerLevelAndNothingAfterTheLastChild) {
   pugi::xml_document document;
   pugi::xml_node root = document.append_child("root");
@@ -19,13 +20,10 @@ TEST(AddXMLDOMElement, IndentsOneTabPerLevelAndNothingAfterTheLastChild) {
   AddXMLDOMElement(root, QStringLiteral("b"));
   EXPECT_EQ(first, root.child("a"));
   EXPECT_EQ(SaveXMLDocument(document), "<root>\r\n\t<a>\r\n\t\t<inner/></a>\r\n\t<b/></root>");
-}
 
-TEST(AddXMLDOMElement, UnderTheDocumentGetsALineBreakWithoutTab) {
-  pugi::xml_document document;
-  AddXMLDOMElement(AddXMLDOMElement(document, QStringLiteral("root")),
-                   QStringLiteral("K\u00fcche"));
-  EXPECT_EQ(SaveXMLDocument(document),
+  pugi::xml_document top;
+  AddXMLDOMElement(AddXMLDOMElement(top, QStringLiteral("root")), QStringLiteral("K\u00fcche"));
+  EXPECT_EQ(SaveXMLDocument(top),
             "\r\n<root>\r\n\t<K\xC3\xBC"
             "che/></root>");
 }

@@ -1,3 +1,5 @@
+#include "ThrownMessage.h"
+
 #include <OrbGlobal/Xml/XmlDocument.h>
 #include <OrbGlobal/Xml/XmlLookup.h>
 
@@ -26,21 +28,15 @@ class XmlLookup : public testing::Test {
   pugi::xml_node mRoot;
 };
 
-TEST_F(XmlLookup, FindsTheFirstDirectChildElementWithExactlyThatName) {
+TEST_F(XmlLookup, FindsTheFirstDirectChildElementWithExactlyThatNameOrRaisesItsName) {
   EXPECT_STREQ(Child("Zone").child_value(), "first");
   EXPECT_STREQ(Child("zone").child_value(), "lower");
   EXPECT_FALSE(GetXMLDOMNode(mRoot, QStringLiteral("ZONE"), false));
   EXPECT_FALSE(GetXMLDOMNode(mRoot, QStringLiteral("Inner"), false)) << "grandchildren never match";
   EXPECT_FALSE(GetXMLDOMNode(mRoot, QString(), false)) << "text nodes have no element name";
-}
 
-TEST_F(XmlLookup, MissingRequiredChildRaisesItsName) {
-  try {
-    GetXMLDOMNode(mRoot, QStringLiteral("Preset"), true);
-    FAIL() << "no exception";
-  } catch (const ENorvaError& error) {
-    EXPECT_EQ(error.Message(), QStringLiteral("Preset element not found"));
-  }
+  EXPECT_EQ(ThrownMessage([&] { GetXMLDOMNode(mRoot, QStringLiteral("Preset"), true); }),
+            "Preset element not found");
   EXPECT_THROW(GetXMLDOMNodeText(mRoot, QStringLiteral("Preset"), true), ENorvaError);
   EXPECT_THROW(GetXMLDOMNode(pugi::xml_node(), QStringLiteral("Zone"), true), ENorvaError);
 }
@@ -133,30 +129,23 @@ class XmlValues : public testing::Test {
   pugi::xml_node mRoot;
 };
 
-TEST_F(XmlValues, NumbersFromElementsAndAttributes) {
+TEST_F(XmlValues, NumbersBooleansEnumerationsAndNamesFromElementsAndAttributes) {
   EXPECT_EQ(ElementNumber<int>(mRoot.child("n")), 300);
   EXPECT_EQ(ElementNumber<quint8>(mRoot.child("n"), 9), 9);
   EXPECT_EQ(ElementNumber<int>(mRoot.child("missing")), std::nullopt);
   EXPECT_EQ(AttributeNumber<int>(mRoot.attribute("index")), 7);
   EXPECT_EQ(AttributeNumber<int>(mRoot.attribute("group")), std::nullopt);
   EXPECT_EQ(AttributeNumber<int>(mRoot.attribute("missing")), std::nullopt);
-}
-
-TEST_F(XmlValues, BooleansAreNumbersOrTrueAndFalseInAnyCase) {
+  // Booleans are numbers, or true and false in any case.
   EXPECT_TRUE(ElementBoolean(Nth("b", 0)));
   EXPECT_FALSE(ElementBoolean(Nth("b", 1)));
   EXPECT_TRUE(ElementBoolean(Nth("b", 2)));
   EXPECT_FALSE(ElementBoolean(Nth("b", 3)));
   EXPECT_THROW(ElementBoolean(Nth("b", 4)), EConvertError);
-}
-
-TEST_F(XmlValues, EnumerationsByTheirValueNamesOnly) {
+  // Enumerations by their value names only.
   EXPECT_EQ(ElementEnum<TError>(Nth("e", 0)), errNoAck);
   EXPECT_THROW(ElementEnum<TError>(Nth("e", 1)), EConvertError);
   EXPECT_THROW(ElementEnum<TError>(Nth("e", 2)), EConvertError);
-}
-
-TEST_F(XmlValues, NameAttributeKeepsEveryCharacter) {
   EXPECT_EQ(NameAttribute(mRoot), QStringLiteral("K\u00fcche"));
   EXPECT_EQ(NameAttribute(mRoot.child("n")), QString());
 }

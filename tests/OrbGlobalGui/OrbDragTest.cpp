@@ -18,12 +18,12 @@
 namespace norva {
 namespace {
 
-TEST(OrbDragObject, StartsEmptyAndIsFoundByItsFormat) {
-  QWidget view;
-  std::unique_ptr<QMimeData> data = std::make_unique<TOrbDragObject>(&view);
+TEST(OrbDragObject, StartsEmptyIsFoundByItsFormatAndMayOutliveItsSourceView) {
+  auto view = std::make_unique<QWidget>();
+  std::unique_ptr<QMimeData> data = std::make_unique<TOrbDragObject>(view.get());
   auto* drag = qobject_cast<TOrbDragObject*>(data.get());
   ASSERT_NE(drag, nullptr);
-  EXPECT_EQ(drag->Source(), &view);
+  EXPECT_EQ(drag->Source(), view.get());
   EXPECT_EQ(drag->OrbObject(), nullptr);
   EXPECT_FALSE(drag->DraggedItem().isValid());
   EXPECT_EQ(drag->ItemOffset(), QPoint());
@@ -32,6 +32,8 @@ TEST(OrbDragObject, StartsEmptyAndIsFoundByItsFormat) {
   EXPECT_TRUE(data->hasFormat(TOrbDragObject::MimeType));
   EXPECT_FALSE(data->hasFormat(TOrbDragList::MimeType));
   EXPECT_FALSE(data->hasText());
+  view.reset();
+  EXPECT_EQ(drag->Source(), nullptr);
 }
 
 TEST(OrbDragObject, DestroysTheObjectOnlyWhenItOwnsIt) {
@@ -57,13 +59,6 @@ TEST(OrbDragObject, CarriesNoneOnceItsObjectIsDestroyedElsewhere) {
     object.reset();
     EXPECT_EQ(drag.OrbObject(), nullptr) << "owns: " << owns;
   }  // an owning drag must not destroy it a second time
-}
-
-TEST(OrbDragObject, OutlivingItsSourceViewIsHarmless) {
-  auto view = std::make_unique<QWidget>();
-  TOrbDragObject drag(view.get());
-  view.reset();
-  EXPECT_EQ(drag.Source(), nullptr);
 }
 
 TEST(OrbDragList, CursorShowsOneOrSeveralObjectsOrNoDrop) {

@@ -87,17 +87,14 @@ TEST(BitmapEffects, TheHandMadeResamplerAgreesWithLibvipsWhereBothHaveTheKernel)
       2};
   const QImage source = Gradient(120, 90);
   const QImage rgba = source.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-  for (const QSize size : {QSize(48, 36), QSize(300, 225)}) {
-    EXPECT_LE(
-        LargestDifference(ResampleSeparable(rgba, size.width(), size.height(), triangle),
-                          Resample(source, size.width(), size.height(), TResampleFilter::Triangle)),
-        3)
-        << size.width();
-    EXPECT_LE(
-        LargestDifference(ResampleSeparable(rgba, size.width(), size.height(), mitchell),
-                          Resample(source, size.width(), size.height(), TResampleFilter::Mitchell)),
-        3)
-        << size.width();
+  for (const auto& [kernel, filter] : {std::pair{&triangle, TResampleFilter::Triangle},
+                                       std::pair{&mitchell, TResampleFilter::Mitchell}}) {
+    for (const QSize size : {QSize(48, 36), QSize(300, 225)}) {
+      EXPECT_LE(LargestDifference(ResampleSeparable(rgba, size.width(), size.height(), *kernel),
+                                  Resample(source, size.width(), size.height(), filter)),
+                3)
+          << ResampleFilterName(filter) << " to " << size.width();
+    }
   }
 }
 
