@@ -1,7 +1,7 @@
 // Arbitrary bytes as a learnt signal: the carrier (two bytes, in 100 Hz), then durations in
 // microseconds (two bytes each, little-endian, starting with a flash). Decoding it, and the stream
 // made of it, never fails, and every protocol named encodes its parameters into a stream that
-// decodes to them again.
+// decodes to them again, each part of a compound code on its own.
 #include <IR/IRProtocols.h>
 #include <IR/IRRawSignal.h>
 #include <NorvaGlobal/Exceptions.h>
@@ -36,13 +36,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       if (decode.Generic.isEmpty()) std::abort();
       continue;
     }
-    try {
-      if (!Contains(
-              norva::DecodeIRStream(norva::EncodeIRStream(decode.Protocol, decode.Parameters)),
-              decode))
-        std::abort();
-    } catch (const norva::ENorvaError&) {
-      std::abort();  // what was decoded is in range and fits a stream
+    QList<norva::TIRDecode> codes{decode};
+    codes += decode.Then;  // each part of a compound code on its own
+    for (const norva::TIRDecode& code : codes) {
+      try {
+        if (!Contains(norva::DecodeIRStream(norva::EncodeIRStream(code.Protocol, code.Parameters)),
+                      code))
+          std::abort();
+      } catch (const norva::ENorvaError&) {
+        std::abort();  // what was decoded is in range and fits a stream
+      }
     }
   }
   return 0;

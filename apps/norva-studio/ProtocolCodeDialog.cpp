@@ -62,7 +62,10 @@ QString TProtocolCodeDialog::HexCodeText() const { return mHexCode->toPlainText(
 QString TProtocolCodeDialog::ErrorText() const { return mError->text(); }
 
 QString TProtocolCodeDialog::CodeName() const {
-  return norva::DecodeText({mProtocol->currentText(), mParameters, {}, {}});
+  norva::TIRDecode code;
+  code.Protocol = mProtocol->currentText();
+  code.Parameters = mParameters;
+  return norva::DecodeText(code);
 }
 
 std::optional<std::int64_t> TProtocolCodeDialog::Value(char name, QString& error) const {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace norva {
 
@@ -37,12 +38,15 @@ TIRProtocolParameters PublicParameters(const TIrpCatalogueEntry& entry, const TI
   return parameters;
 }
 
+QString FramesBeyondText(int frames) {
+  if (frames == 1) return QStringLiteral("1 frame beyond the code");
+  return frames > 1 ? QStringLiteral("%1 frames beyond the code").arg(frames) : QString();
+}
+
 QString UnexplainedText(const TIrpRecognition& recognition) {
   QStringList parts;
   if (recognition.MissingRepeat) parts << QStringLiteral("no repeat frame");
-  if (recognition.FramesBeyond == 1) parts << QStringLiteral("1 frame beyond the code");
-  if (recognition.FramesBeyond > 1)
-    parts << QStringLiteral("%1 frames beyond the code").arg(recognition.FramesBeyond);
+  if (recognition.FramesBeyond > 0) parts << FramesBeyondText(recognition.FramesBeyond);
   return parts.join(QStringLiteral(", "));
 }
 
@@ -64,9 +68,13 @@ bool Likelier(const TCandidate& a, const TCandidate& b) {
   return a.Entry < b.Entry;
 }
 
-QList<TIRDecode> DecodeDurations(double frequencyHz, std::span<const double> durations) {
-  if (durations.empty()) return {};
+// The decodes of the capture as one code (with its repeats), the most likely first; none when no
+// protocol explains it. `furthest`, when given, is set to the furthest duration any protocol
+// compared.
+QList<TIRDecode> CodeDecodes(double frequencyHz, std::span<const double> durations,
+                             int* furthest = nullptr) {
   thread_local TIrpScratch scratch;
+  scratch.Furthest = -1;
   scratch.Elapsed.resize(durations.size() + 1);
   scratch.Elapsed[0] = 0;
   for (std::size_t i = 0; i < durations.size(); ++i)
@@ -84,6 +92,7 @@ QList<TIRDecode> DecodeDurations(double frequencyHz, std::span<const double> dur
     candidates.push_back(candidate);
   }
   std::stable_sort(candidates.begin(), candidates.end(), Likelier);
+  if (furthest) *furthest = scratch.Furthest;
 
   QList<TIRDecode> decodes;
   for (const TCandidate& found : candidates) {
@@ -94,12 +103,108 @@ QList<TIRDecode> DecodeDurations(double frequencyHz, std::span<const double> dur
     decode.Unexplained = UnexplainedText(found.Recognition);
     decodes << decode;
   }
-  if (decodes.isEmpty()) {
-    TIRDecode decode;
-    decode.Generic = GenericIRDescription(durations);
-    decodes << decode;
-  }
   return decodes;
+}
+
+// A gap this long ends a frame: the parts of a compound code meet at such gaps.
+constexpr double FrameGapMicroseconds = 10000;
+// A capture of more frames than this is not searched for the parts of a compound code.
+constexpr std::size_t MaxCompoundFrames = 16;
+
+// Where the frames of the capture start: at 0 and after every gap that ends a frame.
+std::vector<std::size_t> FrameStarts(std::span<const double> durations) {
+  std::vector<std::size_t> starts{0};
+  for (std::size_t i = 1; i + 1 < durations.size(); i += 2)
+    if (durations[i] >= FrameGapMicroseconds) starts.push_back(i + 1);
+  return starts;
+}
+
+// The same protocol, device, sub-device and function: the toggle flips from press to press.
+bool SameCode(const TIRDecode& a, const TIRDecode& b) {
+  return a.Protocol == b.Protocol && a.Parameters.D == b.Parameters.D &&
+         a.Parameters.S == b.Parameters.S && a.Parameters.F == b.Parameters.F;
+}
+
+// The first decode of the frames from `first` up to `last` (one past), taken without the gap after
+// the last frame, since the parts of a compound code follow each other closer than the code's own
+// repeats do; none when no protocol explains them.
+std::optional<TIRDecode> RunDecode(double frequencyHz, std::span<const double> durations,
+                                   const std::vector<std::size_t>& starts, std::size_t first,
+                                   std::size_t last) {
+  const std::size_t end =
+      last == starts.size() ? durations.size() - (1 - durations.size() % 2) : starts[last] - 1;
+  const QList<TIRDecode> decodes =
+      CodeDecodes(frequencyHz, durations.subspan(starts[first], end - starts[first]));
+  if (decodes.isEmpty()) return std::nullopt;
+  TIRDecode code = decodes.front();
+  code.Unexplained.clear();
+  return code;
+}
+
+// The codes the capture sends one after the other: from each frame on, a code that the frame is
+// on its own, together with the frames after it that are no other code on their own, as long as it
+// explains them (its repeats: NEC1's dittos). None when a part's first frame is no code.
+std::optional<QList<TIRDecode>> CodesInTurn(double frequencyHz, std::span<const double> durations,
+                                            int furthest) {
+  const std::vector<std::size_t> starts = FrameStarts(durations);
+  if (starts.size() < 2 || starts.size() > MaxCompoundFrames) return std::nullopt;
+  // Decoding the whole capture compared no protocol with the first frame to its last flash.
+  if (furthest < static_cast<int>(starts[1]) - 2) return std::nullopt;
+  std::vector<std::optional<TIRDecode>> alone(starts.size());
+  std::vector<bool> tried(starts.size(), false);
+  const auto frameAlone = [&](std::size_t frame) -> const std::optional<TIRDecode>& {
+    if (!tried[frame]) alone[frame] = RunDecode(frequencyHz, durations, starts, frame, frame + 1);
+    tried[frame] = true;
+    return alone[frame];
+  };
+  QList<TIRDecode> codes;
+  for (std::size_t first = 0; first < starts.size();) {
+    std::optional<TIRDecode> code = frameAlone(first);
+    if (!code) return std::nullopt;
+    std::size_t last = first + 1;
+    for (; last < starts.size(); ++last) {
+      const std::optional<TIRDecode>& next = frameAlone(last);
+      if (next && !SameCode(*next, *code)) break;
+      std::optional<TIRDecode> longer = RunDecode(frequencyHz, durations, starts, first, last + 1);
+      if (!longer) break;
+      code = std::move(longer);
+    }
+    codes << *code;
+    first = last;
+  }
+  return codes;
+}
+
+// The codes as one compound code: the shortest sequence of them that the rest only repeats, and
+// how often it is sent again.
+TIRDecode CompoundOf(const QList<TIRDecode>& codes) {
+  qsizetype length = 1;
+  const auto repeats = [&codes](qsizetype period) {
+    if (codes.size() % period != 0) return false;
+    for (qsizetype i = period; i < codes.size(); ++i)
+      if (!SameCode(codes[i], codes[i % period])) return false;
+    return true;
+  };
+  while (!repeats(length)) ++length;
+  TIRDecode compound = codes.front();
+  compound.Then = codes.mid(1, length - 1);
+  // One code whose frames follow each other otherwise than the protocol sends them.
+  compound.Unexplained = length == 1
+                             ? QStringLiteral("frames spaced unlike the protocol's")
+                             : FramesBeyondText(static_cast<int>(codes.size() / length) - 1);
+  return compound;
+}
+
+QList<TIRDecode> DecodeDurations(double frequencyHz, std::span<const double> durations) {
+  if (durations.empty()) return {};
+  int furthest = -1;
+  if (QList<TIRDecode> decodes = CodeDecodes(frequencyHz, durations, &furthest); !decodes.isEmpty())
+    return decodes;
+  if (const std::optional<QList<TIRDecode>> codes = CodesInTurn(frequencyHz, durations, furthest))
+    return {CompoundOf(*codes)};
+  TIRDecode decode;
+  decode.Generic = GenericIRDescription(durations);
+  return {decode};
 }
 
 double Microseconds(const TIRStreamData& stream, TPeriodID id, bool wordEnd) {

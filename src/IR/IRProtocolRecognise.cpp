@@ -7,6 +7,7 @@
 // bi-phase half-bits merged by the carrier need no special case.
 #include <IR/IrpEngine.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -136,6 +137,7 @@ class TRecogniseSink {
       return pos % 2 == 1;
     }
     mState.Pos = pos + 1;
+    mScratch.Furthest = std::max(mScratch.Furthest, pos);
     const double actual = mCapture[static_cast<std::size_t>(pos)];
     if (minEnd >= 0) return Elapsed(pos + 1) >= minEnd;
     if (pos % 2 == 1 && open >= LongGapMicroseconds) return actual >= LongGapShare * open;
@@ -144,15 +146,19 @@ class TRecogniseSink {
     return misfit <= 1;
   }
 
+  // Whether the open expected duration can still grow into the capture's.
+  bool OpenCanFit() const {
+    if (mState.Open == 0 || mState.MinEnd >= 0) return true;
+    if (mState.Pos >= Count()) return !OpenIsFlash();
+    return mState.Open - mCapture[static_cast<std::size_t>(mState.Pos)] <= Tolerance(mState.Open);
+  }
+
   // How far the open expected duration is from the capture's, in tolerances; NoFit when it
   // cannot grow into it.
   double Residual() const {
-    if (mState.Open == 0) return 0;
-    if (mState.Pos >= Count()) return OpenIsFlash() ? NoFit : 0;
-    if (mState.MinEnd >= 0) return 0;
-    const double actual = mCapture[static_cast<std::size_t>(mState.Pos)];
-    if (mState.Open - actual > Tolerance(mState.Open)) return NoFit;
-    return Misfit(mState.Open, actual);
+    if (!OpenCanFit()) return NoFit;
+    if (mState.Open == 0 || mState.MinEnd >= 0 || mState.Pos >= Count()) return 0;
+    return Misfit(mState.Open, mCapture[static_cast<std::size_t>(mState.Pos)]);
   }
 
   // How well a code takes the duration open before it: the length it closes it at, or leaves it
@@ -170,30 +176,45 @@ class TRecogniseSink {
     return Misfit(length, mCapture[static_cast<std::size_t>(start.Pos)]);
   }
 
-  // The code whose durations fit the capture here: the one that takes the duration open before it
-  // closest to the capture's (a run of single-unit flashes ends at the length nearest the
-  // capture's, not where the next duration happens to fit best), then the closest in all (its
-  // closed durations, and the open one it leaves); -1 when none fits.
+  // The code whose durations fit the capture here; of several, the one that takes the duration
+  // open before it closest to the capture's (a run of single-unit flashes ends at the length
+  // nearest the capture's, not where the next duration happens to fit best), then the closest in
+  // all (its closed durations, and the open one it leaves); -1 when none fits. Most symbols fit
+  // one code only, and are taken without ranking.
   int ReadSymbol(const TIrpBitCoding& coding) {
     const TState start = mState;
+    // The rank of the code just tried, from the state it left.
+    const auto rankOf = [&](int code) {
+      return std::pair{FirstMisfit(start, coding.Codes[static_cast<std::size_t>(code)]),
+                       mState.Misfit - start.Misfit + Residual()};
+    };
     TState best;
-    std::pair<double, double> bestResidual{NoFit, NoFit};
     int bestCode = -1;
-    for (std::size_t code = 0; code < coding.Codes.size(); ++code) {
+    std::optional<std::pair<double, double>> bestRank;
+    for (int code = 0; code < static_cast<int>(coding.Codes.size()); ++code) {
       mState = start;
       bool ok = true;
-      for (const double duration : coding.Codes[code]) {
+      for (const double duration : coding.Codes[static_cast<std::size_t>(code)]) {
         if (!Duration(duration)) {
           ok = false;
           break;
         }
       }
-      const double residual = ok ? mState.Misfit - start.Misfit + Residual() : NoFit;
-      const std::pair ranked{FirstMisfit(start, coding.Codes[code]), residual};
-      if (residual < NoFit && ranked < bestResidual) {
-        bestResidual = ranked;
+      if (!ok || !OpenCanFit()) continue;
+      if (bestCode < 0) {
         best = mState;
-        bestCode = static_cast<int>(code);
+        bestCode = code;
+        continue;
+      }
+      if (!bestRank) {
+        const TState current = std::exchange(mState, best);
+        bestRank = rankOf(bestCode);
+        mState = current;
+      }
+      if (const std::pair rank = rankOf(code); rank < *bestRank) {
+        bestRank = rank;
+        best = mState;
+        bestCode = code;
       }
     }
     mState = bestCode >= 0 ? best : start;

@@ -64,6 +64,7 @@ QString DecodeText(const TIRDecode& decode) {
     const std::optional<std::int64_t>& value = ParameterAt(parameters, i);
     if (value) text += QStringLiteral(" %1=%2").arg(ParameterName(i)).arg(*value);
   }
+  for (const TIRDecode& part : decode.Then) text += QStringLiteral(" + ") + DecodeText(part);
   return text;
 }
 

@@ -36,16 +36,22 @@ struct TIRDecode {
   TIRProtocolParameters Parameters;
   QString Generic;      // set when Protocol is empty
   QString Unexplained;  // what the stream holds beyond or lacks of the protocol; empty when nothing
+  // A compound code (Pioneer's two-part commands: one code, a short gap, another code): the codes
+  // sent after this one, in order; empty for a single code.
+  QList<TIRDecode> Then;
 
   bool IsKnown() const { return !Protocol.isEmpty(); }
   friend bool operator==(const TIRDecode&, const TIRDecode&) = default;
 };
 
-// "NEC1 D=4 F=8", "RC5 D=0 F=12 T=1", or "unknown " followed by the generic description.
+// "NEC1 D=4 F=8", "RC5 D=0 F=12 T=1", a compound code's parts joined by " + " ("Pioneer D=170
+// F=90 + Pioneer D=175 F=122"), or "unknown " followed by the generic description.
 QString DecodeText(const TIRDecode& decode);
 
 // The decodes of a stream, the most likely first: at least one for a stream with an end (an
-// unknown one with its generic description when no protocol fits), none for an empty stream.
+// unknown one with its generic description when no protocol fits), none for an empty stream. A
+// stream no single code explains, but whose frames are codes one after the other, decodes to one
+// compound code.
 QList<TIRDecode> DecodeIRStream(const TIRStreamData& stream);
 // The same for a raw signal: carrier frequency (0: unmodulated) and alternating pulse and gap
 // durations in microseconds, starting with a pulse.

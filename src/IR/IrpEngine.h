@@ -46,6 +46,9 @@ struct TIrpScratch {
   std::vector<double> Elapsed;  // the capture's running sums
   std::vector<TIrpObservation> Observations;
   std::vector<TIrpSnapshot> Snapshots;
+  // The furthest duration of the capture any walk compared; the caller resets it. A protocol
+  // explains no leading part of the capture that ends beyond it.
+  int Furthest = -1;
 };
 
 // False when the protocol opens every code with a fixed flash and a gap, and `first`, the

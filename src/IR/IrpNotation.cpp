@@ -164,7 +164,7 @@ class TIrpParser {
     } while (Accept('|'));
     Expect('>');
     const std::size_t count = coding.Codes.size();
-    if (count < 2 || (count & (count - 1)) != 0)
+    if (count < 2 || count > MaxIrpSymbolCodes || (count & (count - 1)) != 0)
       Fail(QStringLiteral("a bit coding of 2, 4, 8 or 16 codes expected"));
     coding.BitsPerSymbol = std::countr_zero(count);
     mProtocol.BitCodings.push_back(std::move(coding));

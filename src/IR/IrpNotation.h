@@ -78,6 +78,9 @@ struct TIrpItem {
   std::array<int, 3> Alternatives{-1, -1, -1};
 };
 
+// A bit coding has at most this many codes (four bits a symbol).
+inline constexpr std::size_t MaxIrpSymbolCodes = 16;
+
 // The durations of each symbol, in microseconds, negative for gaps; a coding of 2^n codes sends
 // n bits per symbol.
 struct TIrpBitCoding {

@@ -13,13 +13,15 @@ namespace {
 
 constexpr int PairIDMask = 0x0F;
 
-// Protocol, device, sub-device and function: what stays the same from press to press.
+// Protocol, device, sub-device and function, of every part of a compound code: what stays the
+// same from press to press.
 QByteArray DecodeKey(const TIRDecode& decode) {
   QByteArray key = decode.Protocol.toUtf8();
   for (const std::optional<std::int64_t>& value :
        {decode.Parameters.D, decode.Parameters.S, decode.Parameters.F}) {
     key += value ? ' ' + QByteArray::number(static_cast<qlonglong>(*value)) : QByteArray(" -");
   }
+  for (const TIRDecode& part : decode.Then) key += " + " + DecodeKey(part);
   return key;
 }
 

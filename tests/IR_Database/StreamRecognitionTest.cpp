@@ -3,7 +3,9 @@
 
 #include "IRDatabaseTest.h"
 
+#include <IR/IRHexCode.h>
 #include <IR/IRProtocols.h>
+#include <IR/IRRawSignal.h>
 #include <OrbGlobal/Undo/Undo.h>
 #include <OrbGlobal/Undo/UndoControl.h>
 #include <support/QtPrinters.h>
@@ -49,6 +51,18 @@ TIRStreamData WithPairLengthened(TIRStreamData data, int pair, double factor) {
   return data;
 }
 
+// Pioneer's two-part command: the code D=170 F=90, 25 ms of silence, then D=175 F=`function`.
+TIRStreamData TwoPartCode(int function) {
+  QList<double> durations;
+  for (const auto& [device, code] : {std::pair{170, 90}, std::pair{175, function}}) {
+    const QStringList words =
+        HexCodeOf(EncodeIRStream(u"Pioneer", {device, {}, code, {}})).split(u' ');
+    for (qsizetype i = 4; i < words.size(); ++i) durations << words[i].toUInt(nullptr, 16) * 25.0;
+    durations.back() = 25000;
+  }
+  return RawSignalStream(40000, durations);
+}
+
 QStringList Names(const QList<TStreamName>& names) {
   QStringList list;
   for (const TStreamName& name : names) list << name.Category + ": " + name.Name;
@@ -65,6 +79,7 @@ TEST_F(StreamRecognition, FindsTheSameButtonAndNoOther) {
   AddStream(model, "Step Up", CorpusCode("Step Up"));
   AddStream(model, "Odd", Unexplained);
   AddStream(model, "Power", CorpusCode("Power"));  // RC5 D=1 F=12 T=1
+  AddStream(model, "Input 1", HexCodeOf(TwoPartCode(122)));
   const struct {
     const char* What;
     TIRStreamData Code;
@@ -83,6 +98,10 @@ TEST_F(StreamRecognition, FindsTheSameButtonAndNoOther) {
        EncodeIRStream(u"RC5", {1, {}, 12, 0}),
        {"Acme - TV: Power"}},
       {"another RC5 button", EncodeIRStream(u"RC5", {1, {}, 13, 1}), {}},
+      {"a two-part command, lengths 3% off",
+       Jittered(TwoPartCode(122), 0.03, 5),
+       {"Acme - TV: Input 1"}},
+      {"another with the same first part", TwoPartCode(123), {}},
       {"an empty stream", TIRStreamData{}, {}},
   };
   for (const auto& c : cases) {

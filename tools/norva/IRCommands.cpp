@@ -11,6 +11,7 @@
 #include <NorvaGlobal/Vocabulary.h>
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -163,6 +164,16 @@ QList<TIRDecode> DecodeHexCode(const QString& code) {
   return DecodeIRStream(*stream);
 }
 
+// The protocol and the parameters it has.
+void AddCodeJson(const TIRDecode& decode, QJsonObject& object) {
+  object[QStringLiteral("protocol")] = decode.Protocol;
+  const TIRProtocolParameters& parameters = decode.Parameters;
+  for (const auto& [field, value] : {std::pair{"D", parameters.D}, std::pair{"S", parameters.S},
+                                     std::pair{"F", parameters.F}, std::pair{"T", parameters.T}}) {
+    if (value) object[QLatin1String(field)] = static_cast<qint64>(*value);
+  }
+}
+
 QJsonObject DecodeJson(const std::optional<QString>& name, const TDecodeAnswer& answer) {
   QJsonObject object;
   if (name) object[QStringLiteral("name")] = *name;
@@ -176,11 +187,15 @@ QJsonObject DecodeJson(const std::optional<QString>& name, const TDecodeAnswer& 
     object[QStringLiteral("generic")] = decode.Generic;
     return object;
   }
-  object[QStringLiteral("protocol")] = decode.Protocol;
-  const TIRProtocolParameters& parameters = decode.Parameters;
-  for (const auto& [field, value] : {std::pair{"D", parameters.D}, std::pair{"S", parameters.S},
-                                     std::pair{"F", parameters.F}, std::pair{"T", parameters.T}}) {
-    if (value) object[QLatin1String(field)] = static_cast<qint64>(*value);
+  AddCodeJson(decode, object);
+  if (!decode.Then.isEmpty()) {
+    QJsonArray then;
+    for (const TIRDecode& part : decode.Then) {
+      QJsonObject code;
+      AddCodeJson(part, code);
+      then.append(code);
+    }
+    object[QStringLiteral("then")] = then;
   }
   return object;
 }
