@@ -72,18 +72,10 @@ class ReceiveBoundsTest : public testing::TEngineFixture<TNotifiedUser> {
 // notifications come out. (An IR learn event and an unterminated old-style log run to the end of
 // their transfer, so they are left out.)
 TEST_F(ReceiveBoundsTest, NotificationFramesDoNotDependOnHowTheyArrive) {
-  QByteArray capture = QByteArray(
-                           "\x05"
-                           "Amplifier started",
-                           18) +
-                       Bytes({0});
+  QByteArray capture = Bytes({5}) + "Amplifier started" + Bytes({0});
   capture += Bytes({4, 3, 0x0B, 5, 0x23, 4, 4, 5, 1, 0x3C, 0x0A, 4, 4, 6, 2, 0x3C, 0x0B});
   capture += Bytes({4, 1, 9});  // too short for command and zone: dropped whole
-  capture += QByteArray(
-                 "\x05"
-                 "Keypad 5 online",
-                 16) +
-             Bytes({0});
+  capture += Bytes({5}) + "Keypad 5 online" + Bytes({0});
   capture += Bytes({4, 255, 0x20, 7}) + QByteArray(253, '\x42');  // the longest command frame
   capture += Bytes({4, 2, 0x8B, 5});
   engine.SetSelectedCommsInterface(USBInterface);
@@ -247,10 +239,7 @@ TEST_F(ReceiveBoundsTest, AFrameCutOffByDroppedArrivalsIsNotCompletedWithLaterBy
     engine.ReceiveBytes(NotificationPipeRXKind, Bytes({4, 2, 0x0C, 1}));
     EXPECT_LE(engine.PendingNotificationData().size(), TNorvaPacketEngine::MaxPendingBytes);
   };
-  engine.ReceiveBytes(NotificationPipeRXKind, QByteArray("\x05"
-                                                         "a",
-                                                         2) +
-                                                  Bytes({0, 4, 3, 0x0B}));
+  engine.ReceiveBytes(NotificationPipeRXKind, Bytes({5, 'a', 0, 4, 3, 0x0B}));
   EXPECT_EQ(PacketTexts(), QStringList{"0C01"});
   EXPECT_TRUE(engine.PendingNotificationData().isEmpty());
 }
