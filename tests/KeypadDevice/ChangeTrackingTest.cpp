@@ -28,8 +28,9 @@ TEST_F(ChangeTracking, ASaveWritesAFileThatReadsBackTheSameAndClearsBothFlags) {
 // changes an undo or redo makes mark nothing of their own.
 TEST_F(ChangeTracking, TheFlagsFollowEditsSavesAutoSavesUndoAndRedo) {
   const struct {
-    const char*
-        Steps;  // b bind (named Lounge), s save, a auto-save, e rename button 2, u undo, r redo
+    // On a document named Lounge.keycfg: b bind, s save, a auto-save, e rename button 2, u undo,
+    // r redo; "" is a new document, unnamed.
+    const char* Steps;
     bool NeedsSaving;
     bool NeedsAutoSaving;
     const char* Button2;
