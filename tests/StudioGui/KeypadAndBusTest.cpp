@@ -7,7 +7,6 @@
 #include <FileDialogs.h>
 #include <PacketLog.h>
 #include <Simulation/Simulation.h>
-#include <support/QtPrinters.h>
 
 #include <QFileDialog>
 #include <QTcpServer>
@@ -104,13 +103,6 @@ TEST_F(Keypad, DocumentKeysReachTheKeypadUnlessATextFieldHasItsOwnUseForThem) {
   QTest::keyClick(filter, Qt::Key_V, Qt::ControlModifier);
   EXPECT_TRUE(filter->text().isEmpty());
   EXPECT_EQ(Button(0).GetCommandGUID(), mStandby->GetGUIDString());
-}
-
-TEST_F(Keypad, ACaptionIsKeptWhenTheKeyboardMovesElsewhere) {
-  TypeCaption(*mWindow, 3, "Kitchen");
-  mWindow->Library()->setFocus(Qt::TabFocusReason);
-  EXPECT_EQ(Button(3).GetCaption(), "Kitchen");
-  EXPECT_EQ(View().Tile(3)->CaptionText(), "Kitchen");
 }
 
 TEST_F(Keypad, SaveAsAddsTheConfigurationExtension) {

@@ -5,9 +5,7 @@
 #include "StudioFixture.h"
 
 #include <StartPage.h>
-#include <support/QtPrinters.h>
 
-#include <QFile>
 #include <QListWidget>
 #include <QPushButton>
 

@@ -10,6 +10,7 @@
 #include <OrbGlobal/Undo/Undo.h>
 #include <Testing/RecordingUIServices.h>
 #include <Utils/Folders.h>
+#include <support/QtPrinters.h>
 
 #include <QApplication>
 #include <QDragEnterEvent>

@@ -5,31 +5,14 @@
 
 #include "StudioFixture.h"
 
-#include <ButtonTile.h>
-#include <IR/IR.h>
-#include <OrbGlobal/Undo/Undo.h>
 #include <OrbGraphics/OrbGraphics.h>
 #include <PacketLog.h>
 #include <Simulation/Simulation.h>
-#include <Testing/RecordingUIServices.h>
-#include <Utils/Folders.h>
-#include <support/QtPrinters.h>
 
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QElapsedTimer>
-#include <QFile>
 #include <QFileInfo>
-#include <QLineEdit>
-#include <QMimeData>
 #include <QProcess>
-#include <QSettings>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolButton>
-
-#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -177,6 +160,11 @@ TEST_F(Studio, ACaptionTypedWithoutEnterIsKeptWhateverTheInstallerDoesNext) {
   } cases[] = {
       {1, "Lounge on", [&] { QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton); }},
       {5, "Lounge off", [&] { ASSERT_TRUE(window->FileSave()); }},
+      {3, "Kitchen",
+       [&] {
+         window->Library()->setFocus(Qt::TabFocusReason);
+         EXPECT_EQ(window->KeypadView()->Tile(3)->CaptionText(), "Kitchen");
+       }},
       {4, "Mute",
        [&] {
          mServices.ScriptAnswers({norva::TMessageResult::Yes});  // save the changes on closing
@@ -212,7 +200,7 @@ class ALibraryThatDidNotLoad : public Studio {
   const QString mBroken = mFolder.filePath("Broken.xml");
 };
 
-TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxAndOpenedReadOnly) {
+TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxOpenedReadOnlyTakesNoCodeAndIsLeftUntouched) {
   auto window = OpenWindow();
   mServices.ClearMessages();
   mServices.ScriptAnswers({norva::TMessageResult::No});
@@ -222,12 +210,7 @@ TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxAndOpenedReadOnly) {
   EXPECT_TRUE(mServices.Messages().first().Text.contains("read-only"));
   EXPECT_TRUE(window->LibraryPanel()->windowTitle().contains("did not load"));
   EXPECT_FALSE(window->LibraryPanel()->toolTip().isEmpty()) << "the reason, at hand";
-}
 
-TEST_F(ALibraryThatDidNotLoad, TakesNoCodeAndIsLeftUntouched) {
-  auto window = OpenWindow();
-  mServices.ScriptAnswers({norva::TMessageResult::No});
-  window->OpenLibrary(mBroken, false);
   mServices.SetClipboardText(VolumeUp);
   window->ShowState();
   EXPECT_FALSE(window->PasteAction()->isEnabled()) << "no code goes into it";
