@@ -67,7 +67,7 @@ class ALearntCodeOnAButton : public Studio {
   norva::TCommandObject* mCode = nullptr;
 };
 
-TEST_F(ALearntCodeOnAButton, IsBoundAndUndoAndRedoTakeItOffAndBack) {
+TEST_F(ALearntCodeOnAButton, IsBoundUndoAndRedoTakeItOffAndBackAndItHasNoBusPacketToSend) {
   const norva::TWallKeypadButton& button = mWindow->Keypad().Button(2);
   EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
   EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), mCode->GetName());
@@ -78,6 +78,11 @@ TEST_F(ALearntCodeOnAButton, IsBoundAndUndoAndRedoTakeItOffAndBack) {
   EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), "no command");
   mWindow->RedoAction()->trigger();
   EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
+
+  mWindow->KeypadView()->Select(2);
+  EXPECT_FALSE(mWindow->SendSelectedCommand()) << "a learnt code has no bus packet to send";
+  ASSERT_FALSE(mServices.Messages().isEmpty());
+  EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
 }
 
 TEST_F(ALearntCodeOnAButton, TravelsToAnotherButtonThroughTheClipboardAndUndoBringsACutBack) {
@@ -92,13 +97,6 @@ TEST_F(ALearntCodeOnAButton, TravelsToAnotherButtonThroughTheClipboardAndUndoBri
   EXPECT_TRUE(mWindow->Keypad().Button(4).IsBlank());
   mWindow->UndoAction()->trigger();
   EXPECT_EQ(mWindow->Keypad().Button(4).GetCommandGUID(), mCode->GetGUIDString());
-}
-
-TEST_F(ALearntCodeOnAButton, HasNoBusPacketToSend) {
-  mWindow->KeypadView()->Select(2);
-  EXPECT_FALSE(mWindow->SendSelectedCommand());
-  ASSERT_FALSE(mServices.Messages().isEmpty());
-  EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
 }
 
 TEST_F(ALearntCodeOnAButton, IsSavedAndOpensAgainNamedFromTheLibrary) {
@@ -238,18 +236,12 @@ TEST_F(ALibraryThatDidNotLoad, IsSavedUnderAnotherNameOnRequestAndEditableThere)
   EXPECT_FALSE(window->LibraryPanel()->windowTitle().contains("read-only"));
 }
 
-TEST_F(Studio, ChoosingANativeCodeShowsItsFrameInTheStatusLine) {
-  auto window = OpenWindow();
-  ASSERT_NE(ChooseBuiltInStandby(*window), nullptr)
-      << "the public library shows the built-in makes";
-  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
-      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
-}
-
-TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus) {
+TEST_F(Studio, ANativeCodeShowsItsFrameReachesTheSimulatorFromAButtonAndItsAnswersShowOnTheBus) {
   auto window = OpenWindow();
   const norva::TIRStream* code = ChooseBuiltInStandby(*window);
-  ASSERT_NE(code, nullptr);
+  ASSERT_NE(code, nullptr) << "the public library shows the built-in makes";
+  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
+      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
   const std::optional<norva::TCommandPacket> expected = norva::NorvaFramePacket(code->Data());
   ASSERT_TRUE(expected.has_value());
 
@@ -363,18 +355,14 @@ class ImportedCodes : public Studio {
   const norva::TModel* mModel = nullptr;
 };
 
-TEST_F(ImportedCodes, GoIntoTheChosenModelWithButtonClassesAndOneUndoTakesThemOut) {
+TEST_F(ImportedCodes, GoIntoTheChosenModelWithButtonClassesAndRenameAndImportAreEachOneUndoStep) {
   ASSERT_EQ(mServices.Messages().size(), 1);
   EXPECT_EQ(mServices.Messages().first().Text,
             "added 2, skipped 0, refused 1\nline 2: no TAB between name and code");
   QTreeWidgetItem* volume = mWindow->Library()->ItemOf(mModel->GetCommand(0));
   ASSERT_NE(volume, nullptr);
   EXPECT_FALSE(volume->text(2).isEmpty()) << "a volume code gets its button class";
-  mWindow->UndoAction()->trigger();
-  EXPECT_EQ(mModel->GetCommandCount(), 0);
-}
 
-TEST_F(ImportedCodes, AreRenamedInOneUndoStepAndTheTreeFollowsTheUndo) {
   mWindow->Library()->setCurrentItem(mWindow->Library()->ItemOf(mModel->GetCommand(1)));
   mAnswers = {"TV power"};
   mWindow->RenameCode();
@@ -385,6 +373,8 @@ TEST_F(ImportedCodes, AreRenamedInOneUndoStepAndTheTreeFollowsTheUndo) {
     return mWindow->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() ==
            1;
   })) << "the tree shows the undone name";
+  mWindow->UndoAction()->trigger();
+  EXPECT_EQ(mModel->GetCommandCount(), 0) << "the import undone";
 }
 
 TEST_F(ImportedCodes, AreInTheLibraryTheNextWindowOpens) {
@@ -404,14 +394,10 @@ TEST_F(Studio, ThePacketLogKeepsTheNewestRowsOnly) {
   log.Flush();
   EXPECT_EQ(log.Total(), total);
   ASSERT_EQ(log.rowCount(), TPacketLog::MaxRows);
-  const auto data = [&](int row) {
-    return log.index(row, TPacketLog::DataColumn).data().toString();
-  };
-  EXPECT_EQ(data(TPacketLog::MaxRows - 1), QStringLiteral("%1 %2 %3")
-                                               .arg((total - 1) >> 16 & 0xFF, 2, 16, QChar('0'))
-                                               .arg((total - 1) >> 8 & 0xFF, 2, 16, QChar('0'))
-                                               .arg((total - 1) & 0xFF, 2, 16, QChar('0'))
-                                               .toUpper());
+  const int last = total - 1;
+  const char lastData[] = {char(last >> 16), char(last >> 8), char(last)};
+  EXPECT_EQ(log.index(TPacketLog::MaxRows - 1, TPacketLog::DataColumn).data().toString(),
+            QString::fromLatin1(QByteArray(lastData, 3).toHex(' ').toUpper()));
   log.Append(norva::BuildCommandPacket(0x0D, 1), TPacketLog::TOrigin::Sent);
   log.Flush();
   EXPECT_EQ(log.rowCount(), TPacketLog::MaxRows) << "one in, the oldest out";
