@@ -12,9 +12,8 @@
 namespace norva::testing {
 
 template <typename TUser>
-class TEngineFixture : public ::testing::Test {
- protected:
-  TEngineFixture() {
+struct TEngineBench {
+  TEngineBench() {
     engine.SetTransport(&transport);
     engine.SetSelectedCommsInterface(RS232Interface);
     engine.SetConnectedDeviceType(NorvaAmp);
@@ -26,5 +25,8 @@ class TEngineFixture : public ::testing::Test {
   TNorvaPacketEngine engine;
   TUser user{&engine};
 };
+
+template <typename TUser>
+class TEngineFixture : public ::testing::Test, protected TEngineBench<TUser> {};
 
 }  // namespace norva::testing
