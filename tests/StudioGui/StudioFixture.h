@@ -52,16 +52,20 @@ class Studio : public ::testing::Test {
     norva::ReleaseClipboardObject();  // no button copied by one test waits for the next
   }
 
-  std::unique_ptr<TStudioWindow> OpenWindow() {
+  // The window on the library IR.xml, or with none open as the program starts.
+  std::unique_ptr<TStudioWindow> OpenWindow(bool withLibrary = true) {
     auto window = std::make_unique<TStudioWindow>();
     window->SetFileChooser([this](TStudioWindow::TFileRole role) {
-      return role == TStudioWindow::TFileRole::ImportCodes ? mFolder.filePath("remote.tsv")
-                                                           : mFolder.filePath("Lounge.keycfg");
+      switch (role) {
+        case TStudioWindow::TFileRole::ImportCodes: return mFolder.filePath("remote.tsv");
+        case TStudioWindow::TFileRole::OpenLibrary: return mFolder.filePath("IR.xml");
+        default: return mFolder.filePath("Lounge.keycfg");
+      }
     });
     window->SetTextAsker([this](const QString&, const QString&) {
       return mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
     });
-    window->OpenLibrary(mFolder.filePath("IR.xml"), false);
+    if (withLibrary) window->OpenLibrary(mFolder.filePath("IR.xml"), false);
     window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     return window;
