@@ -12,8 +12,9 @@
 namespace norva::testing {
 
 template <typename TUser>
-struct TEngineBench {
-  TEngineBench() {
+class TEngineFixture : public ::testing::Test {
+ protected:
+  TEngineFixture() {
     engine.SetTransport(&transport);
     engine.SetSelectedCommsInterface(RS232Interface);
     engine.SetConnectedDeviceType(NorvaAmp);
@@ -25,8 +26,5 @@ struct TEngineBench {
   TNorvaPacketEngine engine;
   TUser user{&engine};
 };
-
-template <typename TUser>
-class TEngineFixture : public ::testing::Test, protected TEngineBench<TUser> {};
 
 }  // namespace norva::testing

@@ -64,59 +64,43 @@ TEST_F(PacketEngineTest, EchoWithinFiveSecondsIsRecognisedOnce) {
   EXPECT_EQ(engine.TimeLastCommand(), 104000u);  // only the second counts as device activity
 }
 
-// Only the same packet back within five seconds of its sending is an echo, across the tick count's
-// wrap too, and only while the history of 80 still holds it.
-TEST(PacketEngineEcho, IsTheSamePacketBackInTimeOnly) {
-  struct TSent {
-    TCommand Cmd;
-    std::uint8_t Zone;
-    std::vector<int> Data;
-  };
-  std::vector<TSent> eightyMore = {{0x33, 0x01, {}}};
-  for (int i = 0; i < 80; ++i) eightyMore.push_back({0x34, static_cast<std::uint8_t>(i), {}});
-  const TSent keypress = {0x0B, 5, {0x23}};
-  const struct {
-    const char* What;
-    TTickCount SentAt;
-    std::vector<TSent> Sent;
-    TTickCount ReceivedAt;
-    QByteArray Received;
-    QList<bool> Echoes;
-  } cases[] = {
-      {"another length, zone or value",
-       100000,
-       {keypress},
-       100000,
-       "0B052300\r\n0B06\r\n0B0524\r\n",
-       {false, false, false}},
-      {"six seconds late", 100000, {keypress}, 106000, "0B0523\r\n", {false}},
-      {"across the wrap, 4352 ms later", 0xFFFFF000u, {{0x30, 1, {}}}, 0x100, "3001\r\n", {true}},
-      // (0x17, 0) and (0x10, 1) share a lookup slot.
-      {"a lookalike, then the packet twice",
-       100000,
-       {{0x17, 0, {}}},
-       100000,
-       "1001\r\n1700\r\n1700\r\n",
-       {false, true, false}},
-      {"pushed out by 80 newer",
-       100000,
-       eightyMore,
-       100000,
-       "3301\r\n344F\r\n3400\r\n",
-       {false, true, true}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.What);
-    testing::TEngineBench<TRecordingUser> bench;
-    bench.clock.Set(c.SentAt);
-    for (const TSent& sent : c.Sent)
-      bench.engine.SendCmd(BuildCommandPacket(sent.Cmd, sent.Zone, sent.Data));
-    bench.clock.Set(c.ReceivedAt);
-    bench.engine.ReceiveBytes(SerialRXKind, c.Received);
-    QList<bool> echoes;
-    for (const auto& delivered : bench.user.Packets) echoes << delivered.Echo;
-    EXPECT_EQ(echoes, c.Echoes);
-  }
+TEST_F(PacketEngineTest, EchoTooLateOrDifferentIsNotAnEcho) {
+  engine.SendCmd(BuildCommandPacket(0x0B, 5, {0x23}));
+  engine.ReceiveBytes(SerialRXKind,
+                      "0B052300\r\n0B06\r\n0B0524\r\n");  // other data length, zone, value
+  clock.Advance(6000);
+  engine.ReceiveBytes(SerialRXKind, "0B0523\r\n");
+  ASSERT_EQ(user.Packets.size(), 4);
+  for (const auto& delivered : user.Packets) EXPECT_FALSE(delivered.Echo);
+}
+
+TEST_F(PacketEngineTest, EchoBookkeepingSurvivesOverwritesAndLookalikes) {
+  engine.SendCmd(BuildCommandPacket(0x17, 0x00));  // (0x17, 0) and (0x10, 1) share a lookup slot
+  engine.ReceiveBytes(SerialRXKind, "1001\r\n1700\r\n1700\r\n");
+  ASSERT_EQ(user.Packets.size(), 3);
+  EXPECT_FALSE(user.Packets[0].Echo);
+  EXPECT_TRUE(user.Packets[1].Echo);
+  EXPECT_FALSE(user.Packets[2].Echo);
+
+  // A sent packet pushed out of the history by 80 newer ones can no longer be echoed.
+  user.Packets.clear();
+  engine.SendCmd(BuildCommandPacket(0x33, 0x01));
+  for (int i = 0; i < 80; ++i)
+    engine.SendCmd(BuildCommandPacket(0x34, static_cast<std::uint8_t>(i)));
+  engine.ReceiveBytes(SerialRXKind, "3301\r\n344F\r\n3400\r\n");
+  ASSERT_EQ(user.Packets.size(), 3);
+  EXPECT_FALSE(user.Packets[0].Echo);
+  EXPECT_TRUE(user.Packets[1].Echo);
+  EXPECT_TRUE(user.Packets[2].Echo);
+}
+
+TEST_F(PacketEngineTest, EchoAcrossTheTickCountWrap) {
+  clock.Set(0xFFFFF000u);
+  engine.SendCmd(BuildCommandPacket(0x30, 1));
+  clock.Set(0x00000100u);  // 4352 ms later, after the counter wrapped
+  engine.ReceiveBytes(SerialRXKind, "3001\r\n");
+  ASSERT_EQ(user.Packets.size(), 1);
+  EXPECT_TRUE(user.Packets[0].Echo);
 }
 
 TEST_F(PacketEngineTest, TheLinkSaysWhoEchoes) {
