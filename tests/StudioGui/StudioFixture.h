@@ -37,6 +37,18 @@ inline const QString VolumeUp = QStringLiteral(
     "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
     "0015 0041 0015 0041 0015 0041 0015 05ED");
 
+// Drops `data` on the tile as the mouse delivers it; whether the tile accepted it.
+inline bool DropOnTile(TButtonTile& tile, const QMimeData& data,
+                       Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  const QPoint centre = tile.rect().center();
+  QDragEnterEvent enter(centre, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(&tile, &enter);
+  if (!enter.isAccepted()) return false;
+  QDropEvent drop(centre, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(&tile, &drop);
+  return true;
+}
+
 class Studio : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -80,13 +92,7 @@ class Studio : public ::testing::Test {
     const std::unique_ptr<QMimeData> data(
         window.Library()->model()->mimeData(window.Library()->selectionModel()->selectedIndexes()));
     ASSERT_NE(data, nullptr);
-    TButtonTile* tile = window.KeypadView()->Tile(index);
-    const QPoint centre = tile->rect().center();
-    QDragEnterEvent enter(centre, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(tile, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    QDropEvent drop(centre, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(tile, &drop);
+    ASSERT_TRUE(DropOnTile(*window.KeypadView()->Tile(index), *data));
   }
 
   // The public library opened and its built-in Standby code chosen in the tree.
