@@ -25,10 +25,11 @@ class UsbLinkTest : public ::testing::Test {
     SetUsbBackend(previous);
   }
 
-  void Connect(const TCommsDeviceTypes& types = {NorvaAmp}) {
-    bus = new TNorvaBusComms(types, nullptr);
+  void Connect() {
+    bus = new TNorvaBusComms(TCommsDeviceTypes{NorvaAmp}, nullptr);
     client = std::make_unique<TRecordingClient>(bus);
     client->SetConnected(true);
+    ASSERT_TRUE(client->GetConnected());
   }
 
   sim::TUsbAmplifier& Amplifier() {
@@ -47,8 +48,7 @@ class UsbLinkTest : public ::testing::Test {
 
 TEST_F(UsbLinkTest, CommandsGoToTheCommandPipeAndEchoesComeBackAsFrames) {
   sim::TUsbAmplifier& amplifier = Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   EXPECT_EQ(bus->ConnectedUSBDeviceType(), NorvaAmp);
   EXPECT_EQ(bus->GetUSBDeviceIndex(), 0);
   bus->SendCmd(BuildCommandPacket(0x20, 5, {1}));
@@ -64,8 +64,7 @@ TEST_F(UsbLinkTest, WithoutACommandPipeTheTextIsAnnouncedAndSentOnTheDataPipe) {
   auto device =
       backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100",
                         {{TUsbPipeType::Bulk, 0x82, 64, 0}, {TUsbPipeType::Bulk, 0x01, 64, 0}});
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   bus->SendCmd(BuildCommandPacket(0x0B, 5, {0x23}));
   ASSERT_TRUE(device->WaitForWritten(0x01, 8, 5000));
   EXPECT_EQ(device->TakeWritten(0x01), "0B0523\r\n");
@@ -79,8 +78,7 @@ TEST_F(UsbLinkTest, WithoutACommandPipeTheTextIsAnnouncedAndSentOnTheDataPipe) {
 
 TEST_F(UsbLinkTest, VendorCommandsCarryAtMostEightBytesAndClosingIsAnnounced) {
   auto device = backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100");
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   bus->SendUSBCommand(usb_read_setting, 0x1234, 0x0042, "abcdefghijkl", false);
   ASSERT_TRUE(device->WaitForControlTransfers(1, 5000));
   auto transfers = device->TakeControlTransfers();
@@ -173,8 +171,7 @@ class TEnumeration : public TIUSBCommandUser,
 
 TEST_F(UsbLinkTest, AnObjectEnumerationRunsThroughItsPhasesToSuccess) {
   Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   auto enumeration = std::make_shared<TEnumeration>(bus);
   enumeration->TakeRaw = true;
   bus->SetUSBCommandStatus(EnumeratingObjects, enumeration);
@@ -189,8 +186,7 @@ TEST_F(UsbLinkTest, AnObjectEnumerationRunsThroughItsPhasesToSuccess) {
 
 TEST_F(UsbLinkTest, UnplugDuringATransferEndsItWithoutAnErrorStorm) {
   sim::TUsbAmplifier& amplifier = Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   bus->SetUSBCommandStatus(DownloadObject_data, std::make_shared<TEnumeration>(nullptr));
   QTimer::singleShot(50, [&] { amplifier.Device().Unplug(); });
   EXPECT_FALSE(bus->WaitUSBCommandResponse(60000, false));
@@ -208,8 +204,7 @@ TEST_F(UsbLinkTest, UnplugDuringATransferEndsItWithoutAnErrorStorm) {
 
 TEST_F(UsbLinkTest, NotificationFramesComeThroughTheWorker) {
   sim::TUsbAmplifier& amplifier = Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   amplifier.SendLog("Amplifier started");
   amplifier.SendKeypress(5, 3, 1);
   ASSERT_TRUE(PumpUntil([&] { return !client->Packets.isEmpty() && !client->Logs.isEmpty(); }));
