@@ -80,7 +80,8 @@ TEST_F(UsbDeviceSearch, ALayerThatFailsGivesItsFailureAndNoDevices) {
   EXPECT_TRUE(ui.Messages().isEmpty());  // the search itself tells nobody
 }
 
-TEST_F(UsbDeviceSearch, TheBusListsWhatItsSelectedTypesFindAndTakesAFailedSearchThroughItsErrorPath) {
+TEST_F(UsbDeviceSearch,
+       TheBusListsWhatItsSelectedTypesFindAndTakesAFailedSearchThroughItsErrorPath) {
   TNorvaBusComms bus(TCommsDeviceTypes{NorvaAmp, Router_Q4}, nullptr);
   bus.SearchUSBDevices();
   ASSERT_EQ(bus.GetUSBDeviceCount(), 1);
