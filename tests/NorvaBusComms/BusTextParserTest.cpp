@@ -2,6 +2,7 @@
 // pipe's frames; what waits for the next arrival, and what is dropped.
 #include <NorvaBusComms/BusTextParser.h>
 #include <NorvaBusComms/NotificationFraming.h>
+#include <NorvaGlobal/DebugOutput.h>
 
 #include <QStringList>
 
@@ -60,53 +61,62 @@ TEST(BusText, BinaryNoiseNeverCrashesAndConsumesThroughTheLastLineFeed) {
   EXPECT_EQ(consumed, noise.lastIndexOf('\n') + 1);
 }
 
-TEST(NotificationFrames, CommandLogAndLearnFramesAndWhatWaits) {
+// What a cut of the notification pipe's buffer makes of it: packets, notifications, the tail it
+// holds for the next arrival (at most the bound), and one debug line for what it drops.
+TEST(NotificationFrames, CommandLogAndLearnFramesWhatWaitsAndWhatIsDropped) {
   using TNotifications = QList<std::pair<TUSBNotification, QByteArray>>;
+  const TUSBNotification log = usb_log_event;
+  const TUSBNotification learn = usb_ir_learn_event;
+  const QByteArray longText = Bytes({5}) + QByteArray(MaxHeldNotificationBytes, 'x');
   const struct {
     const char* What;
     QByteArray Bytes;
     QStringList Packets;
     TNotifications Notifications;
-    QByteArray Left;
+    qsizetype Held;  // the tail left in the buffer
+    int DebugLines;
   } cases[] = {
-      {"a command frame", Bytes({4, 3, 0x0B, 5, 0x23}), {"0B0523"}, {}, {}},
-      {"a command frame one byte short waits",
-       Bytes({4, 4, 0x0B, 5, 0x23}),
-       {},
-       {},
-       Bytes({4, 4, 0x0B, 5, 0x23})},
-      {"a length below 2 holds no packet", Bytes({4, 1, 9, 4, 2, 0x0C, 6}), {"0C06"}, {}, {}},
+      // clang-format off
+      {"a command frame", Bytes({4, 3, 0x0B, 5, 0x23}), {"0B0523"}, {}, 0, 0},
+      {"a command code alone waits", Bytes({4}), {}, {}, 1, 0},
+      {"code and length wait", Bytes({4, 7}), {}, {}, 2, 0},
+      {"a command frame one byte short waits", Bytes({4, 4, 0x0B, 5, 0x23}), {}, {}, 5, 0},
+      {"the longest one byte short waits", Bytes({4, 255}) + QByteArray(254, 1), {}, {}, 256, 0},
+      {"a length below 2 holds no packet", Bytes({4, 1, 9, 4, 2, 0x0C, 6}), {"0C06"}, {}, 0, 0},
       // The old log code reports as the new one, and runs to the end of its transfer.
-      {"log texts, new code and old",
-       Bytes({5, 'h', 'i', 0, 2, 'o', 'k', 0}),
-       {},
-       {{usb_log_event, Bytes({'h', 'i', 0})}, {usb_log_event, Bytes({'o', 'k', 0})}},
-       {}},
-      {"an unterminated log text waits", Bytes({5, 'a', 'b'}), {}, {}, Bytes({5, 'a', 'b'})},
-      {"an old log text needs no end", Bytes({2, 'a', 'b'}), {}, {{usb_log_event, "ab"}}, {}},
-      {"a byte 1-3 starts the next message",
-       Bytes({5, 'x', 4, 3, 0x0B, 5, 0x23}),
-       {},
-       {{usb_log_event, Bytes({'x', 4})}, {usb_ir_learn_event, Bytes({0x0B, 5, 0x23})}},
-       {}},
-      {"a learn event",
-       Bytes({3, 1, 2, 3, 4}),
-       {},
-       {{usb_ir_learn_event, Bytes({1, 2, 3, 4})}},
-       {}},
-      {"a learn event's code alone waits", Bytes({3, 1}), {}, {}, Bytes({3, 1})},
+      {"log texts, new code and old", Bytes({5, 'h', 'i', 0, 2, 'o', 'k', 0}), {},
+          {{log, Bytes({'h', 'i', 0})}, {log, Bytes({'o', 'k', 0})}}, 0, 0},
+      {"an old log text needs no end", Bytes({2, 'a', 'b'}), {}, {{log, "ab"}}, 0, 0},
+      {"an unterminated log text waits", Bytes({5, 'a', 'b'}), {}, {}, 3, 0},
+      {"up to the bound", longText.chopped(1), {}, {}, MaxHeldNotificationBytes, 0},
+      {"and past it is dropped", longText, {}, {}, 0, 1},
+      {"a byte 1-3 starts the next message", Bytes({5, 'x', 4, 3, 0x0B, 5, 0x23}), {},
+          {{log, Bytes({'x', 4})}, {learn, Bytes({0x0B, 5, 0x23})}}, 0, 0},
+      {"a learn event", Bytes({3, 1, 2, 3, 4}), {}, {{learn, Bytes({1, 2, 3, 4})}}, 0, 0},
+      {"a learn event's code alone waits", Bytes({3, 1}), {}, {}, 2, 0},
+      {"an unknown code is skipped to the next frame", Bytes({1, 4, 3, 0x0B, 5, 0x23}),
+          {"0B0523"}, {}, 0, 1},
+      {"unknown bytes to the end are dropped", Bytes({0x30, 0x31, 0, 0xFF}), {}, {}, 0, 1},
+      {"noise between frames is one line", Bytes({0, 4, 1, 9, 0, 4, 1, 9, 0}), {}, {}, 0, 1},
+      {"after a complete frame too", Bytes({4, 2, 0x0C, 6, 9, 9, 4, 2, 0x0C, 7, 4, 2}),
+          {"0C06", "0C07"}, {}, 2, 1},
+      // clang-format on
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.What);
+    QStringList lines;
+    const TDebugSink previous = SetDebugOutputSink([&](const QString& line) { lines << line; });
     QByteArray buffer = c.Bytes;
     std::vector<TCommandPacket> packets;
     TNotifications notifications;
     CutNotificationFrames(buffer, 7, packets, [&](TUSBNotification kind, const QByteArray& body) {
       notifications.append({kind, body});
     });
+    SetDebugOutputSink(previous);
     EXPECT_EQ(Texts(packets), c.Packets);
     EXPECT_EQ(notifications, c.Notifications);
-    EXPECT_EQ(buffer, c.Left);
+    EXPECT_EQ(buffer, c.Bytes.right(c.Held));
+    EXPECT_EQ(lines.size(), c.DebugLines);
   }
 }
 

@@ -98,42 +98,6 @@ TEST_F(ReceiveBoundsTest, NotificationFramesDoNotDependOnHowTheyArrive) {
   EXPECT_TRUE(debugLines.isEmpty());
 }
 
-// What a single cut leaves for the next arrival.
-TEST(NotificationFrameBounds, WhatACutHolds) {
-  struct TCase {
-    const char* Name;
-    QByteArray Buffer;
-    qsizetype Held;
-    int Packets;
-    int DebugLines;
-  };
-  const QByteArray longText = QByteArray(1, '\x05') + QByteArray(MaxHeldNotificationBytes, 'x');
-  const TCase cases[] = {
-      {"a command code alone waits", Bytes({4}), 1, 0, 0},
-      {"code and length wait", Bytes({4, 7}), 2, 0, 0},
-      {"a command frame one byte short waits", Bytes({4, 255}) + QByteArray(254, 1), 256, 0, 0},
-      {"an unterminated log text within the bound waits", longText.chopped(1),
-       MaxHeldNotificationBytes, 0, 0},
-      {"an unterminated log text past the bound is dropped", longText, 0, 0, 1},
-      {"an unknown code is skipped to the next frame", Bytes({1, 4, 3, 0x0B, 5, 0x23}), 0, 1, 1},
-      {"unknown bytes to the end are dropped", Bytes({0x30, 0x31, 0, 0xFF}), 0, 0, 1},
-      {"noise between frames is one line", Bytes({0, 4, 1, 9, 0, 4, 1, 9, 0}), 0, 0, 1},
-      {"after a complete frame too", Bytes({4, 2, 0x0C, 6, 9, 9, 4, 2, 0x0C, 7, 4, 2}), 2, 2, 1},
-  };
-  for (const TCase& c : cases) {
-    SCOPED_TRACE(c.Name);
-    QStringList lines;
-    const TDebugSink previous = SetDebugOutputSink([&](const QString& line) { lines << line; });
-    QByteArray buffer = c.Buffer;
-    std::vector<TCommandPacket> packets;
-    CutNotificationFrames(buffer, 0, packets, [](TUSBNotification, const QByteArray&) {});
-    SetDebugOutputSink(previous);
-    EXPECT_EQ(buffer.size(), c.Held);
-    EXPECT_EQ(static_cast<int>(packets.size()), c.Packets);
-    EXPECT_EQ(lines.size(), c.DebugLines);
-  }
-}
-
 // What a device sends, encoded frame after frame, cuts back to the packets and text it was made
 // from; a packet whose data cannot be counted in the length byte gets no frame.
 TEST(NotificationFrameBounds, EncodedFramesCutBackToWhatWasEncoded) {
