@@ -294,15 +294,10 @@ TEST_F(Library, TheSelectedCodesOrElseTheChosenModelAreWrittenInTheFormatTheFile
 }
 
 TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
-  mWindow->OpenLibrary(mFolder.filePath("public.xml"), true);
+  const norva::TCommandObject* standby = ChooseBuiltInStandby(*mWindow);  // in public.xml
+  ASSERT_NE(standby, nullptr);
   EXPECT_TRUE(Button0Command().contains("not in library public"));
   EXPECT_TRUE(Button0Command().contains("wanted Code 1 in library IR")) << "the library it was in";
-  const QList<QTreeWidgetItem*> items =
-      Tree().findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
-  ASSERT_FALSE(items.isEmpty());
-  Tree().setCurrentItem(items.first());
-  const norva::TCommandObject* standby = Tree().CurrentCommand();
-  ASSERT_NE(standby, nullptr);
   mWindow->KeypadView()->Bind(1, standby->GetGUIDString(), standby->GetName(), {});
   mWindow->OpenLibrary(mFolder.filePath("IR.xml"), false);
   EXPECT_EQ(mWindow->KeypadView()->Tile(1)->CommandText(), "Standby");
