@@ -1,12 +1,11 @@
 // The bus object over loopback TCP (peers that stay away, or accept and close at once), and the
 // workers under flow control and at awkward moments of closing.
-#include <NorvaBusComms/Devices/BusClient.h>
-#include <NorvaBusComms/Devices/BusComms.h>
 #include <NorvaBusComms/Devices/ReceiveWorkers.h>
 #include <Testing/RecordingUIServices.h>
 
 #include <Simulation/DeviceSimulator.h>
 #include "PseudoTerminal.h"
+#include "RecordingClient.h"
 #include "support/EventLoop.h"
 
 #include <QTcpServer>
@@ -25,37 +24,42 @@ namespace {
 using testing::PumpFor;
 using testing::PumpUntil;
 using testing::TPseudoTerminal;
+using testing::TRecordingClient;
 
-class TCountingClient : public TNorvaBusClient {
- public:
-  using TNorvaBusClient::TNorvaBusClient;
-  QList<TCommandPacket> Packets;
-  int ConnectionChanges = 0;
-  void ProcessCommand(const TCommandPacket& packet) override { Packets.append(packet); }
-  void ConnectionChange() override { ++ConnectionChanges; }
-};
+// A free loopback port with nobody listening.
+quint16 RefusingPort() {
+  QTcpServer probe;
+  if (!probe.listen(QHostAddress::LocalHost)) return 0;
+  return probe.serverPort();
+}
 
+// A bus over loopback TCP to the simulator, or to a peer that misbehaves: one that is not there,
+// or one that closes at once.
 class EthernetLinkTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    port = sim.ServeTcp();
+  void Open(quint16 port) {
     ASSERT_NE(port, 0);
     bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
                              QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
-    client = std::make_unique<TCountingClient>(bus);
+    client = std::make_unique<TRecordingClient>(bus);
+    bus->SetOnError([this](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
     client->SetConnected(true);
+  }
+  void ConnectToTheSimulator() {
+    Open(sim.ServeTcp());
     ASSERT_TRUE(PumpUntil([&] { return bus->EthernetConnected(); }));
   }
 
   TRecordingUIServices ui;
   TScopedUIServices scope{ui};
   sim::TDeviceSimulator sim;
-  quint16 port = 0;
   TNorvaBusComms* bus = nullptr;
-  std::unique_ptr<TCountingClient> client;
+  std::unique_ptr<TRecordingClient> client;
+  QStringList heard;
 };
 
 TEST_F(EthernetLinkTest, CommandsGoOutAndAnswersComeBackWithoutEchoes) {
+  ASSERT_NO_FATAL_FAILURE(ConnectToTheSimulator());
   EXPECT_FALSE(bus->ExpectEcho());
   bus->SendCmd(BuildCommandPacket(0x21, 7, {9}));
   ASSERT_TRUE(PumpUntil([&] { return !client->Packets.isEmpty(); }));
@@ -65,6 +69,7 @@ TEST_F(EthernetLinkTest, CommandsGoOutAndAnswersComeBackWithoutEchoes) {
 }
 
 TEST_F(EthernetLinkTest, ADroppedConnectionIsReopenedAndDataFlowsAgain) {
+  ASSERT_NO_FATAL_FAILURE(ConnectToTheSimulator());
   sim.HangUp();  // drops the client, keeps listening
   ASSERT_TRUE(PumpUntil([&] { return client->ConnectionChanges > 0; }));
   ASSERT_TRUE(PumpUntil([&] { return bus->EthernetConnected(); }));
@@ -75,36 +80,8 @@ TEST_F(EthernetLinkTest, ADroppedConnectionIsReopenedAndDataFlowsAgain) {
   EXPECT_TRUE(ui.Messages().isEmpty());  // a device that reboots is no error
 }
 
-// A free loopback port with nobody listening.
-quint16 RefusingPort() {
-  QTcpServer probe;
-  if (!probe.listen(QHostAddress::LocalHost)) return 0;
-  return probe.serverPort();
-}
-
-// A bus on a peer that misbehaves: one that is not there, or one that closes at once.
-class EthernetPeerTest : public ::testing::Test {
- protected:
-  void Open(quint16 port) {
-    bus = new TNorvaBusComms(EthernetInterface, {NorvaAmp},
-                             QStringLiteral("127.0.0.1:%1").arg(port), nullptr);
-    client = std::make_unique<TCountingClient>(bus);
-    bus->SetOnError([this](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
-    client->SetConnected(true);
-  }
-
-  TRecordingUIServices ui;
-  TScopedUIServices scope{ui};
-  sim::TDeviceSimulator sim;
-  TNorvaBusComms* bus = nullptr;
-  std::unique_ptr<TCountingClient> client;
-  QStringList heard;
-};
-
-TEST_F(EthernetPeerTest, APeerThatStaysAwayIsRetriedCalmly) {
-  const quint16 port = RefusingPort();
-  ASSERT_NE(port, 0);
-  Open(port);
+TEST_F(EthernetLinkTest, APeerThatStaysAwayIsRetriedCalmly) {
+  ASSERT_NO_FATAL_FAILURE(Open(RefusingPort()));
   PumpFor(1500);
   // Refused at once every time: without backing off this would be thousands of attempts.
   EXPECT_GE(client->ConnectionChanges, 4);
@@ -113,11 +90,9 @@ TEST_F(EthernetPeerTest, APeerThatStaysAwayIsRetriedCalmly) {
   EXPECT_FALSE(bus->LinkRetryReason().isEmpty()) << "but the bus can say why it is not up";
 }
 
-TEST_F(EthernetPeerTest, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
-  const quint16 port = sim.ServeTcp();
-  ASSERT_NE(port, 0);
+TEST_F(EthernetLinkTest, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold) {
   sim.SetBusy(true);
-  Open(port);
+  ASSERT_NO_FATAL_FAILURE(Open(sim.ServeTcp()));
   PumpFor(1500);
   // A connection that does not stay up does not reset the back-off: without that this would be
   // thousands of connections a second.
@@ -134,10 +109,8 @@ TEST_F(EthernetPeerTest, APeerThatClosesAtOnceIsRetriedCalmlyAndEachChangeIsTold
   EXPECT_TRUE(bus->LinkRetryReason().isEmpty());
 }
 
-TEST_F(EthernetPeerTest, BytesThatNeverReachTheNetworkAreASendFailure) {
-  const quint16 port = RefusingPort();
-  ASSERT_NE(port, 0);
-  Open(port);
+TEST_F(EthernetLinkTest, BytesThatNeverReachTheNetworkAreASendFailure) {
+  ASSERT_NO_FATAL_FAILURE(Open(RefusingPort()));
   bus->SendCmd(BuildCommandPacket(0x21, 7, {9}));  // queued while connecting; then refused
   ASSERT_TRUE(PumpUntil([&] { return !heard.isEmpty(); }));
   EXPECT_EQ(heard[0], "The connection closed before 8 bytes were sent");
@@ -150,7 +123,7 @@ TEST(TransmitWorker, AWriteHeldByXoffFailsAfterThePortsTimeOut) {
   TScopedUIServices scope(ui);
   TPseudoTerminal pty;
   auto* bus = new TNorvaBusComms(pty.Path(), nullptr);  // RS232: XON/XOFF honoured
-  TCountingClient client(bus);
+  TRecordingClient client(bus);
   client.SetConnected(true);
   ASSERT_TRUE(client.GetConnected());
   pty.Write(QByteArray(1, '\x13'));  // XOFF, never followed by XON
@@ -198,7 +171,7 @@ TEST(ReceiveWorker, ACloseInTheHandOverWindowIsNeverMissed) {
 TEST(TransmitWorker, CloseAbandonsQueuedItemsEvenWhileOutputIsHeld) {
   TPseudoTerminal pty;
   auto* bus = new TNorvaBusComms(pty.Path(), nullptr);  // RS232: XON/XOFF honoured
-  TCountingClient client(bus);
+  TRecordingClient client(bus);
   client.SetConnected(true);
   ASSERT_TRUE(client.GetConnected());
   pty.Write(QByteArray(1, '\x13'));  // XOFF: the port must hold its output

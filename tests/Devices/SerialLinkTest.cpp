@@ -1,12 +1,10 @@
 // The bus object on real pseudo-terminals: line settings, echoes, coalescing, hang-ups.
-#include <NorvaBusComms/Devices/BusClient.h>
-#include <NorvaBusComms/Devices/BusComms.h>
-#include <NorvaBusComms/Devices/BusMessages.h>
 #include <NorvaGlobal/EnumNames.h>
 #include <Testing/RecordingUIServices.h>
 
 #include <Simulation/DeviceSimulator.h>
 #include "PseudoTerminal.h"
+#include "RecordingClient.h"
 #include "support/EventLoop.h"
 
 #include <QDir>
@@ -21,30 +19,7 @@ namespace {
 using testing::PumpFor;
 using testing::PumpUntil;
 using testing::TPseudoTerminal;
-
-// A headless client that records what it is given.
-class TRecordingClient : public TNorvaBusClient {
- public:
-  using TNorvaBusClient::TNorvaBusClient;
-  struct TDelivered {
-    TCommandPacket Packet;
-    bool Echo;
-  };
-  QList<TDelivered> Packets;
-  int ConnectionChanges = 0;
-  int DroppedMessages = 0;
-
-  void ProcessCommand(const TCommandPacket& packet) override {
-    Packets.append({packet, BusComms() && BusComms()->ProcessingEcho()});
-  }
-  void ConnectionChange() override { ++ConnectionChanges; }
-
- protected:
-  bool event(QEvent* event) override {
-    if (event->type() == ConnectionDroppedMessage) ++DroppedMessages;
-    return TNorvaBusClient::event(event);
-  }
-};
+using testing::TRecordingClient;
 
 TEST(SerialLink, LineSettingsAreAppliedForEachInterface) {
   for (const TCommsInterface link : {RS232Interface, USBInterface}) {
@@ -121,10 +96,9 @@ TEST_F(SimulatedAmplifier, EchoIsRecognisedAndTheAcknowledgementFollows) {
   bus->SendCmd(BuildCommandPacket(0x20, 5, {1, 2}));
   EXPECT_TRUE(bus->WaitUntilEchoReceived(5000));
   ASSERT_TRUE(PumpUntil([&] { return client->Packets.size() >= 2; }));
-  EXPECT_EQ(PacketText(client->Packets[0].Packet), "20050102\r\n");
-  EXPECT_TRUE(client->Packets[0].Echo);
-  EXPECT_EQ(PacketText(client->Packets[1].Packet), "A0050102\r\n");
-  EXPECT_FALSE(client->Packets[1].Echo);
+  EXPECT_EQ(PacketText(client->Packets[0]), "20050102\r\n");
+  EXPECT_EQ(PacketText(client->Packets[1]), "A0050102\r\n");
+  EXPECT_EQ(client->Echoes.mid(0, 2), (QList<bool>{true, false}));
   ASSERT_EQ(sim.Received().size(), 1u);
   EXPECT_EQ(sim.Received()[0].Cmd, 0x20);
 }
@@ -138,12 +112,12 @@ TEST_F(SimulatedAmplifier, StatusReportsOfABurstAreCoalescedToTheNewest) {
   sim.SendText(burst);
   const auto count = [&](TCommand cmd) {
     return std::count_if(client->Packets.begin(), client->Packets.end(),
-                         [cmd](const auto& delivered) { return delivered.Packet.Cmd == cmd; });
+                         [cmd](const auto& packet) { return packet.Cmd == cmd; });
   };
   ASSERT_TRUE(PumpUntil([&] { return count(0x0C) == 200; }));
   QList<int> volumes;
-  for (const auto& delivered : client->Packets)
-    if (delivered.Packet.Cmd == 5) volumes << delivered.Packet.Data.at(0);
+  for (const auto& packet : client->Packets)
+    if (packet.Cmd == 5) volumes << packet.Data.at(0);
   EXPECT_LT(volumes.size(), 200);  // arrivals of 1024 bytes hold dozens of reports each
   EXPECT_EQ(volumes.last(), 199);  // and the newest always gets through
   EXPECT_TRUE(std::is_sorted(volumes.begin(), volumes.end()));

@@ -1,10 +1,9 @@
 // The bus object on the simulated USB backend: device search, the open sequence and its checks,
 // the four pipe workers, the object exchange and unplugging.
-#include <NorvaBusComms/Devices/BusClient.h>
-#include <NorvaBusComms/Devices/BusComms.h>
 #include <Testing/RecordingUIServices.h>
 
 #include <Simulation/UsbAmplifier.h>
+#include "RecordingClient.h"
 #include "support/EventLoop.h"
 
 #include <QTimer>
@@ -16,30 +15,7 @@ namespace {
 
 using testing::PumpFor;
 using testing::PumpUntil;
-
-class TUsbClient : public TNorvaBusClient {
- public:
-  using TNorvaBusClient::TNorvaBusClient;
-  QList<TCommandPacket> Packets;
-  QList<bool> Echoes;
-  QList<QByteArray> Logs;
-  QByteArray Raw;
-  bool TakeRaw = false;
-  void ProcessCommand(const TCommandPacket& packet) override {
-    Packets.append(packet);
-    Echoes.append(BusComms()->ProcessingEcho());
-  }
-  bool ProcessRawData(QByteArray& bytes) override {
-    if (!TakeRaw) return false;
-    Raw += bytes;
-    bytes.clear();
-    return true;
-  }
-  bool ProcessNotification(TUSBNotification kind, const QByteArray& data) override {
-    if (kind == usb_log_event) Logs.append(data);
-    return false;  // later users see it too
-  }
-};
+using testing::TRecordingClient;
 
 class UsbLinkTest : public ::testing::Test {
  protected:
@@ -49,10 +25,11 @@ class UsbLinkTest : public ::testing::Test {
     SetUsbBackend(previous);
   }
 
-  void Connect(const TCommsDeviceTypes& types = {NorvaAmp}) {
-    bus = new TNorvaBusComms(types, nullptr);
-    client = std::make_unique<TUsbClient>(bus);
+  void Connect() {
+    bus = new TNorvaBusComms(TCommsDeviceTypes{NorvaAmp}, nullptr);
+    client = std::make_unique<TRecordingClient>(bus);
     client->SetConnected(true);
+    ASSERT_TRUE(client->GetConnected());
   }
 
   sim::TUsbAmplifier& Amplifier() {
@@ -66,47 +43,20 @@ class UsbLinkTest : public ::testing::Test {
   TRecordingUIServices ui;
   TScopedUIServices scope{ui};
   TNorvaBusComms* bus = nullptr;
-  std::unique_ptr<TUsbClient> client;
+  std::unique_ptr<TRecordingClient> client;
 };
-
-TEST_F(UsbLinkTest, DevicesAreRecognisedByTheFirst21CharactersOfTheirIdentifier) {
-  backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DC&REV_0100");  // the second amplifier identity
-  backend.AddDevice("usb:2", "USB\\VID_1781&PID_07DB&REV_0002");  // a keypad interface
-  backend.AddDevice("usb:3", "USB\\VID_1781&PID_0FFF&REV_0100");  // not ours
-  backend.AddDevice("usb:4", "usb\\vid_1781&pid_07da");           // case matters
-  TNorvaBusComms search(TCommsDeviceTypes{NorvaAmp, Router_Q4}, nullptr);
-  search.SearchUSBDevices();
-  ASSERT_EQ(search.GetUSBDeviceCount(), 1);
-  EXPECT_EQ(search.GetUSBDevicePath(0), "usb:1");
-  EXPECT_EQ(search.GetUSBDeviceType(0), NorvaAmp);
-  search.SetSelectedDeviceTypes({NorvaAmp, NorvaWk2});
-  search.SearchUSBDevices();
-  EXPECT_EQ(search.GetUSBDeviceCount(), 2);
-  EXPECT_EQ(search.GetUSBDeviceType(1), NorvaWk2);
-}
-
-TEST_F(UsbLinkTest, ASearchThatCannotRunSaysSo) {
-  backend.SetLoadable(false);
-  TNorvaBusComms search(TCommsDeviceTypes{NorvaAmp}, nullptr);
-  search.SearchUSBDevices();
-  ASSERT_EQ(ui.Messages().size(), 1);
-  EXPECT_EQ(ui.Messages()[0].Text, "Cannot load Setup API");
-  EXPECT_EQ(ui.Messages()[0].Caption, "Error");
-}
 
 TEST_F(UsbLinkTest, CommandsGoToTheCommandPipeAndEchoesComeBackAsFrames) {
   sim::TUsbAmplifier& amplifier = Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   EXPECT_EQ(bus->ConnectedUSBDeviceType(), NorvaAmp);
   EXPECT_EQ(bus->GetUSBDeviceIndex(), 0);
   bus->SendCmd(BuildCommandPacket(0x20, 5, {1}));
   EXPECT_TRUE(bus->WaitUntilEchoReceived(5000));
   ASSERT_TRUE(PumpUntil([&] { return client->Packets.size() >= 2; }));
   EXPECT_EQ(PacketText(client->Packets[0]), "200501\r\n");
-  EXPECT_TRUE(client->Echoes[0]);
   EXPECT_EQ(PacketText(client->Packets[1]), "A00501\r\n");
-  EXPECT_FALSE(client->Echoes[1]);
+  EXPECT_EQ(client->Echoes.mid(0, 2), (QList<bool>{true, false}));
   EXPECT_TRUE(amplifier.ControlRequests().empty());  // the command pipe needs no announcement
 }
 
@@ -114,8 +64,7 @@ TEST_F(UsbLinkTest, WithoutACommandPipeTheTextIsAnnouncedAndSentOnTheDataPipe) {
   auto device =
       backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100",
                         {{TUsbPipeType::Bulk, 0x82, 64, 0}, {TUsbPipeType::Bulk, 0x01, 64, 0}});
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   bus->SendCmd(BuildCommandPacket(0x0B, 5, {0x23}));
   ASSERT_TRUE(device->WaitForWritten(0x01, 8, 5000));
   EXPECT_EQ(device->TakeWritten(0x01), "0B0523\r\n");
@@ -129,8 +78,7 @@ TEST_F(UsbLinkTest, WithoutACommandPipeTheTextIsAnnouncedAndSentOnTheDataPipe) {
 
 TEST_F(UsbLinkTest, VendorCommandsCarryAtMostEightBytesAndClosingIsAnnounced) {
   auto device = backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100");
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   bus->SendUSBCommand(usb_read_setting, 0x1234, 0x0042, "abcdefghijkl", false);
   ASSERT_TRUE(device->WaitForControlTransfers(1, 5000));
   auto transfers = device->TakeControlTransfers();
@@ -155,7 +103,7 @@ TEST_F(UsbLinkTest, AnEndpointOfTheWrongKindFailsTheOpen) {
   QStringList heard;
   bus = new TNorvaBusComms(TCommsDeviceTypes{NorvaAmp}, nullptr);
   bus->SetOnError([&](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
-  client = std::make_unique<TUsbClient>(bus);
+  client = std::make_unique<TRecordingClient>(bus);
   bus->SearchUSBDevices();
   bus->SetDevicePath("usb:1");
   EXPECT_FALSE(client->GetConnected());
@@ -170,7 +118,7 @@ TEST_F(UsbLinkTest, ANamedDeviceThatIsAbsentIsNeverReplacedByAnother) {
   QStringList heard;
   bus = new TNorvaBusComms(USBInterface, {NorvaAmp}, QStringLiteral("usb:2"), nullptr);
   bus->SetOnError([&](TNorvaBusComms&, const QString& text, bool&) { heard << text; });
-  client = std::make_unique<TUsbClient>(bus);
+  client = std::make_unique<TRecordingClient>(bus);
   client->SetConnected(true);
   EXPECT_FALSE(client->GetConnected());
   ASSERT_EQ(heard.size(), 1);
@@ -190,7 +138,7 @@ TEST_F(UsbLinkTest, APermissionFailureSaysWhatToDo) {
   auto device = backend.AddDevice("usb:1", "USB\\VID_1781&PID_07DA&REV_0100");
   device->SetOpenError(EACCES);
   bus = new TNorvaBusComms(TCommsDeviceTypes{NorvaAmp}, nullptr);
-  client = std::make_unique<TUsbClient>(bus);
+  client = std::make_unique<TRecordingClient>(bus);
   bus->SearchUSBDevices();
   bus->SetDevicePath("usb:1");
   ASSERT_EQ(ui.Messages().size(), 1);
@@ -201,17 +149,17 @@ TEST_F(UsbLinkTest, APermissionFailureSaysWhatToDo) {
 // A user object that drives an enumeration: it takes the object list from the data pipe and ends
 // the exchange when the device reports the count.
 class TEnumeration : public TIUSBCommandUser,
-                     public TUsbClient,
+                     public TRecordingClient,
                      public std::enable_shared_from_this<TEnumeration> {
  public:
-  using TUsbClient::TUsbClient;
+  using TRecordingClient::TRecordingClient;
   QList<TUSBCommandStatus> Seen;
   void USBCommandStatusChange(TNorvaPacketEngine&, TUSBCommandStatus newStatus,
                               TUSBCommandStatus) override {
     Seen.append(newStatus);
   }
   bool ProcessNotification(TUSBNotification kind, const QByteArray& data) override {
-    TUsbClient::ProcessNotification(kind, data);
+    TRecordingClient::ProcessNotification(kind, data);
     if (data.startsWith("enumerated")) {
       BusComms()->SetUSBCommandStatus(EndEnumeratingObjects, shared_from_this());
       BusComms()->SetUSBCommandResult(USBCommand_Success);
@@ -223,8 +171,7 @@ class TEnumeration : public TIUSBCommandUser,
 
 TEST_F(UsbLinkTest, AnObjectEnumerationRunsThroughItsPhasesToSuccess) {
   Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   auto enumeration = std::make_shared<TEnumeration>(bus);
   enumeration->TakeRaw = true;
   bus->SetUSBCommandStatus(EnumeratingObjects, enumeration);
@@ -239,8 +186,7 @@ TEST_F(UsbLinkTest, AnObjectEnumerationRunsThroughItsPhasesToSuccess) {
 
 TEST_F(UsbLinkTest, UnplugDuringATransferEndsItWithoutAnErrorStorm) {
   sim::TUsbAmplifier& amplifier = Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   bus->SetUSBCommandStatus(DownloadObject_data, std::make_shared<TEnumeration>(nullptr));
   QTimer::singleShot(50, [&] { amplifier.Device().Unplug(); });
   EXPECT_FALSE(bus->WaitUSBCommandResponse(60000, false));
@@ -258,8 +204,7 @@ TEST_F(UsbLinkTest, UnplugDuringATransferEndsItWithoutAnErrorStorm) {
 
 TEST_F(UsbLinkTest, NotificationFramesComeThroughTheWorker) {
   sim::TUsbAmplifier& amplifier = Amplifier();
-  Connect();
-  ASSERT_TRUE(client->GetConnected());
+  ASSERT_NO_FATAL_FAILURE(Connect());
   amplifier.SendLog("Amplifier started");
   amplifier.SendKeypress(5, 3, 1);
   ASSERT_TRUE(PumpUntil([&] { return !client->Packets.isEmpty() && !client->Logs.isEmpty(); }));

@@ -253,13 +253,19 @@ TEST_F(PacketEngineTest, TraceLinesWhileEnabled) {
   EXPECT_EQ(lines, (QStringList{"100000 Send: 0B,05,23", "100000 Receive: 0B,05,23 (echo)"}));
 }
 
-// Waiting pumps the event loop, which is how the echo reaches the parser.
-TEST(PacketEngineWait, EchoArrivingWhileWaiting) {
+// Waiting pumps the event loop, which is how the echo reaches the parser; on the real clock.
+class PacketEngineWait : public ::testing::Test {
+ protected:
+  PacketEngineWait() {
+    engine.SetTransport(&transport);
+    engine.SetSelectedCommsInterface(RS232Interface);
+    engine.SetConnectedDeviceType(NorvaAmp);
+  }
   TRecordingTransport transport;
   TNorvaPacketEngine engine;
-  engine.SetTransport(&transport);
-  engine.SetSelectedCommsInterface(RS232Interface);
-  engine.SetConnectedDeviceType(NorvaAmp);
+};
+
+TEST_F(PacketEngineWait, EchoArrivingWhileWaiting) {
   engine.SendCmd(BuildCommandPacket(0x0B, 5, {0x23}));
   QTimer::singleShot(20, [&] { engine.ReceiveBytes(SerialRXKind, "0B0523\r\n"); });
   EXPECT_TRUE(engine.WaitUntilEchoReceived(5000));
@@ -268,10 +274,7 @@ TEST(PacketEngineWait, EchoArrivingWhileWaiting) {
   EXPECT_FALSE(engine.WaitUntilEchoReceived(30));  // no device answers
 }
 
-TEST(PacketEngineWait, WaitForQueueLetsTheTransmitterDrainFirst) {
-  TRecordingTransport transport;
-  TNorvaPacketEngine engine;
-  engine.SetTransport(&transport);
+TEST_F(PacketEngineWait, WaitForQueueLetsTheTransmitterDrainFirst) {
   engine.SetSelectedCommsInterface(USBInterface);
   transport.QueuedStillSending = 3;
   engine.SendUSBCommand(usb_fetch_system_info, 1, 2, "abc", true);

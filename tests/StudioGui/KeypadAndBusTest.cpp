@@ -7,7 +7,6 @@
 #include <FileDialogs.h>
 #include <PacketLog.h>
 #include <Simulation/Simulation.h>
-#include <support/QtPrinters.h>
 
 #include <QFileDialog>
 #include <QTcpServer>
@@ -106,13 +105,6 @@ TEST_F(Keypad, DocumentKeysReachTheKeypadUnlessATextFieldHasItsOwnUseForThem) {
   EXPECT_EQ(Button(0).GetCommandGUID(), mStandby->GetGUIDString());
 }
 
-TEST_F(Keypad, ACaptionIsKeptWhenTheKeyboardMovesElsewhere) {
-  TypeCaption(*mWindow, 3, "Kitchen");
-  mWindow->Library()->setFocus(Qt::TabFocusReason);
-  EXPECT_EQ(Button(3).GetCaption(), "Kitchen");
-  EXPECT_EQ(View().Tile(3)->CaptionText(), "Kitchen");
-}
-
 TEST_F(Keypad, SaveAsAddsTheConfigurationExtension) {
   mWindow->SetFileChooser([this](TFileRole) { return mFolder.filePath("Den"); });
   ASSERT_TRUE(mWindow->FileSaveAs());
@@ -139,9 +131,11 @@ TEST_F(Keypad, TheBusLogNamesCommandsMarksTheLinkAndPausesClearsAndExports) {
   const auto meaning = [&](const QString& text) {
     return RowsWith(log, TPacketLog::MeaningColumn, text);
   };
-  ASSERT_TRUE(WaitFor([&] { return meaning("key 3 pressed (repeat 1)") == 1; }));
+  // The keypress may overtake the acknowledgement on a slow machine: both are waited for.
+  ASSERT_TRUE(WaitFor([&] {
+    return meaning("key 3 pressed (repeat 1)") == 1 && meaning("acknowledges Standby") == 1;
+  }));
   EXPECT_EQ(meaning("Standby"), 2) << "sent and echoed";
-  EXPECT_EQ(meaning("acknowledges Standby"), 1);
   EXPECT_EQ(meaning("Connected to the simulator"), 1);
   EXPECT_EQ(log.index(0, TPacketLog::EchoColumn).data(), "link");
 

@@ -2,21 +2,13 @@
 // library bound with its first button class, another button moved or (with Ctrl) copied; nothing
 // from a drag of itself, of another kind of object, or of a command gone during the drag.
 
-#include <ButtonTile.h>
+#include "StudioFixture.h"
+
 #include <KeypadView.h>
 
 #include <ButtonClasses/ButtonClasses.h>
 #include <IR/CommandObject.h>
 #include <OrbGlobal/Gui/OrbDragObject.h>
-#include <OrbGlobal/Undo/Undo.h>
-
-#include <QApplication>
-#include <QDragEnterEvent>
-#include <QDropEvent>
-
-#include <gtest/gtest.h>
-
-#include <memory>
 
 namespace studio {
 namespace {
@@ -38,17 +30,8 @@ class KeypadDrop : public ::testing::Test {
     norva::Redo().Empty();
   }
 
-  // Drops `data` on button `index` as the mouse delivers it; whether the button accepted it.
   bool Drop(const QMimeData& data, int index, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    TButtonTile* tile = mView.Tile(index);
-    const QPointF centre = tile->rect().center();
-    QDragEnterEvent enter(centre.toPoint(), Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton,
-                          modifiers);
-    QApplication::sendEvent(tile, &enter);
-    if (!enter.isAccepted()) return false;
-    QDropEvent drop(centre, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
-    QApplication::sendEvent(tile, &drop);
-    return true;
+    return DropOnTile(*mView.Tile(index), data, modifiers);
   }
 
   // A button's drag as its tile starts it.

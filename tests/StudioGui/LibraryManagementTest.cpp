@@ -3,30 +3,15 @@
 // codes named by the same code or the same button, a duplicate only on request; the search box;
 // the details pane and its stream picture; the built-in commands beside the installer's library.
 
-#include <StudioWindow.h>
+#include "StudioFixture.h"
 
-#include <ButtonTile.h>
-#include <IR/IR.h>
 #include <OrbGlobal/Gui/OrbDragObject.h>
-#include <OrbGlobal/Undo/Undo.h>
-#include <Testing/RecordingUIServices.h>
-#include <Utils/Folders.h>
-#include <support/QtPrinters.h>
-
 #include <ProtocolCodeDialog.h>
 
 #include <QComboBox>
-#include <QFile>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
-#include <QTreeView>
-
-#include <gtest/gtest.h>
 
 namespace studio {
 namespace {
@@ -47,19 +32,11 @@ QString Recaptured(const QString& code) {
 
 // A window on a library of the installer's own holding models Acme / TV and Acme / Amp, the
 // volume-up code pasted into TV and bound to button 0.
-class Library : public ::testing::Test {
+class Library : public Studio {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(mFolder.isValid());
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, mFolder.filePath("settings"));
-    mPreviousAutoSave = norva::SetAutoSaveDir(mFolder.filePath("autosave"));
-    mWindow = std::make_unique<TStudioWindow>();
-    mWindow->SetTextAsker([this](const QString&, const QString&) {
-      return mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
-    });
-    mWindow->OpenLibrary(mFolder.filePath("IR.xml"), false);
-    mWindow->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(mWindow.get()));
+    Studio::SetUp();
+    mWindow = OpenWindow();
     mAnswers = {"Acme", "Amp", "Acme", "TV"};
     mWindow->AddModel();
     mWindow->AddModel();
@@ -70,12 +47,6 @@ class Library : public ::testing::Test {
     mWindow->KeypadView()->Bind(0, mCode->GetGUIDString(), mCode->GetName(), {});
     norva::Undo().Empty();
     mServices.ClearMessages();
-  }
-  void TearDown() override {
-    mWindow.reset();
-    norva::SetAutoSaveDir(mPreviousAutoSave);
-    norva::Undo().Empty();
-    norva::Redo().Empty();
   }
 
   norva::TIRDB& Database() const { return *mWindow->Library()->Database(); }
@@ -94,12 +65,6 @@ class Library : public ::testing::Test {
     QCoreApplication::processEvents();  // the tree follows once control is back in the event loop
   }
 
-  QTemporaryDir mFolder;
-  QString mPreviousAutoSave;
-  norva::TRecordingUIServices mServices;
-  norva::TScopedUIServices mInstalled{mServices};
-  std::unique_ptr<TStudioWindow> mWindow;
-  QStringList mAnswers;
   norva::TModel* mTV = nullptr;
   norva::TModel* mAmp = nullptr;
   norva::TCommandObject* mCode = nullptr;
@@ -329,15 +294,10 @@ TEST_F(Library, TheSelectedCodesOrElseTheChosenModelAreWrittenInTheFormatTheFile
 }
 
 TEST_F(Library, AButtonBoundToABuiltInCommandResolvesWhicheverLibraryIsOpen) {
-  mWindow->OpenLibrary(mFolder.filePath("public.xml"), true);
+  const norva::TCommandObject* standby = ChooseBuiltInStandby(*mWindow);  // in public.xml
+  ASSERT_NE(standby, nullptr);
   EXPECT_TRUE(Button0Command().contains("not in library public"));
   EXPECT_TRUE(Button0Command().contains("wanted Code 1 in library IR")) << "the library it was in";
-  const QList<QTreeWidgetItem*> items =
-      Tree().findItems("Standby", Qt::MatchRecursive | Qt::MatchExactly);
-  ASSERT_FALSE(items.isEmpty());
-  Tree().setCurrentItem(items.first());
-  const norva::TCommandObject* standby = Tree().CurrentCommand();
-  ASSERT_NE(standby, nullptr);
   mWindow->KeypadView()->Bind(1, standby->GetGUIDString(), standby->GetName(), {});
   mWindow->OpenLibrary(mFolder.filePath("IR.xml"), false);
   EXPECT_EQ(mWindow->KeypadView()->Tile(1)->CommandText(), "Standby");

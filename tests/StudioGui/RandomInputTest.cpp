@@ -12,10 +12,8 @@
 #include <KeypadView.h>
 #include <OrbGraphics/OrbGraphics.h>
 #include <Simulation/Simulation.h>
-#include <support/QtPrinters.h>
 
 #include <QDialog>
-#include <QFile>
 #include <QMenuBar>
 #include <QRandomGenerator>
 #include <QTimer>

@@ -5,9 +5,7 @@
 #include "StudioFixture.h"
 
 #include <StartPage.h>
-#include <support/QtPrinters.h>
 
-#include <QFile>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -16,17 +14,6 @@ namespace {
 
 class FirstPage : public Studio {
  protected:
-  // A window as the program opens it with no library named.
-  std::unique_ptr<TStudioWindow> StartWindow() {
-    auto window = std::make_unique<TStudioWindow>();
-    window->SetFileChooser([this](TFileRole role) {
-      return role == TFileRole::OpenLibrary ? mFolder.filePath("IR.xml")
-                                            : mFolder.filePath("Lounge.keycfg");
-    });
-    window->show();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    return window;
-  }
   static QPushButton* ButtonOf(const TStudioWindow& window, const QString& text) {
     for (QPushButton* button : window.StartPage()->findChildren<QPushButton*>())
       if (button->text().startsWith(text)) return button;
@@ -35,7 +22,7 @@ class FirstPage : public Studio {
 };
 
 TEST_F(FirstPage, LeadsToALibraryAndTheSimulatorAndRemembersWhatWasOpened) {
-  auto window = StartWindow();
+  auto window = OpenWindow(false);
   ASSERT_TRUE(window->ShowsStartPage());
   EXPECT_TRUE(window->StartPage()->isVisible());
   EXPECT_FALSE(window->KeypadView()->isVisible());
@@ -56,7 +43,7 @@ TEST_F(FirstPage, LeadsToALibraryAndTheSimulatorAndRemembersWhatWasOpened) {
   window.reset();
 
   // The next run lists both; choosing them opens them.
-  window = StartWindow();
+  window = OpenWindow(false);
   QListWidget* libraries = window->StartPage()->RecentLibraries();
   QListWidget* keypads = window->StartPage()->RecentKeypads();
   ASSERT_EQ(libraries->count(), 1);

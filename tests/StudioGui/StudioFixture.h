@@ -10,6 +10,7 @@
 #include <OrbGlobal/Undo/Undo.h>
 #include <Testing/RecordingUIServices.h>
 #include <Utils/Folders.h>
+#include <support/QtPrinters.h>
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -36,6 +37,18 @@ inline const QString VolumeUp = QStringLiteral(
     "0015 0016 0015 0016 0015 0016 0015 0041 0015 0041 0015 0041 0015 0016 0015 0041 "
     "0015 0041 0015 0041 0015 0041 0015 05ED");
 
+// Drops `data` on the tile as the mouse delivers it; whether the tile accepted it.
+inline bool DropOnTile(TButtonTile& tile, const QMimeData& data,
+                       Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  const QPoint centre = tile.rect().center();
+  QDragEnterEvent enter(centre, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(&tile, &enter);
+  if (!enter.isAccepted()) return false;
+  QDropEvent drop(centre, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(&tile, &drop);
+  return true;
+}
+
 class Studio : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -51,16 +64,20 @@ class Studio : public ::testing::Test {
     norva::ReleaseClipboardObject();  // no button copied by one test waits for the next
   }
 
-  std::unique_ptr<TStudioWindow> OpenWindow() {
+  // The window on the library IR.xml, or with none open as the program starts.
+  std::unique_ptr<TStudioWindow> OpenWindow(bool withLibrary = true) {
     auto window = std::make_unique<TStudioWindow>();
     window->SetFileChooser([this](TStudioWindow::TFileRole role) {
-      return role == TStudioWindow::TFileRole::ImportCodes ? mFolder.filePath("remote.tsv")
-                                                           : mFolder.filePath("Lounge.keycfg");
+      switch (role) {
+        case TStudioWindow::TFileRole::ImportCodes: return mFolder.filePath("remote.tsv");
+        case TStudioWindow::TFileRole::OpenLibrary: return mFolder.filePath("IR.xml");
+        default: return mFolder.filePath("Lounge.keycfg");
+      }
     });
     window->SetTextAsker([this](const QString&, const QString&) {
       return mAnswers.isEmpty() ? QString() : mAnswers.takeFirst();
     });
-    window->OpenLibrary(mFolder.filePath("IR.xml"), false);
+    if (withLibrary) window->OpenLibrary(mFolder.filePath("IR.xml"), false);
     window->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     return window;
@@ -75,13 +92,7 @@ class Studio : public ::testing::Test {
     const std::unique_ptr<QMimeData> data(
         window.Library()->model()->mimeData(window.Library()->selectionModel()->selectedIndexes()));
     ASSERT_NE(data, nullptr);
-    TButtonTile* tile = window.KeypadView()->Tile(index);
-    const QPoint centre = tile->rect().center();
-    QDragEnterEvent enter(centre, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(tile, &enter);
-    ASSERT_TRUE(enter.isAccepted());
-    QDropEvent drop(centre, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(tile, &drop);
+    ASSERT_TRUE(DropOnTile(*window.KeypadView()->Tile(index), *data));
   }
 
   // The public library opened and its built-in Standby code chosen in the tree.

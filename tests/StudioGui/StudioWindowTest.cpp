@@ -5,65 +5,31 @@
 
 #include "StudioFixture.h"
 
-#include <ButtonTile.h>
-#include <IR/IR.h>
-#include <OrbGlobal/Undo/Undo.h>
 #include <OrbGraphics/OrbGraphics.h>
 #include <PacketLog.h>
 #include <Simulation/Simulation.h>
-#include <Testing/RecordingUIServices.h>
-#include <Utils/Folders.h>
-#include <support/QtPrinters.h>
 
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QElapsedTimer>
-#include <QFile>
 #include <QFileInfo>
-#include <QLineEdit>
-#include <QMimeData>
 #include <QProcess>
-#include <QSettings>
 #include <QStatusBar>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolButton>
-
-#include <gtest/gtest.h>
 
 #include <functional>
 
 namespace studio {
 namespace {
 
-TEST_F(Studio, PasteAddsOnlyAWholeCodeNamedCodeNWhenTheLibraryDoesNotKnowIt) {
+// A whole code pasted goes into User / Learnt codes (see ALearntCodeOnAButton); one cut short not.
+TEST_F(Studio, PasteTakesNoCodeCutShort) {
   auto window = OpenWindow();
   window->ShowState();
   EXPECT_FALSE(window->PasteAction()->isEnabled()) << "nothing to paste yet";
-  const struct {
-    const char* What;
-    QString Text;
-    int Boxes;
-    int Learnt;
-  } cases[] = {
-      {"a code cut short", "0000 006D 0000 0022 0157 00AC", 1, 0},
-      {"a whole code", VolumeUp, 0, 1},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.What);
-    mServices.ClearMessages();
-    mServices.SetClipboardText(c.Text);
-    window->ShowState();
-    ASSERT_TRUE(window->PasteAction()->isEnabled());
-    window->PasteAction()->trigger();
-    EXPECT_EQ(mServices.Messages().size(), c.Boxes);
-    EXPECT_EQ(window->Library()->findItems("Learnt codes", Qt::MatchRecursive).size(), c.Learnt);
-  }
-  const norva::TModel* learnt =
-      window->Library()->Database()->GetMakeByName("User")->GetModelByName("Learnt codes");
-  ASSERT_EQ(learnt->GetCommandCount(), 1);
-  EXPECT_EQ(learnt->GetCommand(0)->GetName(), "Code 1");
-  EXPECT_NE(window->Library()->ItemOf(learnt->GetCommand(0)), nullptr) << "it shows in the tree";
+  mServices.SetClipboardText("0000 006D 0000 0022 0157 00AC");
+  window->ShowState();
+  ASSERT_TRUE(window->PasteAction()->isEnabled());
+  window->PasteAction()->trigger();
+  EXPECT_EQ(mServices.Messages().size(), 1);
+  EXPECT_TRUE(window->Library()->findItems("Learnt codes", Qt::MatchRecursive).isEmpty());
 }
 
 // The volume-up code pasted into User / Learnt codes and dropped on button 2.
@@ -84,7 +50,10 @@ class ALearntCodeOnAButton : public Studio {
   norva::TCommandObject* mCode = nullptr;
 };
 
-TEST_F(ALearntCodeOnAButton, IsBoundAndUndoAndRedoTakeItOffAndBack) {
+TEST_F(ALearntCodeOnAButton, IsNamedCodeNBoundUndoneAndRedoneAndHasNoBusPacketToSend) {
+  EXPECT_EQ(mCode->GetName(), "Code 1") << "the library did not know it";
+  EXPECT_NE(mWindow->Library()->ItemOf(mCode), nullptr) << "it shows in the tree";
+  EXPECT_TRUE(mServices.Messages().isEmpty());
   const norva::TWallKeypadButton& button = mWindow->Keypad().Button(2);
   EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
   EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), mCode->GetName());
@@ -95,6 +64,11 @@ TEST_F(ALearntCodeOnAButton, IsBoundAndUndoAndRedoTakeItOffAndBack) {
   EXPECT_EQ(mWindow->KeypadView()->Tile(2)->CommandText(), "no command");
   mWindow->RedoAction()->trigger();
   EXPECT_EQ(button.GetCommandGUID(), mCode->GetGUIDString());
+
+  mWindow->KeypadView()->Select(2);
+  EXPECT_FALSE(mWindow->SendSelectedCommand()) << "a learnt code has no bus packet to send";
+  ASSERT_FALSE(mServices.Messages().isEmpty());
+  EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
 }
 
 TEST_F(ALearntCodeOnAButton, TravelsToAnotherButtonThroughTheClipboardAndUndoBringsACutBack) {
@@ -109,13 +83,6 @@ TEST_F(ALearntCodeOnAButton, TravelsToAnotherButtonThroughTheClipboardAndUndoBri
   EXPECT_TRUE(mWindow->Keypad().Button(4).IsBlank());
   mWindow->UndoAction()->trigger();
   EXPECT_EQ(mWindow->Keypad().Button(4).GetCommandGUID(), mCode->GetGUIDString());
-}
-
-TEST_F(ALearntCodeOnAButton, HasNoBusPacketToSend) {
-  mWindow->KeypadView()->Select(2);
-  EXPECT_FALSE(mWindow->SendSelectedCommand());
-  ASSERT_FALSE(mServices.Messages().isEmpty());
-  EXPECT_TRUE(mServices.Messages().last().Text.contains("no native code"));
 }
 
 TEST_F(ALearntCodeOnAButton, IsSavedAndOpensAgainNamedFromTheLibrary) {
@@ -155,19 +122,7 @@ TEST_F(Studio, ClosingWithChangesAsksAndSavesDropsOrStaysAsAnswered) {
   }
 }
 
-TEST_F(Studio, ACaptionTypedIsCommittedWhenAnotherButtonIsClickedAsOneUndoStep) {
-  auto window = OpenWindow();
-  TypeCaption(*window, 1, "Lounge on");
-  QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton);
-  EXPECT_EQ(window->Keypad().Button(1).GetCaption(), "Lounge on");
-  EXPECT_EQ(window->KeypadView()->Tile(1)->CaptionText(), "Lounge on");
-  EXPECT_EQ(window->KeypadView()->Selected(), 5);
-  EXPECT_TRUE(window->KeypadView()->CaptionEditor()->text().isEmpty())
-      << "the field shows the newly selected button";
-  window->UndoAction()->trigger();
-  EXPECT_TRUE(window->Keypad().Button(1).GetCaption().isEmpty()) << "the caption is one undo step";
-}
-
+// Committed as one undo step, and saved, whatever the installer does next.
 TEST_F(Studio, ACaptionTypedWithoutEnterIsKeptWhateverTheInstallerDoesNext) {
   auto window = OpenWindow();
   const struct {
@@ -175,8 +130,23 @@ TEST_F(Studio, ACaptionTypedWithoutEnterIsKeptWhateverTheInstallerDoesNext) {
     const char* Caption;
     std::function<void()> Next;
   } cases[] = {
-      {1, "Lounge on", [&] { QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton); }},
+      {1, "Lounge on",
+       [&] {
+         QTest::mouseClick(window->KeypadView()->Tile(5), Qt::LeftButton);
+         EXPECT_EQ(window->KeypadView()->Tile(1)->CaptionText(), "Lounge on");
+         EXPECT_EQ(window->KeypadView()->Selected(), 5);
+         EXPECT_TRUE(window->KeypadView()->CaptionEditor()->text().isEmpty())
+             << "the field shows the newly selected button";
+         window->UndoAction()->trigger();
+         EXPECT_TRUE(window->Keypad().Button(1).GetCaption().isEmpty()) << "one undo step";
+         window->RedoAction()->trigger();
+       }},
       {5, "Lounge off", [&] { ASSERT_TRUE(window->FileSave()); }},
+      {3, "Kitchen",
+       [&] {
+         window->Library()->setFocus(Qt::TabFocusReason);
+         EXPECT_EQ(window->KeypadView()->Tile(3)->CaptionText(), "Kitchen");
+       }},
       {4, "Mute",
        [&] {
          mServices.ScriptAnswers({norva::TMessageResult::Yes});  // save the changes on closing
@@ -212,7 +182,7 @@ class ALibraryThatDidNotLoad : public Studio {
   const QString mBroken = mFolder.filePath("Broken.xml");
 };
 
-TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxAndOpenedReadOnly) {
+TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxOpenedReadOnlyTakesNoCodeAndIsLeftUntouched) {
   auto window = OpenWindow();
   mServices.ClearMessages();
   mServices.ScriptAnswers({norva::TMessageResult::No});
@@ -222,12 +192,7 @@ TEST_F(ALibraryThatDidNotLoad, IsToldInOneBoxAndOpenedReadOnly) {
   EXPECT_TRUE(mServices.Messages().first().Text.contains("read-only"));
   EXPECT_TRUE(window->LibraryPanel()->windowTitle().contains("did not load"));
   EXPECT_FALSE(window->LibraryPanel()->toolTip().isEmpty()) << "the reason, at hand";
-}
 
-TEST_F(ALibraryThatDidNotLoad, TakesNoCodeAndIsLeftUntouched) {
-  auto window = OpenWindow();
-  mServices.ScriptAnswers({norva::TMessageResult::No});
-  window->OpenLibrary(mBroken, false);
   mServices.SetClipboardText(VolumeUp);
   window->ShowState();
   EXPECT_FALSE(window->PasteAction()->isEnabled()) << "no code goes into it";
@@ -255,18 +220,12 @@ TEST_F(ALibraryThatDidNotLoad, IsSavedUnderAnotherNameOnRequestAndEditableThere)
   EXPECT_FALSE(window->LibraryPanel()->windowTitle().contains("read-only"));
 }
 
-TEST_F(Studio, ChoosingANativeCodeShowsItsFrameInTheStatusLine) {
-  auto window = OpenWindow();
-  ASSERT_NE(ChooseBuiltInStandby(*window), nullptr)
-      << "the public library shows the built-in makes";
-  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
-      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
-}
-
-TEST_F(Studio, ANativeCodeOnAButtonReachesTheSimulatorAndItsAnswersShowOnTheBus) {
+TEST_F(Studio, ANativeCodeShowsItsFrameReachesTheSimulatorFromAButtonAndItsAnswersShowOnTheBus) {
   auto window = OpenWindow();
   const norva::TIRStream* code = ChooseBuiltInStandby(*window);
-  ASSERT_NE(code, nullptr);
+  ASSERT_NE(code, nullptr) << "the public library shows the built-in makes";
+  EXPECT_TRUE(window->statusBar()->currentMessage().contains("native frame 01 FF 04"))
+      << window->statusBar()->currentMessage().toStdString() << ": the frame of the chosen code";
   const std::optional<norva::TCommandPacket> expected = norva::NorvaFramePacket(code->Data());
   ASSERT_TRUE(expected.has_value());
 
@@ -380,18 +339,14 @@ class ImportedCodes : public Studio {
   const norva::TModel* mModel = nullptr;
 };
 
-TEST_F(ImportedCodes, GoIntoTheChosenModelWithButtonClassesAndOneUndoTakesThemOut) {
+TEST_F(ImportedCodes, GoIntoTheChosenModelWithButtonClassesAndRenameAndImportAreEachOneUndoStep) {
   ASSERT_EQ(mServices.Messages().size(), 1);
   EXPECT_EQ(mServices.Messages().first().Text,
             "added 2, skipped 0, refused 1\nline 2: no TAB between name and code");
   QTreeWidgetItem* volume = mWindow->Library()->ItemOf(mModel->GetCommand(0));
   ASSERT_NE(volume, nullptr);
   EXPECT_FALSE(volume->text(2).isEmpty()) << "a volume code gets its button class";
-  mWindow->UndoAction()->trigger();
-  EXPECT_EQ(mModel->GetCommandCount(), 0);
-}
 
-TEST_F(ImportedCodes, AreRenamedInOneUndoStepAndTheTreeFollowsTheUndo) {
   mWindow->Library()->setCurrentItem(mWindow->Library()->ItemOf(mModel->GetCommand(1)));
   mAnswers = {"TV power"};
   mWindow->RenameCode();
@@ -402,6 +357,8 @@ TEST_F(ImportedCodes, AreRenamedInOneUndoStepAndTheTreeFollowsTheUndo) {
     return mWindow->Library()->findItems("Power", Qt::MatchRecursive | Qt::MatchExactly).size() ==
            1;
   })) << "the tree shows the undone name";
+  mWindow->UndoAction()->trigger();
+  EXPECT_EQ(mModel->GetCommandCount(), 0) << "the import undone";
 }
 
 TEST_F(ImportedCodes, AreInTheLibraryTheNextWindowOpens) {
@@ -421,14 +378,10 @@ TEST_F(Studio, ThePacketLogKeepsTheNewestRowsOnly) {
   log.Flush();
   EXPECT_EQ(log.Total(), total);
   ASSERT_EQ(log.rowCount(), TPacketLog::MaxRows);
-  const auto data = [&](int row) {
-    return log.index(row, TPacketLog::DataColumn).data().toString();
-  };
-  EXPECT_EQ(data(TPacketLog::MaxRows - 1), QStringLiteral("%1 %2 %3")
-                                               .arg((total - 1) >> 16 & 0xFF, 2, 16, QChar('0'))
-                                               .arg((total - 1) >> 8 & 0xFF, 2, 16, QChar('0'))
-                                               .arg((total - 1) & 0xFF, 2, 16, QChar('0'))
-                                               .toUpper());
+  const int last = total - 1;
+  const char lastData[] = {char(last >> 16), char(last >> 8), char(last)};
+  EXPECT_EQ(log.index(TPacketLog::MaxRows - 1, TPacketLog::DataColumn).data().toString(),
+            QString::fromLatin1(QByteArray(lastData, 3).toHex(' ').toUpper()));
   log.Append(norva::BuildCommandPacket(0x0D, 1), TPacketLog::TOrigin::Sent);
   log.Flush();
   EXPECT_EQ(log.rowCount(), TPacketLog::MaxRows) << "one in, the oldest out";

@@ -80,10 +80,17 @@ TEST_F(UsbDeviceSearch, ALayerThatFailsGivesItsFailureAndNoDevices) {
   EXPECT_TRUE(ui.Messages().isEmpty());  // the search itself tells nobody
 }
 
-TEST_F(UsbDeviceSearch, TheBusTakesAFailedSearchThroughItsErrorPath) {
-  TNorvaBusComms bus(TCommsDeviceTypes{NorvaAmp}, nullptr);
+TEST_F(UsbDeviceSearch,
+       TheBusListsWhatItsSelectedTypesFindAndTakesAFailedSearchThroughItsErrorPath) {
+  TNorvaBusComms bus(TCommsDeviceTypes{NorvaAmp, Router_Q4}, nullptr);
   bus.SearchUSBDevices();
   ASSERT_EQ(bus.GetUSBDeviceCount(), 1);
+  EXPECT_EQ(bus.GetUSBDevicePath(0), "usb:1");
+  EXPECT_EQ(bus.GetUSBDeviceType(0), NorvaAmp);
+  bus.SetSelectedDeviceTypes({NorvaAmp, NorvaWk2});
+  bus.SearchUSBDevices();
+  ASSERT_EQ(bus.GetUSBDeviceCount(), 2);
+  EXPECT_EQ(bus.GetUSBDeviceType(1), NorvaWk2);
 
   QStringList heard;
   bool handle = true;

@@ -34,19 +34,17 @@ class LibUsbEmulatedTest : public ::testing::Test {
     ASSERT_TRUE(device->SetupError().isEmpty()) << device->SetupError().toStdString();
     // After the device: the context lists what the testbed holds when it starts.
     backend = std::make_unique<TLibUsbBackend>();
-  }
-
-  std::unique_ptr<TWinUsbInterface> OpenDevice() {
     TPlatformResult opened = TPlatformResult::Failure(EIO, "left from before");
-    auto usb = backend->Open(TEmulatedUsbDevice::DevicePath(), opened);
-    EXPECT_TRUE(opened.Ok()) << opened.Text.toStdString();
-    return usb;
+    usb = backend->Open(TEmulatedUsbDevice::DevicePath(), opened);
+    ASSERT_TRUE(opened.Ok()) << opened.Text.toStdString();
+    ASSERT_NE(usb, nullptr);
   }
 
-  QByteArray Read(TWinUsbInterface& usb, std::uint8_t pipe, int timeoutMs) {
+  QByteArray Read(std::uint8_t pipe, int timeoutMs) {
     QByteArray buffer(512, '\0');
-    const int count = usb.ReadPipe(pipe, buffer.data(), static_cast<int>(buffer.size()), timeoutMs);
-    if (count < 0) return QByteArray("<error ") + QByteArray::number(usb.LastError()) + '>';
+    const int count =
+        usb->ReadPipe(pipe, buffer.data(), static_cast<int>(buffer.size()), timeoutMs);
+    if (count < 0) return QByteArray("<error ") + QByteArray::number(usb->LastError()) + '>';
     buffer.truncate(count);
     return buffer;
   }
@@ -59,8 +57,10 @@ class LibUsbEmulatedTest : public ::testing::Test {
     });
   }
 
-  std::unique_ptr<TEmulatedUsbDevice> device;  // declared first: the backend is freed before it
+  // In this order: the interface is freed before the backend, the backend before the device.
+  std::unique_ptr<TEmulatedUsbDevice> device;
   std::unique_ptr<TLibUsbBackend> backend;
+  std::unique_ptr<TWinUsbInterface> usb;  // the device opened
 };
 
 TEST_F(LibUsbEmulatedTest, EnumerationFindsTheDeviceWithItsHardwareId) {
@@ -74,8 +74,6 @@ TEST_F(LibUsbEmulatedTest, EnumerationFindsTheDeviceWithItsHardwareId) {
 }
 
 TEST_F(LibUsbEmulatedTest, OpenClaimsInterfaceZeroAndListsItsFourPipes) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
   EXPECT_EQ(device->Claims(), 1);
 
   testing::ExpectTheFourBulkPipes(*usb);
@@ -94,18 +92,13 @@ TEST_F(LibUsbEmulatedTest, OpenOfAnAbsentDeviceFailsWithNoDevice) {
   EXPECT_FALSE(opened.Text.isEmpty());
 }
 
-TEST_F(LibUsbEmulatedTest, BulkWriteReachesTheDevice) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
+TEST_F(LibUsbEmulatedTest, BulkWritesReachTheDeviceAndShortPacketTerminateEndsWholePackets) {
   EXPECT_EQ(usb->WritePipe(0x01, "0B0523\r\n", 8, NoExpiryMs), 8);
   EXPECT_EQ(usb->WritePipe(0x04, "cmd", 3, NoExpiryMs), 3);
   EXPECT_EQ(device->TakeWrites(0x01), (std::vector<QByteArray>{"0B0523\r\n"}));
   EXPECT_EQ(device->TakeWrites(0x04), (std::vector<QByteArray>{"cmd"}));
-}
 
-TEST_F(LibUsbEmulatedTest, ShortPacketTerminateSendsAZeroLengthPacketAfterWholePackets) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
+  // With the policy, a zero-length packet follows a write of whole packets.
   const QByteArray packets(128, 'p');
   ASSERT_TRUE(usb->SetPipePolicy(0x01, TPipePolicy::ShortPacketTerminate, true));
   EXPECT_EQ(usb->WritePipe(0x01, packets.constData(), 128, NoExpiryMs), 128);
@@ -114,27 +107,19 @@ TEST_F(LibUsbEmulatedTest, ShortPacketTerminateSendsAZeroLengthPacketAfterWholeP
             (std::vector<QByteArray>{packets, QByteArray(), packets.left(100)}));
 }
 
-TEST_F(LibUsbEmulatedTest, BulkReadReturnsWhatTheDeviceSends) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
+TEST_F(LibUsbEmulatedTest, BulkReadsReturnWhatTheDeviceSendsOrTimeOutWithZeroTakingNothing) {
   device->PushIn(0x82, "0C0501\r\n");
   device->PushIn(0x83, QByteArray("\x04\x02\x0B\x05", 4));
-  EXPECT_EQ(Read(*usb, 0x82, NoExpiryMs), "0C0501\r\n");
-  EXPECT_EQ(Read(*usb, 0x83, NoExpiryMs), QByteArray("\x04\x02\x0B\x05", 4));
-}
+  EXPECT_EQ(Read(0x82, NoExpiryMs), "0C0501\r\n");
+  EXPECT_EQ(Read(0x83, NoExpiryMs), QByteArray("\x04\x02\x0B\x05", 4));
 
-TEST_F(LibUsbEmulatedTest, ReadWithNothingToSendTimesOutWithZero) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
   char buffer[64];
   EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, ShortMs), 0);
   device->PushIn(0x82, "after");  // the cancelled read took nothing away
-  EXPECT_EQ(Read(*usb, 0x82, NoExpiryMs), "after");
+  EXPECT_EQ(Read(0x82, NoExpiryMs), "after");
 }
 
 TEST_F(LibUsbEmulatedTest, VendorControlTransferArrivesWithSetupAndData) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
   EXPECT_TRUE(
       usb->ControlTransfer({0x40, 5, 0x1234, 0x5678, 3}, QByteArray("\x09\x08\x07\x06", 4)));
   EXPECT_TRUE(usb->ControlTransfer({0x40, 23, 0, 0, 0}, QByteArray()));
@@ -151,8 +136,6 @@ TEST_F(LibUsbEmulatedTest, VendorControlTransferArrivesWithSetupAndData) {
 }
 
 TEST_F(LibUsbEmulatedTest, AutoClearStallClearsTheHaltAndRetries) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
   device->Stall(0x01);
   EXPECT_EQ(usb->WritePipe(0x01, "x", 1, NoExpiryMs), -1);
   EXPECT_EQ(usb->LastError(), EPIPE);
@@ -164,22 +147,18 @@ TEST_F(LibUsbEmulatedTest, AutoClearStallClearsTheHaltAndRetries) {
 }
 
 TEST_F(LibUsbEmulatedTest, FlushDropsWhatTheDeviceHasReady) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
   device->PushIn(0x82, "stale 1");
   device->PushIn(0x82, "stale 2");
   device->PushIn(0x83, "kept");
   EXPECT_TRUE(usb->FlushPipe(0x82));
   char buffer[64];
   EXPECT_EQ(usb->ReadPipe(0x82, buffer, sizeof buffer, ShortMs), 0);
-  EXPECT_EQ(Read(*usb, 0x83, NoExpiryMs), "kept");
+  EXPECT_EQ(Read(0x83, NoExpiryMs), "kept");
 }
 
 TEST_F(LibUsbEmulatedTest, ReadsOfTwoPipesOnTwoThreadsEachGetTheirOwnData) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
-  auto data = std::async(std::launch::async, [&] { return Read(*usb, 0x82, NoExpiryMs); });
-  auto notify = std::async(std::launch::async, [&] { return Read(*usb, 0x83, NoExpiryMs); });
+  auto data = std::async(std::launch::async, [&] { return Read(0x82, NoExpiryMs); });
+  auto notify = std::async(std::launch::async, [&] { return Read(0x83, NoExpiryMs); });
   ASSERT_TRUE(device->WaitForPendingIn(0x82, 1, NoExpiryMs));
   ASSERT_TRUE(device->WaitForPendingIn(0x83, 1, NoExpiryMs));
   device->PushIn(0x83, "notification");
@@ -189,8 +168,6 @@ TEST_F(LibUsbEmulatedTest, ReadsOfTwoPipesOnTwoThreadsEachGetTheirOwnData) {
 }
 
 TEST_F(LibUsbEmulatedTest, UnplugFailsAPendingReadAndRemovesTheDevice) {
-  auto usb = OpenDevice();
-  ASSERT_NE(usb, nullptr);
   auto reader = std::async(std::launch::async, [&] {
     char buffer[64];
     const int count = usb->ReadPipe(0x82, buffer, sizeof buffer, NoExpiryMs);
